@@ -1,0 +1,15 @@
+# Writes the build's version, number and source revision into a header.
+find_package(Git QUIET)
+set(ORVELLOS_BUILD_NUMBER 0)
+set(ORVELLOS_REVISION "unknown")
+if(Git_FOUND AND EXISTS "${PROJECT_SOURCE_DIR}/.git")
+    execute_process(COMMAND "${GIT_EXECUTABLE}" rev-list --count HEAD WORKING_DIRECTORY "${PROJECT_SOURCE_DIR}"
+                    OUTPUT_VARIABLE number OUTPUT_STRIP_TRAILING_WHITESPACE RESULT_VARIABLE numberFailed ERROR_QUIET)
+    execute_process(COMMAND "${GIT_EXECUTABLE}" rev-parse --short=8 HEAD WORKING_DIRECTORY "${PROJECT_SOURCE_DIR}"
+                    OUTPUT_VARIABLE revision OUTPUT_STRIP_TRAILING_WHITESPACE RESULT_VARIABLE revisionFailed ERROR_QUIET)
+    if(numberFailed EQUAL 0 AND revisionFailed EQUAL 0)
+        set(ORVELLOS_BUILD_NUMBER "${number}")
+        set(ORVELLOS_REVISION "${revision}")
+    endif()
+endif()
+configure_file("${PROJECT_SOURCE_DIR}/cmake/BuildInformation.h.in" "${PROJECT_BINARY_DIR}/generated/BuildInformation.h" @ONLY)

@@ -1,0 +1,18 @@
+# Compiler settings that every target of the project shares.
+add_library(project_settings INTERFACE)
+target_include_directories(project_settings INTERFACE "${PROJECT_SOURCE_DIR}" "${PROJECT_BINARY_DIR}/generated")
+target_compile_options(
+    project_settings
+    INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wold-style-cast -Werror)
+if(ORVELLOS_SANITIZE)
+    target_compile_options(project_settings INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(project_settings INTERFACE -fsanitize=address,undefined)
+endif()
+
+# Adds a static library of every source file in the calling folder.
+function(add_project_library name)
+    file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp" "${CMAKE_CURRENT_SOURCE_DIR}/*.h")
+    add_library(${name} STATIC ${sources})
+    target_link_libraries(${name} PUBLIC project_settings ${ARGN})
+    set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
+endfunction()

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/Geometry.h"
+#include "platform/Identifiers.h"
+#include "platform/Subscription.h"
+
+namespace platform {
+
+struct Screen {
+    std::optional<DisplayId> displayId;
+    Rect frame;
+    Rect visibleFrame;              // without panels and docks
+    double backingScaleFactor = 1;  // device pixels per point
+    bool operator==(const Screen&) const = default;
+};
+
+// The screens as they are now. No call waits for the display server.
+class Screens {
+  public:
+    virtual ~Screens() = default;
+
+    // In the system's order; empty when no screen is attached.
+    [[nodiscard]] virtual std::vector<Screen> screens() const = 0;
+    [[nodiscard]] virtual std::optional<Screen> mainScreen() const = 0;
+    [[nodiscard]] virtual DisplayId mainDisplayId() const = 0;
+    // The display's lasting identity in textual form; absent for an unknown display.
+    [[nodiscard]] virtual std::optional<std::string> displayUuid(DisplayId display) const = 0;
+    // Delivered on the main queue, once for a burst of changes.
+    virtual Subscription onParametersChanged(std::function<void()> action) = 0;
+};
+
+// The mouse pointer.
+class Pointer {
+  public:
+    virtual ~Pointer() = default;
+    // The last known location when the display server does not answer in time.
+    [[nodiscard]] virtual Point location() const = 0;
+};
+
+}  // namespace platform

@@ -1,0 +1,76 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/Identifiers.h"
+#include "platform/Subscription.h"
+
+namespace platform {
+
+struct SpaceEntry {
+    std::optional<std::string> uuid;
+    std::optional<ManagedSpaceId> managedSpaceId;
+    bool operator==(const SpaceEntry&) const = default;
+};
+
+// One display of the window server's answer, with whatever of it could be read.
+struct DisplayEntry {
+    std::optional<std::string> identifier;  // "Main", or the display's UUID in textual form
+    std::optional<SpaceEntry> currentSpace;
+    std::optional<std::vector<SpaceEntry>> spaces;  // in Mission Control order
+    bool operator==(const DisplayEntry&) const = default;
+};
+using ManagedDisplaySpaces = std::vector<DisplayEntry>;
+
+// Where the Space layout is read.
+class SpaceLayout {
+  public:
+    virtual ~SpaceLayout() = default;
+
+    // The displays with their Spaces; absent when the window server has no answer, or none it can vouch for.
+    [[nodiscard]] virtual std::optional<ManagedDisplaySpaces> copyManagedDisplaySpaces() const = 0;
+};
+
+// Which windows are on which Spaces.
+class WindowSpaces {
+  public:
+    virtual ~WindowSpaces() = default;
+
+    // Empty when the window is unknown.
+    [[nodiscard]] virtual std::vector<ManagedSpaceId> copySpacesForWindow(WindowNumber window) const = 0;
+    // Both are requests: what comes of them shows in a later copySpacesForWindow.
+    virtual void addWindowToSpace(WindowNumber window, ManagedSpaceId space) = 0;
+    virtual void removeWindowFromSpace(WindowNumber window, ManagedSpaceId space) = 0;
+};
+
+using ConnectionId = std::uint32_t;
+using SetCurrentSpaceEntry =
+    std::function<void(ConnectionId, const std::string& displayIdentifier, ManagedSpaceId)>;
+using SpaceListEntry = std::function<void(ConnectionId, std::span<const ManagedSpaceId>)>;
+
+// The window server's optional entry points for switching Spaces, looked up by name.
+class SpaceSwitchingEntries {
+  public:
+    virtual ~SpaceSwitchingEntries() = default;
+
+    [[nodiscard]] virtual ConnectionId mainConnectionId() const = 0;
+    // An empty function when nothing of that name is there.
+    [[nodiscard]] virtual SetCurrentSpaceEntry resolveSetCurrentSpace(std::string_view name) const = 0;
+    [[nodiscard]] virtual SpaceListEntry resolveSpaceList(std::string_view name) const = 0;
+};
+
+// Tells of changes of the current Space and of the set of Spaces.
+class SpaceNotifications {
+  public:
+    virtual ~SpaceNotifications() = default;
+    // Delivered on the main queue.
+    virtual Subscription onActiveSpaceChanged(std::function<void()> action) = 0;
+};
+
+}  // namespace platform
