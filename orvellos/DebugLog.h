@@ -13,8 +13,8 @@ namespace orvellos {
 
 enum class LogCategory { General, Nav, Mc };
 
-// Where log lines go besides the in-memory timeline. The composition root connects them once; what is left empty is
-// passed over, and without a clock the process's own clocks are read.
+// Where log lines go besides the in-memory timeline. The composition root connects them once; what is left
+// empty is passed over, and without a clock the process's own clocks are read.
 struct DebugLogOutputs {
     platform::SystemLog* systemLog = nullptr;
     std::function<void(std::string_view)> standardError;
@@ -25,8 +25,8 @@ struct DebugLogOutputs {
 // Whether the text of ORVELLO_DEBUG (null when unset) asks for the echo.
 [[nodiscard]] bool asksForDebugEcho(const char* environmentValue);
 
-// Starts the process's log anew with these outputs and an empty timeline. What `outputs` points to outlives the log or
-// is disconnected by connecting others.
+// Starts the process's log anew with these outputs and an empty timeline. What `outputs` points to outlives
+// the log or is disconnected by connecting others.
 void connectDebugLog(DebugLogOutputs outputs);
 
 // The operations below may be called from any thread and never fail toward the caller.
