@@ -36,6 +36,7 @@ namespace platform::freedesktop {
     X(sd_bus_message_skip)
 
 struct SystemdFunctions {
+// NOLINTNEXTLINE(bugprone-macro-parentheses): the name is declared
 #define PLATFORM_DECLARE_FUNCTION(name) decltype(&::name) name = nullptr;
     PLATFORM_SYSTEMD_FUNCTIONS(PLATFORM_DECLARE_FUNCTION)
 #undef PLATFORM_DECLARE_FUNCTION
