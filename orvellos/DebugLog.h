@@ -14,10 +14,11 @@ namespace orvellos {
 enum class LogCategory { General, Nav, Mc };
 
 // Where log lines go besides the in-memory timeline. The composition root connects them once; what is left
-// empty is passed over, and without a clock the process's own clocks are read.
+// empty is passed over, and without a clock the process's own clocks are read. All are used on the thread
+// that logs: each must bear that.
 struct DebugLogOutputs {
     platform::SystemLog* systemLog = nullptr;
-    std::function<void(std::string_view)> standardError;
+    std::function<void(std::string_view)> standardError = nullptr;
     const platform::RunLoop* clock = nullptr;
     bool echoEnabled = false;  // the environment variable ORVELLO_DEBUG is exactly "1"
 };

@@ -1,47 +1,14 @@
 #pragma once
 
 #include <functional>
-#include <map>
-#include <memory>
 #include <utility>
 
+#include "platform/Observers.h"
 #include "platform/Subscription.h"
 
 namespace orvellos {
 
-// Subscribers called in the order in which they subscribed. A subscriber may subscribe, cancel or notify
-// again from inside its own call; one that cancels before its turn is not called.
-template <typename... Arguments>
-class Observers {
-  public:
-    using Callback = std::function<void(Arguments...)>;
-
-    platform::Subscription subscribe(Callback callback) {
-        const auto key = state_->nextKey++;
-        state_->callbacks.emplace(key, std::move(callback));
-        return platform::Subscription([weak = std::weak_ptr(state_), key] {
-            if (auto state = weak.lock()) state->callbacks.erase(key);
-        });
-    }
-
-    void notify(Arguments... arguments) const {
-        const auto state = state_;
-        const auto end = state->nextKey;
-        for (auto entry = state->callbacks.begin(); entry != state->callbacks.end() && entry->first < end;) {
-            const auto key = entry->first;
-            const auto callback = entry->second;
-            callback(arguments...);
-            entry = state->callbacks.upper_bound(key);
-        }
-    }
-
-  private:
-    struct State {
-        std::map<unsigned long, Callback> callbacks;
-        unsigned long nextKey = 0;
-    };
-    std::shared_ptr<State> state_ = std::make_shared<State>();
-};
+using platform::Observers;
 
 // A value whose assignments are announced. A subscription delivers the current value at once and then every
 // value assigned, changed or not, on the assigning thread.

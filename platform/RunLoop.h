@@ -17,8 +17,8 @@ constexpr Duration seconds(double value) {
     return std::chrono::round<Duration>(std::chrono::duration<double>(value));
 }
 
-// The main thread's queue and clocks. Everything runs on the main thread; `post` alone may be called from
-// any.
+// The main thread's queue and clocks. Everything runs on the main thread; the clocks and `post` alone may be
+// used from any.
 class RunLoop {
   public:
     virtual ~RunLoop() = default;

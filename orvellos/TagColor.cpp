@@ -1,0 +1,70 @@
+#include "orvellos/TagColor.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+namespace orvellos {
+
+namespace {
+
+constexpr platform::Color kSystemBlue{0x3B / 255.0, 0x82 / 255.0, 0xF6 / 255.0, 1};
+constexpr platform::Color kDarkText{0.09, 0.11, 0.15, 1};
+constexpr platform::Color kLightText{1, 1, 1, 1};
+constexpr double kBrightFrom = 0.7;
+
+std::string_view trimmed(std::string_view text) {
+    constexpr std::string_view space = " \t\n\v\f\r";
+    const auto first = text.find_first_not_of(space);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(space) - first + 1);
+}
+
+double linear(double component) {
+    return component <= 0.03928 ? component / 12.92 : std::pow((component + 0.055) / 1.055, 2.4);
+}
+
+char upper(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+}  // namespace
+
+std::optional<platform::Color> colorFromHex(std::string_view text) {
+    auto digits = trimmed(text);
+    if (digits.starts_with('#')) digits.remove_prefix(1);
+    unsigned number = 0;
+    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number, 16);
+    if (digits.size() != 6 || error != std::errc() || end != digits.data() + digits.size())
+        return std::nullopt;
+    return platform::Color{(number >> 16 & 0xFF) / 255.0, (number >> 8 & 0xFF) / 255.0,
+                           (number & 0xFF) / 255.0, 1};
+}
+
+std::string hexFromColor(const platform::Color& color) {
+    const auto step = [](double c) { return static_cast<int>(std::round(std::clamp(c, 0.0, 1.0) * 255)); };
+    return fmt::format("#{:02X}{:02X}{:02X}", step(color.red), step(color.green), step(color.blue));
+}
+
+std::string paletteName(std::string_view hex) {
+    std::string wanted(hex);
+    std::ranges::transform(wanted, wanted.begin(), upper);
+    const auto found = std::ranges::find(tagPalette, std::string_view(wanted), &PaletteColor::hex);
+    return std::string(found == tagPalette.end() ? hex : found->name);
+}
+
+double relativeLuminance(const platform::Color& color) {
+    return 0.2126 * linear(color.red) + 0.7152 * linear(color.green) + 0.0722 * linear(color.blue);
+}
+
+platform::Color tagColor(const Tag& tag) {
+    return colorFromHex(tag.colorHex).value_or(kSystemBlue);
+}
+
+platform::Color labelTextColor(const Tag& tag) {
+    return relativeLuminance(tagColor(tag)) > kBrightFrom ? kDarkText : kLightText;
+}
+
+}  // namespace orvellos

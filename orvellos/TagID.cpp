@@ -1,0 +1,25 @@
+#include "orvellos/TagID.h"
+
+#include <uuid/uuid.h>
+
+namespace orvellos {
+
+TagID TagID::random() {
+    TagID id;
+    uuid_generate_random(id.bytes_.data());
+    return id;
+}
+
+std::optional<TagID> TagID::parse(std::string_view text) {
+    TagID id;
+    if (uuid_parse_range(text.data(), text.data() + text.size(), id.bytes_.data()) != 0) return std::nullopt;
+    return id;
+}
+
+std::string TagID::text() const {
+    std::array<char, UUID_STR_LEN> text{};
+    uuid_unparse_upper(bytes_.data(), text.data());
+    return text.data();
+}
+
+}  // namespace orvellos

@@ -1,0 +1,109 @@
+#include "orvellos/TagStore.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "orvellos/DebugLog.h"
+#include "orvellos/TagJson.h"
+#include "platform/LocalTime.h"
+
+namespace orvellos {
+
+std::filesystem::path tagFolder(const platform::Folders& folders) {
+    if (const auto support = folders.applicationSupport()) return *support / "orvello";
+    return folders.home().value_or("") / "Library/Application Support" / "orvello";
+}
+
+std::filesystem::path tagFilePath(const platform::Folders& folders) {
+    return tagFolder(folders) / "tags.json";
+}
+
+TagStore::TagStore(platform::FileSystem& files, const platform::RunLoop& clock,
+                   const std::filesystem::path& folder)
+    : files_(files), clock_(clock), fileURL_(folder / "tags.json") {
+    // Where the folder cannot be had, every later read and write fails and says so.
+    [[maybe_unused]] const auto ignored = files_.createFolders(folder);
+    load();
+    writeBackup();
+}
+
+std::filesystem::path TagStore::backupURL() const {
+    return fileURL_.string() + ".bak";
+}
+
+std::optional<std::vector<Tag>> TagStore::readTags(const std::filesystem::path& file) const {
+    const auto text = files_.read(file);
+    return text ? decodeTags(text.value()) : std::nullopt;
+}
+
+void TagStore::load() {
+    if (!files_.exists(fileURL_)) return;
+    if (auto loaded = readTags(fileURL_)) {
+        tags = std::move(*loaded);
+        return;
+    }
+    quarantineUnreadableStore();
+    auto recovered = readTags(backupURL());
+    if (!recovered) {
+        log(LogCategory::Nav,
+            "TagStore: store was unreadable and no usable backup exists — starting empty (original preserved "
+            "in "
+            "quarantine)");
+        return;
+    }
+    tags = std::move(*recovered);
+    log(LogCategory::Nav,
+        fmt::format("TagStore: store was unreadable — recovered {} tag(s) from backup", tags.size()));
+    save();
+}
+
+void TagStore::quarantineUnreadableStore() {
+    const auto aside =
+        fileURL_.string() + ".corrupt-" + platform::localTimeText(clock_.wallNow(), "%Y%m%d-%H%M%S");
+    if (const auto error = files_.move(fileURL_, aside)) {
+        log(LogCategory::Nav, "TagStore: FAILED to quarantine unreadable store: " + error->description);
+    } else {
+        log(LogCategory::Nav,
+            "TagStore: quarantined unreadable store to " + std::filesystem::path(aside).filename().string());
+    }
+}
+
+void TagStore::writeBackup() {
+    if (tags.empty()) return;
+    if (const auto error = files_.writeAtomically(backupURL(), encodeTags(tags)))
+        log(LogCategory::Nav, "TagStore: backup write failed: " + error->description);
+}
+
+void TagStore::save() {
+    if (const auto error = files_.writeAtomically(fileURL_, encodeTags(tags)))
+        log(LogCategory::Nav,
+            fmt::format("TagStore: SAVE FAILED for {} tag(s): {}", tags.size(), error->description));
+}
+
+template <typename Change>
+void TagStore::change(const TagID& id, Change apply) {
+    const auto found = std::ranges::find(tags, id, &Tag::id);
+    if (found == tags.end()) return;
+    apply(*found);
+    save();
+}
+
+void TagStore::updateSpaceUUID(const TagID& id, std::optional<std::string> spaceUUID) {
+    change(id, [&](Tag& tag) { tag.spaceUUID = std::move(spaceUUID); });
+}
+
+void TagStore::updateFrame(const TagID& id, const platform::Rect& frame) {
+    change(id, [&](Tag& tag) { tag.frame = frame; });
+}
+
+void TagStore::clearFrame(const TagID& id) {
+    change(id, [](Tag& tag) { tag.frame.reset(); });
+}
+
+void TagStore::update(const Tag& tag) {
+    change(tag.id, [&](Tag& old) { old = tag; });
+}
+
+}  // namespace orvellos

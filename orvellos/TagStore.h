@@ -1,0 +1,54 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "orvellos/Tag.h"
+#include "platform/FileSystem.h"
+#include "platform/Folders.h"
+
+namespace orvellos {
+
+// The folder that holds the user's tag file: "orvello" in the user's folder for application data. Relative to
+// the working folder when the user has neither that nor a home.
+[[nodiscard]] std::filesystem::path tagFolder(const platform::Folders& folders);
+// The user's tag file.
+[[nodiscard]] std::filesystem::path tagFilePath(const platform::Folders& folders);
+
+// Owns the tags and the one file that holds them between runs. Every change is written before the operation
+// returns. A file that cannot be read is moved aside, and the tags come back from the backup that each start
+// makes of what it loaded. Failures are logged; the tags in memory keep every change.
+class TagStore {
+  public:
+    // Creates the folder, loads the tags and refreshes the backup.
+    TagStore(platform::FileSystem& files, const platform::RunLoop& clock,
+             const std::filesystem::path& folder);
+
+    [[nodiscard]] const std::filesystem::path& fileURL() const { return fileURL_; }
+    // In file order. The owner adds and removes, then saves.
+    std::vector<Tag> tags;
+
+    void save();
+    // Each changes the first tag with that id and saves; an unknown id changes and writes nothing.
+    void updateSpaceUUID(const TagID& id, std::optional<std::string> spaceUUID);
+    void updateFrame(const TagID& id, const platform::Rect& frame);
+    void clearFrame(const TagID& id);
+    void update(const Tag& tag);
+
+  private:
+    void load();
+    void writeBackup();
+    void quarantineUnreadableStore();
+    [[nodiscard]] std::optional<std::vector<Tag>> readTags(const std::filesystem::path& file) const;
+    [[nodiscard]] std::filesystem::path backupURL() const;
+    template <typename Change>
+    void change(const TagID& id, Change apply);
+
+    platform::FileSystem& files_;
+    const platform::RunLoop& clock_;
+    std::filesystem::path fileURL_;
+};
+
+}  // namespace orvellos

@@ -1,0 +1,127 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "orvellos/Animation.h"
+#include "orvellos/EditingContext.h"
+#include "orvellos/Settings.h"
+#include "orvellos/Tag.h"
+#include "orvellos/TagLayout.h"
+#include "orvellos/TagSize.h"
+#include "platform/Screens.h"
+#include "platform/WindowSystem.h"
+
+namespace orvellos {
+
+// What tag windows need of their surroundings.
+struct TagWindowServices {
+    platform::WindowSystem& windowSystem;
+    platform::RunLoop& runLoop;
+    const platform::Screens& screens;
+    const platform::TextMeasurer& textMeasurer;
+    Settings& settings;
+    EditingContext& editingContext;
+};
+
+// The floating window of one tag. It draws the tag, tells clicks from drags and animates; which Space it is
+// on, and when it shows, is decided by its owner. A main window owns its Mission Control backup. Main thread
+// only; coordinates are screen points.
+class TagWindow final : public platform::TagWindowDelegate {
+  public:
+    // Told the new frame after the user dragged the window, and whether Shift was held.
+    using OnFrameChange = std::function<void(const platform::Rect&, bool shiftHeld)>;
+    using OnClick = std::function<void()>;
+    using PreferredScreenProvider = std::function<std::optional<platform::Screen>()>;
+
+    // Makes the main window of a tag, with its backup. `existing` counts the windows that are there already;
+    // windows without any other place are stacked by it.
+    TagWindow(const TagWindowServices& services, const Tag& tag, TagSize size, std::size_t existing,
+              OnFrameChange onFrameChange, OnClick onClick);
+    ~TagWindow() override;
+    TagWindow(const TagWindow&) = delete;
+    TagWindow& operator=(const TagWindow&) = delete;
+
+    [[nodiscard]] const TagID& tagID() const { return tagID_; }
+    [[nodiscard]] bool isBackup() const { return isBackup_; }
+    [[nodiscard]] TagWindow* mcBackup() const { return mcBackup_.get(); }
+    [[nodiscard]] platform::WindowNumber windowNumber() const { return surface_->number(); }
+    [[nodiscard]] const platform::Rect& frame() const { return frame_; }
+    [[nodiscard]] TagSize currentSize() const { return currentSize_; }
+    [[nodiscard]] double alphaValue() const { return alpha_; }
+    [[nodiscard]] bool ignoresMouseEvents() const { return ignoresMouseEvents_; }
+    [[nodiscard]] platform::WindowState state() const { return surface_->state(); }
+    [[nodiscard]] bool isInGesture() const { return mouseDownScreenLocation_.has_value(); }
+    // Whether the point is part of the drawn tag: inside the margin and inside the silhouette.
+    [[nodiscard]] bool hitMaskContains(platform::Point screenPoint) const;
+
+    // The screen that the tag belongs to, for this window and its backup.
+    void setPreferredScreenProvider(const PreferredScreenProvider& provider);
+    void setAlphaValue(double alpha);
+    void setIgnoresMouseEvents(bool ignores);
+    void orderFrontRegardless();
+    void orderOut();
+
+    void fade(bool visible);
+    void revealInstantly();
+    // Points the tag out by a short swelling.
+    void flash();
+
+    // Lays the window, and then its backup, out anew.
+    void refreshShape();
+    // Takes another label and colour for the same tag, keeping the centre; the backup too.
+    void update(const Tag& tag);
+    void applyFrameAndSize(TagSize size, const std::string& label, const platform::Rect& frame, bool animate);
+    // Moves the window without telling `onFrameChange`.
+    void setFrameWithoutPersisting(const platform::Rect& frame, bool animate);
+
+    void mouseDown(const platform::MouseEvent& event) override;
+    void mouseDragged(const platform::MouseEvent& event) override;
+    void mouseUp(const platform::MouseEvent& event) override;
+    platform::Rect constrainFrame(const platform::Rect& proposed) override;
+
+  private:
+    struct BackupMark {};
+    TagWindow(const TagWindowServices& services, const Tag& tag, BackupMark mark);
+    TagWindow(const TagWindowServices& services, const Tag& tag, TagSize size, std::size_t existing,
+              bool isBackup);
+
+    [[nodiscard]] platform::Rect initialFrame(const Tag& tag, std::size_t existing) const;
+    [[nodiscard]] platform::Size sizeForLabel(const std::string& label) const;
+    [[nodiscard]] platform::Rect centred(platform::Size size, platform::Point center) const;
+    [[nodiscard]] std::optional<platform::Screen> preferredScreen() const;
+    [[nodiscard]] std::optional<platform::Screen> ownScreen() const;
+    [[nodiscard]] std::string shortId() const;
+    void takeLook(const Tag& tag);
+    void setFrame(const platform::Rect& frame);
+    void layOut();
+    void animateFrame(const platform::Rect& target, std::function<double(double)> easing);
+    void logIfCrossingDisplays(const platform::Rect& target, const std::string& start,
+                               const std::string& end) const;
+    void finishGesture(const platform::MouseEvent& event);
+
+    TagWindowServices services_;
+    TagID tagID_;
+    TagAppearance appearance_;
+    OnFrameChange onFrameChange_;
+    OnClick onClick_;
+    PreferredScreenProvider preferredScreenProvider_;
+    std::optional<platform::Point> mouseDownScreenLocation_;
+    std::optional<platform::Point> mouseDownWindowOrigin_;
+    bool didDragThisGesture_ = false;
+    std::optional<platform::Instant> lastMouseUpTime_;
+    TagSize currentSize_;
+    const bool isBackup_;
+    platform::Rect frame_;
+    double alpha_ = 1;
+    bool ignoresMouseEvents_ = false;
+    std::unique_ptr<platform::TagSurface> surface_;
+    std::unique_ptr<TagWindow> mcBackup_;
+    Animation alphaAnimation_;
+    Animation frameAnimation_;
+    Animation flashAnimation_;
+};
+
+}  // namespace orvellos

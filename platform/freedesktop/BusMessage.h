@@ -1,0 +1,74 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "platform/RunLoop.h"
+#include "platform/freedesktop/SystemdLibrary.h"
+
+namespace platform::freedesktop {
+
+// An argument whose D-Bus type is "v" and holds that value.
+struct BusVariant {
+    std::variant<bool, std::int32_t, std::uint32_t, std::string> value;
+};
+// The D-Bus types b, i, u, s, as and v.
+using BusArgument =
+    std::variant<bool, std::int32_t, std::uint32_t, std::string, std::vector<std::string>, BusVariant>;
+
+inline constexpr Duration kLongestBusCall = std::chrono::seconds(1);
+
+// A method call on the bus.
+struct BusCall {
+    std::string service;
+    std::string path;
+    std::string interface;
+    std::string member;
+    std::vector<BusArgument> arguments;
+    bool startsService = false;  // whether the bus may start a service that is not running
+    Duration timeout = kLongestBusCall;
+};
+
+// The call that reads a property; its answer's only argument is the value.
+[[nodiscard]] BusCall propertyRead(std::string service, std::string path, std::string interface,
+                                   std::string property);
+
+// What a bus message carries: one element per argument. Variants are unwrapped, structures are arrays, a
+// dictionary is an array of pairs, and a file descriptor is null.
+using BusArguments = nlohmann::json;
+
+// Where the user's session bus listens; empty when there is none. Only Unix sockets are taken, because other
+// transports can start a program or wait for a name server.
+[[nodiscard]] std::string sessionBusAddress();
+// The same for these values of DBUS_SESSION_BUS_ADDRESS and XDG_RUNTIME_DIR (null when unset).
+[[nodiscard]] std::string sessionBusAddress(const char* busAddress, const char* runtimeFolder);
+
+struct BusDeleter {
+    const SystemdFunctions* systemd = nullptr;
+    void operator()(sd_bus* bus) const { systemd->sd_bus_close_unref(bus); }
+    void operator()(sd_bus_message* message) const { systemd->sd_bus_message_unref(message); }
+    void operator()(sd_bus_slot* slot) const { systemd->sd_bus_slot_unref(slot); }
+};
+using BusPointer = std::unique_ptr<sd_bus, BusDeleter>;
+using BusMessagePointer = std::unique_ptr<sd_bus_message, BusDeleter>;
+using BusSlotPointer = std::unique_ptr<sd_bus_slot, BusDeleter>;
+
+// Begins to connect, without waiting; null when that fails at once.
+[[nodiscard]] BusPointer connectToBus(const SystemdFunctions& systemd, const std::string& address);
+
+// Queues the call, without waiting; null when the call is malformed or the bus is gone. `handler` is called
+// while the bus is processed, unless the slot is destroyed first. The connection itself sets no limit of
+// time.
+[[nodiscard]] BusSlotPointer sendCall(const SystemdFunctions& systemd, sd_bus* bus, const BusCall& call,
+                                      sd_bus_message_handler_t handler, void* userData);
+
+// The arguments of an answer; absent when it is an error, is malformed or is unreasonably large.
+[[nodiscard]] std::optional<BusArguments> readArguments(const SystemdFunctions& systemd,
+                                                        sd_bus_message* message);
+
+}  // namespace platform::freedesktop

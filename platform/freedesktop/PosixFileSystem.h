@@ -1,0 +1,56 @@
+#pragma once
+
+#include <fcntl.h>
+#include <stdio.h>
+#include <unistd.h>
+
+#include <cstddef>
+#include <functional>
+#include <utility>
+
+#include "platform/FileSystem.h"
+
+namespace platform::freedesktop {
+
+// The system calls whose failures lose data, with the meaning of their namesakes in POSIX. A test puts its
+// own in their place.
+struct FileCalls {
+    std::function<int(const char*, int, mode_t)> open = [](const char* path, int flags, mode_t mode) {
+        return ::open(path, flags, mode);
+    };
+    std::function<ssize_t(int, const void*, std::size_t)> write = ::write;
+    std::function<int(int)> fsync = ::fsync;
+    std::function<int(const char*, const char*)> rename = ::rename;
+    // Fails with EEXIST when the target exists; with ENOSYS or EINVAL where that cannot be had in one step.
+    std::function<int(const char*, const char*)> renameNoReplace = [](const char* from, const char* to) {
+        return ::renameat2(AT_FDCWD, from, AT_FDCWD, to, RENAME_NOREPLACE);
+    };
+};
+
+// The files of this machine. A failure reads as the operation and the system's words for its reason.
+class PosixFileSystem final : public FileSystem {
+  public:
+    explicit PosixFileSystem(FileCalls calls = {}) : calls_(std::move(calls)) {}
+
+    [[nodiscard]] bool exists(const std::filesystem::path& path) const override;
+    [[nodiscard]] Result<std::string> read(const std::filesystem::path& path) const override;
+    // A new file can be read and written by its owner alone.
+    [[nodiscard]] MaybeError writeAtomically(const std::filesystem::path& path,
+                                             std::string_view bytes) override;
+    [[nodiscard]] MaybeError move(const std::filesystem::path& from,
+                                  const std::filesystem::path& to) override;
+    // A folder that is made belongs to its owner alone, as the XDG Base Directory Specification asks.
+    [[nodiscard]] MaybeError createFolders(const std::filesystem::path& folder) override;
+    [[nodiscard]] std::optional<WallTime> modificationDate(const std::filesystem::path& path) const override;
+
+  private:
+    // A new file in the folder under a name nobody has, which `path` receives; -1 with errno on failure.
+    [[nodiscard]] int createTemporary(const std::filesystem::path& folder, std::filesystem::path& path) const;
+    [[nodiscard]] MaybeError writeWhole(int file, std::string_view bytes) const;
+    [[nodiscard]] MaybeError fillTemporary(int file, std::string_view bytes, mode_t permissions) const;
+    [[nodiscard]] MaybeError sync(int file) const;
+
+    FileCalls calls_;
+};
+
+}  // namespace platform::freedesktop

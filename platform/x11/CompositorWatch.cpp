@@ -1,0 +1,38 @@
+#include "platform/x11/CompositorWatch.h"
+
+#include <xcb/xfixes.h>
+
+#include <array>
+#include <string>
+
+namespace platform::x11 {
+
+CompositorWatch::CompositorWatch(XConnection& connection, XEvents& events, std::function<void(bool)> changed)
+    : connection_(connection), changed_(std::move(changed)) {
+    const auto name = "_NET_WM_CM_S" + std::to_string(connection.screenNumber());
+    const std::array<std::string_view, 1> names = {name};
+    selection_ = connection.intern(names).front();
+    if (const auto* extension = xcb_get_extension_data(connection.get(), &xcb_xfixes_id);
+        extension && extension->present) {
+        xfixesEvents_ = extension->first_event;
+        connection.discard(xcb_xfixes_query_version(connection.get(), 5, 0));
+        xcb_xfixes_select_selection_input(connection.get(), connection.root(), selection_,
+                                          XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
+                                              XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
+                                              XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
+    }
+    const auto cookie = xcb_get_selection_owner(connection.get(), selection_);
+    const auto owner = connection.reply<xcb_get_selection_owner_reply_t>(cookie);
+    composited_ = owner && owner->owner != XCB_WINDOW_NONE;
+    subscription_ = events.subscribe([this](const auto& event) { handle(event); });
+}
+
+void CompositorWatch::handle(const xcb_generic_event_t& event) {
+    if (xfixesEvents_ == 0 || XEvents::type(event) != xfixesEvents_ + XCB_XFIXES_SELECTION_NOTIFY) return;
+    const auto& notify = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event);
+    if (notify.selection != selection_) return;
+    const bool composited = notify.owner != XCB_WINDOW_NONE;
+    if (std::exchange(composited_, composited) != composited) changed_(composited);
+}
+
+}  // namespace platform::x11

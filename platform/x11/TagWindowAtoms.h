@@ -1,0 +1,40 @@
+#pragma once
+
+#include <array>
+
+#include "platform/x11/XConnection.h"
+
+namespace platform::x11 {
+
+// The atoms that tag windows speak to window managers with (EWMH and ICCCM names, and KDE's skip-switcher
+// state).
+struct TagWindowAtoms {
+    xcb_atom_t windowType, notification, state, above, skipTaskbar, skipPager, skipSwitcher, desktop, name,
+        utf8String, pid, userTime, motifHints, opacity, protocols, deleteWindow, ping, supportingWmCheck;
+
+    [[nodiscard]] static TagWindowAtoms intern(XConnection& connection) {
+        constexpr std::array<std::string_view, 18> names = {"_NET_WM_WINDOW_TYPE",
+                                                            "_NET_WM_WINDOW_TYPE_NOTIFICATION",
+                                                            "_NET_WM_STATE",
+                                                            "_NET_WM_STATE_ABOVE",
+                                                            "_NET_WM_STATE_SKIP_TASKBAR",
+                                                            "_NET_WM_STATE_SKIP_PAGER",
+                                                            "_KDE_NET_WM_STATE_SKIP_SWITCHER",
+                                                            "_NET_WM_DESKTOP",
+                                                            "_NET_WM_NAME",
+                                                            "UTF8_STRING",
+                                                            "_NET_WM_PID",
+                                                            "_NET_WM_USER_TIME",
+                                                            "_MOTIF_WM_HINTS",
+                                                            "_NET_WM_WINDOW_OPACITY",
+                                                            "WM_PROTOCOLS",
+                                                            "WM_DELETE_WINDOW",
+                                                            "_NET_WM_PING",
+                                                            "_NET_SUPPORTING_WM_CHECK"};
+        const auto a = connection.intern(names);
+        return {a[0], a[1],  a[2],  a[3],  a[4],  a[5],  a[6],  a[7],  a[8],
+                a[9], a[10], a[11], a[12], a[13], a[14], a[15], a[16], a[17]};
+    }
+};
+
+}  // namespace platform::x11

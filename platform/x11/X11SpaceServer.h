@@ -1,0 +1,73 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/Spaces.h"
+#include "platform/x11/EwmhSpaceLayout.h"
+#include "platform/x11/X11WindowSystem.h"
+#include "platform/x11/XEvents.h"
+
+namespace platform::x11 {
+
+// The Space layout for a program that runs on: read when the window manager tells of a change, at most once a
+// frame, and answered from memory in between. The layout is absent while there is no window manager, while
+// one takes over from another, and on KWin until its desktops' ids have come.
+class X11SpaceServer final : public SpaceLayout, public SpaceNotifications {
+  public:
+    using KwinIds = std::optional<std::vector<std::string>>;
+    // Asks KWin for its desktops' ids; the answer comes later, on the main thread.
+    using RequestKwinIds = std::function<void(std::function<void(KwinIds)>)>;
+
+    X11SpaceServer(XConnection& connection, const Atoms& atoms, XEvents& events, RunLoop& runLoop,
+                   RequestKwinIds requestKwinIds);
+
+    [[nodiscard]] std::optional<ManagedDisplaySpaces> copyManagedDisplaySpaces() const override {
+        return answer_;
+    }
+    Subscription onActiveSpaceChanged(std::function<void()> action) override {
+        return changed_.subscribe(std::move(action));
+    }
+    // A window manager has come, or taken over from another.
+    Subscription onWindowManagerChanged(std::function<void()> action) {
+        return windowManagerChanged_.subscribe(std::move(action));
+    }
+
+    [[nodiscard]] DesktopFacts facts() const;
+    [[nodiscard]] bool canSwitch() const { return desktops_ && desktops_->canSwitch; }
+    // The server time of the last change that was told of.
+    [[nodiscard]] xcb_timestamp_t lastTime() const { return lastTime_; }
+
+  private:
+    void handle(const xcb_generic_event_t& event);
+    void readSoon();
+    void read();
+    void takeRoot(const EwmhRoot& root);
+    void askKwin();
+    void takeKwinIds(KwinIds ids);
+    void compose();
+
+    XConnection& connection_;
+    const Atoms& atoms_;
+    RunLoop& runLoop_;
+    RequestKwinIds requestKwinIds_;
+    xcb_atom_t desktopNames_ = 0;
+    xcb_window_t windowManager_ = XCB_WINDOW_NONE;
+    std::optional<EwmhDesktops> desktops_;
+    KwinIds kwinIds_;
+    bool kwinIdsAreOld_ = false;  // the desktops have changed since
+    bool started_ = false;
+    std::optional<ManagedDisplaySpaces> answer_;
+    xcb_timestamp_t lastTime_ = XCB_CURRENT_TIME;
+    std::optional<Instant> lastRead_;
+    Timer readTimer_;
+    Timer settleTimer_;
+    Timer kwinRetry_;
+    Observers<> changed_;
+    Observers<> windowManagerChanged_;
+    Subscription subscription_;
+};
+
+}  // namespace platform::x11

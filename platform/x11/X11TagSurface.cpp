@@ -1,0 +1,371 @@
+#include "platform/x11/X11TagSurface.h"
+
+#include <unistd.h>
+#include <xcb/shape.h>
+
+#include <array>
+#include <cmath>
+#include <cstring>
+
+namespace platform::x11 {
+
+namespace {
+
+constexpr auto kPlacementSettles = std::chrono::milliseconds(250);
+constexpr std::uint32_t kSourceApplication = 1;  // EWMH source indication
+
+// The part of ICCCM's WM_NORMAL_HINTS that says: this place and size are meant.
+constexpr std::uint32_t kUserPlaceAndSize = (1U << 0) | (1U << 1) | (1U << 2) | (1U << 3) | (1U << 9);
+constexpr std::uint32_t kStaticGravity = XCB_GRAVITY_STATIC;
+
+}  // namespace
+
+X11TagSurface::X11TagSurface(TagSurfaceContext& context, const Rect& frame, bool acceptsMouse,
+                             TagWindowDelegate& delegate)
+    : context_(context), delegate_(delegate), acceptsMouse_(acceptsMouse), frame_(frame) {
+    create();
+    writeInitialProperties();
+}
+
+X11TagSurface::~X11TagSurface() {
+    context_.forget(window_);
+    xcb_destroy_window(context_.connection.get(), window_);
+    context_.connection.flush();
+}
+
+void X11TagSurface::create() {
+    auto* connection = context_.connection.get();
+    window_ = xcb_generate_id(connection);
+    placed_ = context_.screens.coordinates().toPixels(frame_);
+    constexpr std::uint32_t mask =
+        XCB_CW_BACK_PIXMAP | XCB_CW_BORDER_PIXEL | XCB_CW_EVENT_MASK | XCB_CW_COLORMAP | XCB_CW_CURSOR;
+    const std::array<std::uint32_t, 5> values = {
+        XCB_BACK_PIXMAP_NONE, 0,
+        XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE | XCB_EVENT_MASK_BUTTON_1_MOTION |
+            XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE,
+        context_.colormap, acceptsMouse_ ? context_.openHand : xcb_cursor_t{0}};
+    xcb_create_window(connection, context_.depth, window_, context_.connection.root(),
+                      static_cast<std::int16_t>(placed_.x), static_cast<std::int16_t>(placed_.y),
+                      static_cast<std::uint16_t>(placed_.width), static_cast<std::uint16_t>(placed_.height),
+                      0, XCB_WINDOW_CLASS_INPUT_OUTPUT, context_.visual, mask, values.data());
+}
+
+template <typename T>
+void X11TagSurface::change32(xcb_atom_t property, xcb_atom_t type, std::initializer_list<T> values) {
+    static_assert(sizeof(T) == 4);
+    xcb_change_property(context_.connection.get(), XCB_PROP_MODE_REPLACE, window_, property, type, 32,
+                        static_cast<std::uint32_t>(values.size()), values.begin());
+}
+
+void X11TagSurface::writeInitialProperties() {
+    const auto& atoms = context_.atoms;
+    change32(atoms.windowType, XCB_ATOM_ATOM, {atoms.notification});
+    change32(atoms.state, XCB_ATOM_ATOM,
+             {atoms.above, atoms.skipTaskbar, atoms.skipPager, atoms.skipSwitcher});
+    change32(atoms.protocols, XCB_ATOM_ATOM, {atoms.deleteWindow, atoms.ping});
+    change32(atoms.userTime, XCB_ATOM_CARDINAL, {0U});
+    change32(atoms.pid, XCB_ATOM_CARDINAL, {static_cast<std::uint32_t>(getpid())});
+    change32(atoms.motifHints, atoms.motifHints, {3U, 0U, 0U, 0U, 0U});  // no functions, no decorations
+    change32(XCB_ATOM_WM_HINTS, XCB_ATOM_WM_HINTS, {1U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U});  // input: false
+    auto* connection = context_.connection.get();
+    constexpr std::string_view wmClass("orvello\0orvellos\0", 17);
+    xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window_, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8,
+                        wmClass.size(), wmClass.data());
+    std::array<char, 256> host{};
+    if (gethostname(host.data(), host.size() - 1) == 0)
+        xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window_, XCB_ATOM_WM_CLIENT_MACHINE,
+                            XCB_ATOM_STRING, 8, static_cast<std::uint32_t>(std::strlen(host.data())),
+                            host.data());
+    writeHints();
+}
+
+void X11TagSurface::writeHints() {
+    const auto x = static_cast<std::uint32_t>(placed_.x);
+    const auto y = static_cast<std::uint32_t>(placed_.y);
+    const auto width = static_cast<std::uint32_t>(placed_.width);
+    const auto height = static_cast<std::uint32_t>(placed_.height);
+    change32(XCB_ATOM_WM_NORMAL_HINTS, XCB_ATOM_WM_SIZE_HINTS,
+             {kUserPlaceAndSize, x, y, width, height, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U,
+              kStaticGravity});
+}
+
+void X11TagSurface::writeTitle() {
+    auto* connection = context_.connection.get();
+    const auto length = static_cast<std::uint32_t>(std::min<std::size_t>(title_.size(), 1024));
+    xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window_, context_.atoms.name,
+                        context_.atoms.utf8String, 8, length, title_.data());
+    xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window_, XCB_ATOM_WM_NAME,
+                        context_.atoms.utf8String, 8, length, title_.data());
+    titleChanged_ = false;
+}
+
+WindowState X11TagSurface::state() const {
+    const auto current = context_.currentDesktop();
+    const bool everywhere = desktop_ == 0xFFFFFFFF;
+    const bool onActiveSpace = everywhere || (desktop_ && current && *desktop_ == *current);
+    return {orderedIn_, onActiveSpace, orderedIn_ && onActiveSpace && alpha_ > 0};
+}
+
+void X11TagSurface::setFrame(const Rect& frame) {
+    frame_ = frame;
+    refusedPlace_.reset();
+    commitLater();
+}
+
+void X11TagSurface::setAlpha(double alpha) {
+    alpha_ = std::clamp(alpha, 0.0, 1.0);
+    commitLater();
+}
+
+void X11TagSurface::setIgnoresMouseEvents(bool ignores) {
+    ignoresMouse_ = ignores;
+    commitLater();
+}
+
+void X11TagSurface::setContents(const TagLayers& layers, const std::string& title) {
+    titleChanged_ = titleChanged_ || title != title_;
+    contentsChanged_ = contentsChanged_ || layers != layers_;
+    silhouetteChanged_ = silhouetteChanged_ || layers.tintLayer != layers_.tintLayer;
+    layers_ = layers;
+    title_ = title;
+    commitLater();
+}
+
+void X11TagSurface::setContentScale(double scale) {
+    contentScale_ = scale;
+    commitLater();
+}
+
+void X11TagSurface::setOrderedIn(bool orderedIn) {
+    orderedIn_ = orderedIn;
+    raise_ = orderedIn;
+    commitLater();
+}
+
+void X11TagSurface::refresh() {
+    contentsChanged_ = true;
+    silhouetteChanged_ = true;
+    commitLater();
+}
+
+PaintGeometry X11TagSurface::geometry() const {
+    return {placed_.width, placed_.height, context_.screens.coordinates().scale(), contentScale_};
+}
+
+void X11TagSurface::commitLater() {
+    if (!commitTimer_.isActive())
+        commitTimer_ = context_.runLoop.after(Duration::zero(), [this] { commit(); });
+}
+
+void X11TagSurface::commit() {
+    commitTimer_ = {};
+    if (titleChanged_) writeTitle();
+    const auto place = context_.screens.coordinates().toPixels(frame_);
+    const bool moved = place != placed_;
+    silhouetteChanged_ = silhouetteChanged_ || place.width != placed_.width || place.height != placed_.height;
+    placed_ = place;
+    const bool repaint = alpha_ > 0 && (contentsChanged_ || painted_ != geometry());
+    if (repaint) upload();
+    auto* connection = context_.connection.get();
+    if (moved) {
+        writeHints();
+        constexpr std::uint16_t mask =
+            XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT;
+        const std::array<std::int32_t, 4> values = {place.x, place.y, place.width, place.height};
+        xcb_configure_window(connection, window_, mask, values.data());
+    }
+    if (alpha_ > 0 && sentAlpha_ != alpha_) {
+        change32(context_.atoms.opacity, XCB_ATOM_CARDINAL,
+                 {static_cast<std::uint32_t>(std::lround(alpha_ * 4294967295.0))});
+        sentAlpha_ = alpha_;
+    }
+    applyBoundingShape();
+    applyInputShape();
+    silhouetteChanged_ = false;
+    if (repaint) xcb_clear_area(connection, 0, window_, 0, 0, 0, 0);
+    if (alpha_ <= 0 && painted_) releasePixels();
+    applyMapping();
+    context_.connection.flush();
+}
+
+void X11TagSurface::upload() {
+    auto* connection = context_.connection.get();
+    const auto image = context_.painter.paint(layers_, geometry(), context_.composited);
+    const xcb_pixmap_t pixmap = xcb_generate_id(connection);
+    const auto width = static_cast<std::uint16_t>(image.width);
+    xcb_create_pixmap(connection, context_.depth, pixmap, window_, width,
+                      static_cast<std::uint16_t>(image.height));
+    const xcb_gcontext_t gc = xcb_generate_id(connection);
+    xcb_create_gc(connection, gc, pixmap, 0, nullptr);
+    // A request carries a bounded number of bytes, so tall images travel in bands.
+    const auto most = static_cast<std::int32_t>(xcb_get_maximum_request_length(connection)) - 64;
+    const auto band = std::max(most / std::max(image.width, 1), 1);
+    for (std::int32_t y = 0; y < image.height; y += band) {
+        const auto rows = std::min(band, image.height - y);
+        const auto first = static_cast<std::size_t>(y) * static_cast<std::size_t>(image.width);
+        const auto count = static_cast<std::uint32_t>(rows * image.width * 4);
+        xcb_put_image(connection, XCB_IMAGE_FORMAT_Z_PIXMAP, pixmap, gc, width,
+                      static_cast<std::uint16_t>(rows), 0, static_cast<std::int16_t>(y), 0, context_.depth,
+                      count, reinterpret_cast<const std::uint8_t*>(image.pixels.data() + first));
+    }
+    xcb_change_window_attributes(connection, window_, XCB_CW_BACK_PIXMAP, &pixmap);
+    xcb_free_gc(connection, gc);
+    xcb_free_pixmap(connection, pixmap);
+    painted_ = geometry();
+    contentsChanged_ = false;
+}
+
+void X11TagSurface::releasePixels() {
+    const std::uint32_t none = XCB_BACK_PIXMAP_NONE;
+    xcb_change_window_attributes(context_.connection.get(), window_, XCB_CW_BACK_PIXMAP, &none);
+    painted_.reset();
+}
+
+void X11TagSurface::applyBoundingShape() {
+    const auto wanted = alpha_ <= 0           ? BoundingShape::Empty
+                        : context_.composited ? BoundingShape::Whole
+                                              : BoundingShape::Silhouette;
+    if (wanted == bounding_ && !(wanted == BoundingShape::Silhouette && silhouetteChanged_)) return;
+    bounding_ = wanted;
+    if (wanted == BoundingShape::Whole) {
+        xcb_shape_mask(context_.connection.get(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, window_, 0, 0,
+                       XCB_PIXMAP_NONE);
+    } else if (wanted == BoundingShape::Silhouette) {
+        setShape(XCB_SHAPE_SK_BOUNDING, context_.painter.silhouette(layers_, geometry()));
+    } else {
+        setShape(XCB_SHAPE_SK_BOUNDING, {});
+    }
+}
+
+void X11TagSurface::applyInputShape() {
+    // A press that has begun keeps the pointer until its release, whatever the shape.
+    const auto wanted = acceptsMouse_ && !ignoresMouse_ ? InputShape::Silhouette : InputShape::Empty;
+    if (wanted == input_ && !(wanted == InputShape::Silhouette && silhouetteChanged_)) return;
+    input_ = wanted;
+    setShape(XCB_SHAPE_SK_INPUT, wanted == InputShape::Silhouette
+                                     ? context_.painter.silhouette(layers_, geometry())
+                                     : std::vector<PixelRect>{});
+}
+
+void X11TagSurface::setShape(std::uint8_t kind, const std::vector<PixelRect>& rectangles) {
+    std::vector<xcb_rectangle_t> list;
+    list.reserve(rectangles.size());
+    for (const auto& r : rectangles)
+        list.push_back({static_cast<std::int16_t>(r.x), static_cast<std::int16_t>(r.y),
+                        static_cast<std::uint16_t>(r.width), static_cast<std::uint16_t>(r.height)});
+    xcb_shape_rectangles(context_.connection.get(), XCB_SHAPE_SO_SET, kind, XCB_CLIP_ORDERING_UNSORTED,
+                         window_, 0, 0, static_cast<std::uint32_t>(list.size()), list.data());
+}
+
+void X11TagSurface::applyMapping() {
+    auto* connection = context_.connection.get();
+    if (orderedIn_ && !mapped_) xcb_map_window(connection, window_);
+    if (orderedIn_ && mapped_ && raise_) {
+        const std::uint32_t above = XCB_STACK_MODE_ABOVE;
+        xcb_configure_window(connection, window_, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+    }
+    if (!orderedIn_ && mapped_) {
+        xcb_unmap_window(connection, window_);
+        xcb_unmap_notify_event_t withdrawn{};  // ICCCM 4.1.4: told to the window manager as well
+        withdrawn.response_type = XCB_UNMAP_NOTIFY;
+        withdrawn.event = context_.connection.root();
+        withdrawn.window = window_;
+        xcb_send_event(connection, 0, context_.connection.root(),
+                       XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                       reinterpret_cast<const char*>(&withdrawn));
+    }
+    mapped_ = orderedIn_;
+    raise_ = false;
+}
+
+void X11TagSurface::moveToDesktop(std::uint32_t desktop) {
+    if (mapped_) {
+        const std::array<std::uint32_t, 2> data = {desktop, kSourceApplication};
+        sendRootMessage(context_.connection, window_, context_.atoms.desktop, data);
+    } else {
+        change32(context_.atoms.desktop, XCB_ATOM_CARDINAL, {desktop});
+        desktop_ = desktop;
+    }
+    context_.connection.flush();
+}
+
+void X11TagSurface::reassertStates() {
+    if (!mapped_) return;
+    const auto& atoms = context_.atoms;
+    constexpr std::uint32_t add = 1;
+    const std::array<std::uint32_t, 4> first = {add, atoms.above, atoms.skipTaskbar, kSourceApplication};
+    const std::array<std::uint32_t, 4> second = {add, atoms.skipPager, atoms.skipSwitcher,
+                                                 kSourceApplication};
+    sendRootMessage(context_.connection, window_, atoms.state, first);
+    sendRootMessage(context_.connection, window_, atoms.state, second);
+    context_.connection.flush();
+}
+
+void X11TagSurface::handle(const xcb_generic_event_t& event) {
+    switch (XEvents::type(event)) {
+        case XCB_BUTTON_PRESS:
+        case XCB_BUTTON_RELEASE:
+        case XCB_MOTION_NOTIFY:
+            handleMouse(event);
+            break;
+        case XCB_CONFIGURE_NOTIFY:
+            placementTimer_ = context_.runLoop.after(kPlacementSettles, [this] { verifyPlacement(); });
+            break;
+        case XCB_PROPERTY_NOTIFY:
+            if (reinterpret_cast<const xcb_property_notify_event_t&>(event).atom == context_.atoms.desktop)
+                readDesktop();
+            break;
+        case XCB_CLIENT_MESSAGE: {
+            auto message = reinterpret_cast<const xcb_client_message_event_t&>(event);
+            if (message.type != context_.atoms.protocols || message.data.data32[0] != context_.atoms.ping)
+                break;
+            message.window = context_.connection.root();
+            sendRootMessage(context_.connection, message.window, message.type, message.data.data32);
+            break;
+        }
+        default:
+            break;
+    }
+}
+
+void X11TagSurface::handleMouse(const xcb_generic_event_t& event) {
+    // Button and motion events share their layout.
+    const auto& button = reinterpret_cast<const xcb_button_press_event_t&>(event);
+    const MouseEvent mouse{context_.screens.coordinates().toPoints(button.root_x, button.root_y),
+                           (button.state & XCB_MOD_MASK_SHIFT) != 0};
+    const auto type = XEvents::type(event);
+    if (type == XCB_BUTTON_PRESS && button.detail == 1) {
+        buttonHeld_ = true;
+        delegate_.mouseDown(mouse);
+    } else if (type == XCB_MOTION_NOTIFY && buttonHeld_) {
+        delegate_.mouseDragged(mouse);
+    } else if (type == XCB_BUTTON_RELEASE && button.detail == 1 && std::exchange(buttonHeld_, false)) {
+        delegate_.mouseUp(mouse);
+    }
+}
+
+void X11TagSurface::readDesktop() {
+    const auto cookie =
+        requestProperty(context_.connection, window_, context_.atoms.desktop, XCB_ATOM_CARDINAL, 1);
+    const auto reply = context_.connection.reply<xcb_get_property_reply_t>(cookie);
+    if (const auto value = value32(reply.get(), XCB_ATOM_CARDINAL)) desktop_ = value;
+}
+
+void X11TagSurface::verifyPlacement() {
+    if (!mapped_ || buttonHeld_ || commitTimer_.isActive()) return;
+    auto* connection = context_.connection.get();
+    const auto originCookie =
+        xcb_translate_coordinates(connection, window_, context_.connection.root(), 0, 0);
+    const auto sizeCookie = xcb_get_geometry(connection, window_);
+    const auto origin = context_.connection.reply<xcb_translate_coordinates_reply_t>(originCookie);
+    const auto size = context_.connection.reply<xcb_get_geometry_reply_t>(sizeCookie);
+    if (!origin || !size) return;
+    const PixelRect actual{origin->dst_x, origin->dst_y, size->width, size->height};
+    if (actual == placed_ || refusedPlace_ == actual) return;
+    refusedPlace_ = actual;
+    placed_ = actual;
+    frame_ = delegate_.constrainFrame(context_.screens.coordinates().toPoints(actual));
+    commitLater();
+}
+
+}  // namespace platform::x11

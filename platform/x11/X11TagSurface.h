@@ -1,0 +1,111 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "platform/RunLoop.h"
+#include "platform/WindowSystem.h"
+#include "platform/x11/LayerPainter.h"
+#include "platform/x11/TagWindowAtoms.h"
+#include "platform/x11/X11Screens.h"
+
+namespace platform::x11 {
+
+// What all tag surfaces of a window system share.
+struct TagSurfaceContext {
+    XConnection& connection;
+    RunLoop& runLoop;
+    const X11Screens& screens;
+    LayerPainter& painter;
+    TagWindowAtoms atoms;
+    xcb_visualid_t visual = 0;
+    std::uint8_t depth = 0;
+    xcb_colormap_t colormap = 0;
+    xcb_cursor_t openHand = 0;
+    bool composited = false;
+    std::function<std::optional<std::uint32_t>()> currentDesktop = {};
+    std::function<void(xcb_window_t)> forget = {};
+};
+
+// A tag's X window: managed, of the notification type, on one desktop. Changes are collected and sent
+// together at the end of the turn of the main loop, in the order that shows nothing half done: pixels, place,
+// opacity, shape, mapping.
+class X11TagSurface final : public TagSurface {
+  public:
+    X11TagSurface(TagSurfaceContext& context, const Rect& frame, bool acceptsMouse,
+                  TagWindowDelegate& delegate);
+    ~X11TagSurface() override;
+
+    [[nodiscard]] WindowNumber number() const override { return {window_}; }
+    [[nodiscard]] WindowState state() const override;
+    void setFrame(const Rect& frame) override;
+    void setAlpha(double alpha) override;
+    void setIgnoresMouseEvents(bool ignores) override;
+    void setContents(const TagLayers& layers, const std::string& title) override;
+    void setContentScale(double scale) override;
+    void setOrderedIn(bool orderedIn) override;
+
+    // The desktop the window is on by its property; absent before it has one.
+    [[nodiscard]] std::optional<std::uint32_t> desktop() const { return desktop_; }
+    // Asks for a desktop: by the property while withdrawn, of the window manager afterwards.
+    void moveToDesktop(std::uint32_t desktop);
+    void handle(const xcb_generic_event_t& event);
+    // A compositor came or went, or the coordinates changed: draws and places the window anew.
+    void refresh();
+    // Tells a new window manager the states again.
+    void reassertStates();
+
+  private:
+    enum class BoundingShape { Unset, Empty, Silhouette, Whole };
+    enum class InputShape { Unset, Empty, Silhouette };
+
+    void create();
+    void writeInitialProperties();
+    void writeTitle();
+    void writeHints();
+    void commitLater();
+    void commit();
+    void upload();
+    void releasePixels();
+    void applyBoundingShape();
+    void applyInputShape();
+    void applyMapping();
+    void setShape(std::uint8_t kind, const std::vector<PixelRect>& rectangles);
+    void handleMouse(const xcb_generic_event_t& event);
+    void readDesktop();
+    void verifyPlacement();
+    [[nodiscard]] PaintGeometry geometry() const;
+    template <typename T>
+    void change32(xcb_atom_t property, xcb_atom_t type, std::initializer_list<T> values);
+
+    TagSurfaceContext& context_;
+    TagWindowDelegate& delegate_;
+    const bool acceptsMouse_;
+    xcb_window_t window_ = 0;
+    Rect frame_;
+    TagLayers layers_;
+    std::string title_;
+    double alpha_ = 1;
+    double contentScale_ = 1;
+    bool ignoresMouse_ = false;
+    bool orderedIn_ = false;
+    bool mapped_ = false;
+    bool raise_ = false;
+    bool titleChanged_ = true;
+    bool contentsChanged_ = true;
+    bool silhouetteChanged_ = true;
+    bool buttonHeld_ = false;
+    std::optional<PaintGeometry>
+        painted_;  // what the window's pixels were drawn for; absent when it keeps none
+    PixelRect placed_;
+    std::optional<double> sentAlpha_;
+    BoundingShape bounding_ = BoundingShape::Unset;
+    InputShape input_ = InputShape::Unset;
+    std::optional<std::uint32_t> desktop_;
+    std::optional<PixelRect> refusedPlace_;
+    Timer commitTimer_;
+    Timer placementTimer_;
+};
+
+}  // namespace platform::x11

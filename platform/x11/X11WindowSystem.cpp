@@ -1,0 +1,127 @@
+#include "platform/x11/X11WindowSystem.h"
+
+#include <xcb/xcb_cursor.h>
+
+namespace platform::x11 {
+
+namespace {
+
+constexpr std::uint32_t kEveryDesktop = 0xFFFFFFFF;
+
+xcb_cursor_t loadOpenHand(XConnection& connection) {
+    xcb_cursor_context_t* cursors = nullptr;
+    auto* screen = const_cast<xcb_screen_t*>(&connection.screen());
+    if (xcb_cursor_context_new(connection.get(), screen, &cursors) < 0) return XCB_CURSOR_NONE;
+    xcb_cursor_t cursor = XCB_CURSOR_NONE;
+    for (const char* name : {"openhand", "grab", "hand1"}) {
+        cursor = xcb_cursor_load_cursor(cursors, name);
+        if (cursor != XCB_CURSOR_NONE) break;
+    }
+    xcb_cursor_context_free(cursors);
+    return cursor;
+}
+
+// The window an event is about; 0 for events of no window.
+xcb_window_t windowOf(const xcb_generic_event_t& event) {
+    switch (XEvents::type(event)) {
+        case XCB_BUTTON_PRESS:
+        case XCB_BUTTON_RELEASE:
+        case XCB_MOTION_NOTIFY:
+            return reinterpret_cast<const xcb_button_press_event_t&>(event).event;
+        case XCB_CONFIGURE_NOTIFY:
+            return reinterpret_cast<const xcb_configure_notify_event_t&>(event).window;
+        case XCB_PROPERTY_NOTIFY:
+            return reinterpret_cast<const xcb_property_notify_event_t&>(event).window;
+        case XCB_CLIENT_MESSAGE:
+            return reinterpret_cast<const xcb_client_message_event_t&>(event).window;
+        default:
+            return XCB_WINDOW_NONE;
+    }
+}
+
+}  // namespace
+
+X11WindowSystem::X11WindowSystem(XConnection& connection, XEvents& events, RunLoop& runLoop,
+                                 X11Screens& screens, LayerPainter& painter,
+                                 std::function<DesktopFacts()> desktops)
+    : desktops_(std::move(desktops)),
+      context_{connection, runLoop, screens, painter, TagWindowAtoms::intern(connection)},
+      events_(events.subscribe([this](const auto& event) { handle(event); })),
+      screensChanged_(screens.onParametersChanged([this] { refresh(); })),
+      compositor_(connection, events, [this](bool composited) {
+          context_.composited = composited;
+          refresh();
+      }) {
+    context_.composited = compositor_.isComposited();
+    context_.currentDesktop = [this] { return desktops_().current; };
+    context_.forget = [this](xcb_window_t window) { surfaces_.erase(window); };
+    context_.openHand = loadOpenHand(connection);
+    chooseVisual();
+}
+
+X11WindowSystem::~X11WindowSystem() {
+    if (context_.openHand != XCB_CURSOR_NONE) xcb_free_cursor(context_.connection.get(), context_.openHand);
+}
+
+// A visual with an alpha channel where the server has one, else the root window's.
+void X11WindowSystem::chooseVisual() {
+    auto& connection = context_.connection;
+    context_.visual = connection.screen().root_visual;
+    context_.depth = connection.screen().root_depth;
+    for (auto depth = xcb_screen_allowed_depths_iterator(&connection.screen()); depth.rem > 0;
+         xcb_depth_next(&depth)) {
+        if (depth.data->depth != 32) continue;
+        for (auto visual = xcb_depth_visuals_iterator(depth.data); visual.rem > 0;
+             xcb_visualtype_next(&visual)) {
+            if (visual.data->_class != XCB_VISUAL_CLASS_TRUE_COLOR || visual.data->red_mask != 0xFF0000)
+                continue;
+            context_.visual = visual.data->visual_id;
+            context_.depth = 32;
+        }
+    }
+    context_.colormap = xcb_generate_id(connection.get());
+    xcb_create_colormap(connection.get(), XCB_COLORMAP_ALLOC_NONE, context_.colormap, connection.root(),
+                        context_.visual);
+}
+
+std::unique_ptr<TagSurface> X11WindowSystem::makeTagSurface(const Rect& frame, bool acceptsMouse,
+                                                            TagWindowDelegate& delegate) {
+    auto surface = std::make_unique<X11TagSurface>(context_, frame, acceptsMouse, delegate);
+    surfaces_[static_cast<xcb_window_t>(surface->number().value)] = surface.get();
+    return surface;
+}
+
+X11TagSurface* X11WindowSystem::find(WindowNumber window) const {
+    const auto found = surfaces_.find(static_cast<xcb_window_t>(window.value));
+    return found == surfaces_.end() ? nullptr : found->second;
+}
+
+std::vector<ManagedSpaceId> X11WindowSystem::copySpacesForWindow(WindowNumber window) const {
+    const auto* surface = find(window);
+    if (!surface || !surface->desktop()) return {};
+    if (*surface->desktop() != kEveryDesktop) return {ManagedSpaceId{std::uint64_t{*surface->desktop()} + 1}};
+    std::vector<ManagedSpaceId> all;
+    for (std::uint64_t id = 1; id <= desktops_().count; ++id) all.push_back({id});
+    return all;
+}
+
+void X11WindowSystem::addWindowToSpace(WindowNumber window, ManagedSpaceId space) {
+    auto* surface = find(window);
+    if (surface && space.value > 0) surface->moveToDesktop(static_cast<std::uint32_t>(space.value - 1));
+}
+
+void X11WindowSystem::removeWindowFromSpace(WindowNumber /*window*/, ManagedSpaceId /*space*/) {}
+
+void X11WindowSystem::handle(const xcb_generic_event_t& event) {
+    if (auto* surface = find({windowOf(event)})) surface->handle(event);
+}
+
+void X11WindowSystem::refresh() {
+    for (const auto& [window, surface] : surfaces_) surface->refresh();
+}
+
+void X11WindowSystem::reassertStates() {
+    for (const auto& [window, surface] : surfaces_) surface->reassertStates();
+}
+
+}  // namespace platform::x11

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <map>
+#include <memory>
+
+#include "platform/Spaces.h"
+#include "platform/x11/CompositorWatch.h"
+#include "platform/x11/X11TagSurface.h"
+
+namespace platform::x11 {
+
+// What the window system has to know of the desktops.
+struct DesktopFacts {
+    std::uint32_t count = 0;
+    std::optional<std::uint32_t> current;
+};
+
+// Makes the tag windows and tells on which Spaces they are. Windows of other programs are not its business.
+class X11WindowSystem final : public WindowSystem, public WindowSpaces {
+  public:
+    // `desktops` gives the last known desktops without asking the server.
+    X11WindowSystem(XConnection& connection, XEvents& events, RunLoop& runLoop, X11Screens& screens,
+                    LayerPainter& painter, std::function<DesktopFacts()> desktops);
+    ~X11WindowSystem() override;
+    X11WindowSystem(const X11WindowSystem&) = delete;
+    X11WindowSystem& operator=(const X11WindowSystem&) = delete;
+
+    std::unique_ptr<TagSurface> makeTagSurface(const Rect& frame, bool acceptsMouse,
+                                               TagWindowDelegate& delegate) override;
+    [[nodiscard]] std::vector<ManagedSpaceId> copySpacesForWindow(WindowNumber window) const override;
+    void addWindowToSpace(WindowNumber window, ManagedSpaceId space) override;
+    // A window lives on one desktop, so adding it elsewhere has removed it already.
+    void removeWindowFromSpace(WindowNumber window, ManagedSpaceId space) override;
+
+    // Another window manager has taken over: tells it again what it should know of the tag windows.
+    void reassertStates();
+
+  private:
+    void chooseVisual();
+    void handle(const xcb_generic_event_t& event);
+    void refresh();
+    [[nodiscard]] X11TagSurface* find(WindowNumber window) const;
+
+    std::function<DesktopFacts()> desktops_;
+    TagSurfaceContext context_;
+    std::map<xcb_window_t, X11TagSurface*> surfaces_;
+    Subscription events_;
+    Subscription screensChanged_;
+    CompositorWatch compositor_;
+};
+
+}  // namespace platform::x11

@@ -1,0 +1,106 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "platform/RunLoop.h"
+
+namespace platform::x11 {
+
+struct FreeDeleter {
+    void operator()(void* memory) const { std::free(memory); }
+};
+// A reply, event or error of the X library, which hands out memory of malloc.
+template <typename T>
+using Reply = std::unique_ptr<T, FreeDeleter>;
+
+// A connection to an X server that never waits longer for an answer than it was told to. After a server went
+// away or stopped answering every question has no answer; nothing throws.
+class XConnection {
+  public:
+    // Connects to `displayName` (null: $DISPLAY). Null when no server answers within `patience`, which is
+    // also how long each later reply may take until setPatience changes it.
+    [[nodiscard]] static std::unique_ptr<XConnection> open(const char* displayName, Duration patience);
+    // The same without a bound on the connecting, which saves a thread: for a short-lived program that is
+    // interrupted by other means.
+    [[nodiscard]] static std::unique_ptr<XConnection> openUnbounded(const char* displayName,
+                                                                    Duration patience);
+    ~XConnection();
+    XConnection(const XConnection&) = delete;
+    XConnection& operator=(const XConnection&) = delete;
+
+    [[nodiscard]] xcb_connection_t* get() const { return connection_; }
+    [[nodiscard]] const xcb_screen_t& screen() const { return *screen_; }
+    [[nodiscard]] int screenNumber() const { return screenNumber_; }
+    [[nodiscard]] xcb_window_t root() const { return screen_->root; }
+    [[nodiscard]] int descriptor() const { return xcb_get_file_descriptor(connection_); }
+    [[nodiscard]] bool isBroken() const { return xcb_connection_has_error(connection_) != 0; }
+
+    // The longest that all waits together may last from now on.
+    void setDeadline(Instant deadline) { deadline_ = deadline; }
+    // The longest that one wait may last from now on.
+    void setPatience(Duration patience) { patience_ = patience; }
+    // Called after every wait for a reply: events may have been read into memory meanwhile.
+    void setAfterWait(std::function<void()> action) { afterWait_ = std::move(action); }
+
+    // The reply to a request made with `cookie`; null on an error, on a broken connection, or when time is
+    // up.
+    template <typename R, typename Cookie>
+    [[nodiscard]] Reply<R> reply(Cookie cookie) {
+        return Reply<R>(static_cast<R*>(waitForReply(cookie.sequence)));
+    }
+    // Gives up the reply to a request.
+    template <typename Cookie>
+    void discard(Cookie cookie) {
+        xcb_discard_reply(connection_, cookie.sequence);
+    }
+
+    // The next event, waited for until `end` (and the deadline) at most; null when none has come.
+    [[nodiscard]] Reply<xcb_generic_event_t> nextEvent(Instant end);
+
+    // The atoms of these names in their order, asked for together; 0 for one that could not be had.
+    [[nodiscard]] std::vector<xcb_atom_t> intern(std::span<const std::string_view> names);
+    void flush() { xcb_flush(connection_); }
+
+  private:
+    XConnection(xcb_connection_t* connection, int screenNumber, Duration patience);
+    static std::unique_ptr<XConnection> adopt(xcb_connection_t* opened, int screenNumber, Duration patience);
+    void* waitForReply(unsigned sequence);
+    // Waits for bytes from the server; false when `end` has come first.
+    [[nodiscard]] bool waitUntilReadable(Instant end) const;
+
+    xcb_connection_t* connection_;
+    const xcb_screen_t* screen_ = nullptr;
+    int screenNumber_;
+    Duration patience_;
+    std::optional<Instant> deadline_;
+    std::function<void()> afterWait_;
+};
+
+// Asks for up to `longs` 32-bit units of a property.
+[[nodiscard]] xcb_get_property_cookie_t requestProperty(const XConnection& connection, xcb_window_t window,
+                                                        xcb_atom_t property, xcb_atom_t type,
+                                                        std::uint32_t longs);
+// The values of a property of 32-bit format and the given type; empty for any other type or format, or no
+// reply.
+[[nodiscard]] std::span<const std::uint32_t> values32(const xcb_get_property_reply_t* reply, xcb_atom_t type);
+// The first value; absent when there is none.
+[[nodiscard]] std::optional<std::uint32_t> value32(const xcb_get_property_reply_t* reply, xcb_atom_t type);
+// The bytes of a property of 8-bit format, whatever its type.
+[[nodiscard]] std::string_view text8(const xcb_get_property_reply_t* reply);
+// Sends the window manager a client message of 32-bit format about `window`, as EWMH asks (to the root
+// window).
+void sendRootMessage(const XConnection& connection, xcb_window_t window, xcb_atom_t type,
+                     std::span<const std::uint32_t> data);
+
+}  // namespace platform::x11

@@ -1,0 +1,54 @@
+#include "platform/x11/XEvents.h"
+
+namespace platform::x11 {
+
+namespace {
+constexpr int kEventsATurn = 4096;
+}
+
+XEvents::XEvents(XConnection& connection, DescriptorWatcher& watcher, RunLoop& runLoop)
+    : connection_(connection),
+      runLoop_(runLoop),
+      readable_(watcher.watchReadable(connection.descriptor(), [this] { drain(); })) {
+    connection_.setAfterWait([this] { drainLater(); });
+}
+
+XEvents::~XEvents() {
+    connection_.setAfterWait(nullptr);
+}
+
+Subscription XEvents::subscribe(std::function<void(const xcb_generic_event_t&)> handler) {
+    return handlers_.subscribe(std::move(handler));
+}
+
+Subscription XEvents::onBroken(std::function<void()> action) {
+    return broken_.subscribe(std::move(action));
+}
+
+void XEvents::selectOnRoot(std::uint32_t eventMask) {
+    rootMask_ |= eventMask;
+    xcb_change_window_attributes(connection_.get(), connection_.root(), XCB_CW_EVENT_MASK, &rootMask_);
+}
+
+void XEvents::drain() {
+    later_ = {};
+    for (int count = 0; count < kEventsATurn; ++count) {
+        const Reply<xcb_generic_event_t> event(xcb_poll_for_event(connection_.get()));
+        if (!event) {
+            if (connection_.isBroken()) {
+                readable_.cancel();
+                broken_.notify();
+            }
+            connection_.flush();
+            return;
+        }
+        if (type(*event) != 0) handlers_.notify(*event);  // type 0 is an error nobody waited for
+    }
+    drainLater();
+}
+
+void XEvents::drainLater() {
+    if (!later_.isActive()) later_ = runLoop_.after(Duration::zero(), [this] { drain(); });
+}
+
+}  // namespace platform::x11

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <functional>
+
+#include "platform/DescriptorWatcher.h"
+#include "platform/Observers.h"
+#include "platform/RunLoop.h"
+#include "platform/x11/XConnection.h"
+
+namespace platform::x11 {
+
+// Delivers the events of a connection on the main thread, all that have come, a bounded number a turn.
+// Several parties share the root window's event mask through it.
+class XEvents {
+  public:
+    XEvents(XConnection& connection, DescriptorWatcher& watcher, RunLoop& runLoop);
+    ~XEvents();
+    XEvents(const XEvents&) = delete;
+    XEvents& operator=(const XEvents&) = delete;
+
+    // Every event goes to every handler, which picks its own.
+    Subscription subscribe(std::function<void(const xcb_generic_event_t&)> handler);
+    // Called once when the server has gone away.
+    Subscription onBroken(std::function<void()> action);
+    // Adds to the events selected on the root window.
+    void selectOnRoot(std::uint32_t eventMask);
+
+    [[nodiscard]] static std::uint8_t type(const xcb_generic_event_t& event) {
+        return event.response_type & 0x7F;
+    }
+
+  private:
+    void drain();
+    void drainLater();
+
+    XConnection& connection_;
+    RunLoop& runLoop_;
+    Observers<const xcb_generic_event_t&> handlers_;
+    Observers<> broken_;
+    std::uint32_t rootMask_ = 0;
+    Timer later_;
+    Subscription readable_;
+};
+
+}  // namespace platform::x11

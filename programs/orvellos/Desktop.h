@@ -1,0 +1,58 @@
+#pragma once
+
+#include "orvellos/AppDelegate.h"
+#include "orvellos/EditingContext.h"
+#include "orvellos/Settings.h"
+#include "orvellos/SpaceIdentifier.h"
+#include "orvellos/TagManager.h"
+#include "orvellos/TagStore.h"
+#include "platform/freedesktop/AutostartLoginItem.h"
+#include "platform/freedesktop/JsonDefaultsStore.h"
+#include "platform/freedesktop/KwinDesktops.h"
+#include "platform/freedesktop/PosixFileSystem.h"
+#include "platform/freedesktop/SessionBus.h"
+#include "platform/freedesktop/XdgFolders.h"
+#include "platform/x11/EwmhSpaceSwitching.h"
+#include "platform/x11/X11Screens.h"
+#include "platform/x11/X11SpaceServer.h"
+#include "platform/x11/X11WindowSystem.h"
+#include "ui/QtLayerPainter.h"
+#include "ui/QtRunLoop.h"
+#include "ui/QtText.h"
+
+// The composition root of the application on X11: every service once, each before those that use it.
+class Desktop {
+  public:
+    // `scale` is the desktop's device pixels per point. What is passed outlives the desktop.
+    Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
+            platform::freedesktop::SystemdLibrary& systemd, platform::SystemLog& systemLog, double scale);
+
+    [[nodiscard]] orvellos::AppDelegate& delegate() { return delegate_; }
+    platform::Subscription onServerGone(std::function<void()> action) { return events_.onBroken(std::move(action)); }
+
+  private:
+    ui::QtRunLoop& runLoop_;
+    platform::freedesktop::SessionBus bus_;
+    platform::Subscription kwinCall_;
+    platform::freedesktop::PosixFileSystem files_;
+    platform::freedesktop::XdgFolders folders_;
+    platform::freedesktop::JsonDefaultsStore defaults_;
+    platform::freedesktop::AutostartLoginItem loginItem_;
+
+    platform::x11::Atoms atoms_;
+    platform::x11::XEvents events_;
+    platform::x11::X11Screens screens_;
+    platform::x11::X11SpaceServer spaceServer_;
+    ui::QtLayerPainter painter_;
+    ui::QtTextMeasurer textMeasurer_;
+    platform::x11::X11WindowSystem windowSystem_;
+    platform::x11::EwmhSpaceSwitching switching_;
+
+    orvellos::SpaceIdentifier spaces_;
+    orvellos::Settings settings_;
+    orvellos::EditingContext editingContext_;
+    orvellos::TagStore store_;
+    orvellos::TagManager tagManager_;
+    orvellos::AppDelegate delegate_;
+    platform::Subscription windowManagerChanged_;
+};

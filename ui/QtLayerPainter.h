@@ -1,0 +1,17 @@
+#pragma once
+
+#include "platform/x11/LayerPainter.h"
+
+namespace ui {
+
+// Paints tags with Qt's raster engine.
+class QtLayerPainter final : public platform::x11::LayerPainter {
+  public:
+    [[nodiscard]] platform::x11::PixelImage paint(const platform::TagLayers& layers,
+                                                  const platform::x11::PaintGeometry& geometry,
+                                                  bool translucent) override;
+    [[nodiscard]] std::vector<platform::x11::PixelRect> silhouette(
+        const platform::TagLayers& layers, const platform::x11::PaintGeometry& geometry) override;
+};
+
+}  // namespace ui
