@@ -7,6 +7,9 @@ target_compile_options(
 if(ORVELLOS_SANITIZE)
     target_compile_options(project_settings INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(project_settings INTERFACE -fsanitize=address,undefined)
+    if(ORVELLOS_FUZZ) # lets a fuzz target see which code of the libraries its input reaches
+        target_compile_options(project_settings INTERFACE -fsanitize=fuzzer-no-link)
+    endif()
 endif()
 
 # Adds a static library of every source file in the calling folder.

@@ -18,7 +18,7 @@ enum class LogCategory { General, Nav, Mc };
 // that logs: each must bear that.
 struct DebugLogOutputs {
     platform::SystemLog* systemLog = nullptr;
-    std::function<void(std::string_view)> standardError;
+    std::function<void(std::string_view)> standardError = nullptr;
     const platform::RunLoop* clock = nullptr;
     bool echoEnabled = false;  // the environment variable ORVELLO_DEBUG is exactly "1"
 };

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "orvellos/Settings.h"
+#include "orvellos/TagVisibilityMode.h"
 
 namespace orvellos {
 

@@ -12,7 +12,7 @@ class DescriptorWatcher {
     virtual ~DescriptorWatcher() = default;
 
     // `action` runs at every turn of the main loop in which `descriptor` can be read (or written). The
-    // descriptor stays the caller's and outlives the subscription.
+    // descriptor stays the caller's and outlives the subscription, which `action` itself may cancel.
     virtual Subscription watchReadable(int descriptor, std::function<void()> action) = 0;
     virtual Subscription watchWritable(int descriptor, std::function<void()> action) = 0;
 };

@@ -78,4 +78,10 @@ std::optional<KwinDesktopIds> readKwinDesktopIds(SystemdLibrary& library, Durati
     return call.answer ? desktopIds(*call.answer) : std::nullopt;
 }
 
+Subscription KwinDesktops::requestIds(Callback callback) {
+    return bus_.call(desktopsCall(), [callback = std::move(callback)](const auto& arguments) {
+        callback(arguments ? desktopIds(*arguments) : std::nullopt);
+    });
+}
+
 }  // namespace platform::freedesktop

@@ -45,11 +45,20 @@ const xcb_screen_t* screenOf(xcb_connection_t* connection, int number) {
 std::unique_ptr<XConnection> XConnection::open(const char* displayName, Duration patience) {
     const auto opened =
         connectWithin(displayName ? std::optional<std::string>(displayName) : std::nullopt, patience);
-    if (!opened) return nullptr;
-    std::unique_ptr<XConnection> connection(
-        new XConnection(opened->connection, opened->screenNumber, patience));
+    return opened ? adopt(opened->connection, opened->screenNumber, patience) : nullptr;
+}
+
+std::unique_ptr<XConnection> XConnection::openUnbounded(const char* displayName, Duration patience) {
+    int screenNumber = 0;
+    auto* connection = xcb_connect(displayName, &screenNumber);
+    return adopt(connection, screenNumber, patience);
+}
+
+std::unique_ptr<XConnection> XConnection::adopt(xcb_connection_t* opened, int screenNumber,
+                                                Duration patience) {
+    std::unique_ptr<XConnection> connection(new XConnection(opened, screenNumber, patience));
     if (connection->isBroken()) return nullptr;
-    connection->screen_ = screenOf(opened->connection, opened->screenNumber);
+    connection->screen_ = screenOf(opened, screenNumber);
     if (!connection->screen_) return nullptr;
     return connection;
 }
@@ -68,9 +77,7 @@ void* XConnection::waitForReply(unsigned sequence) {
     void* reply = nullptr;
     xcb_generic_error_t* error = nullptr;
     while (xcb_poll_for_reply(connection_, sequence, &reply, &error) == 0) {
-        const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - monotonicNow()).count();
-        pollfd readable{descriptor(), POLLIN, 0};
-        if (left <= 0 || (poll(&readable, 1, static_cast<int>(left)) == 0 && monotonicNow() >= end)) {
+        if (!waitUntilReadable(end)) {
             xcb_discard_reply(connection_, sequence);
             break;
         }
@@ -78,6 +85,22 @@ void* XConnection::waitForReply(unsigned sequence) {
     std::free(error);
     if (afterWait_) afterWait_();
     return reply;
+}
+
+bool XConnection::waitUntilReadable(Instant end) const {
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - monotonicNow()).count();
+    pollfd readable{descriptor(), POLLIN, 0};
+    return left > 0 && (poll(&readable, 1, static_cast<int>(left)) != 0 || monotonicNow() < end);
+}
+
+Reply<xcb_generic_event_t> XConnection::nextEvent(Instant end) {
+    if (deadline_) end = std::min(end, *deadline_);
+    xcb_flush(connection_);
+    while (!isBroken()) {
+        if (auto* event = xcb_poll_for_event(connection_)) return Reply<xcb_generic_event_t>(event);
+        if (!waitUntilReadable(end)) break;
+    }
+    return nullptr;
 }
 
 std::vector<xcb_atom_t> XConnection::intern(std::span<const std::string_view> names) {

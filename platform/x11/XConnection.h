@@ -31,6 +31,10 @@ class XConnection {
     // Connects to `displayName` (null: $DISPLAY). Null when no server answers within `patience`, which is
     // also how long each later reply may take until setPatience changes it.
     [[nodiscard]] static std::unique_ptr<XConnection> open(const char* displayName, Duration patience);
+    // The same without a bound on the connecting, which saves a thread: for a short-lived program that is
+    // interrupted by other means.
+    [[nodiscard]] static std::unique_ptr<XConnection> openUnbounded(const char* displayName,
+                                                                    Duration patience);
     ~XConnection();
     XConnection(const XConnection&) = delete;
     XConnection& operator=(const XConnection&) = delete;
@@ -61,13 +65,19 @@ class XConnection {
         xcb_discard_reply(connection_, cookie.sequence);
     }
 
+    // The next event, waited for until `end` (and the deadline) at most; null when none has come.
+    [[nodiscard]] Reply<xcb_generic_event_t> nextEvent(Instant end);
+
     // The atoms of these names in their order, asked for together; 0 for one that could not be had.
     [[nodiscard]] std::vector<xcb_atom_t> intern(std::span<const std::string_view> names);
     void flush() { xcb_flush(connection_); }
 
   private:
     XConnection(xcb_connection_t* connection, int screenNumber, Duration patience);
+    static std::unique_ptr<XConnection> adopt(xcb_connection_t* opened, int screenNumber, Duration patience);
     void* waitForReply(unsigned sequence);
+    // Waits for bytes from the server; false when `end` has come first.
+    [[nodiscard]] bool waitUntilReadable(Instant end) const;
 
     xcb_connection_t* connection_;
     const xcb_screen_t* screen_ = nullptr;

@@ -35,7 +35,7 @@ int runApplication(int argc, char** argv, platform::x11::XConnection& connection
     platform::freedesktop::JournalSystemLog systemLog(systemd);
     orvellos::connectDebugLog({&systemLog, writeStandardError, &runLoop,
                                orvellos::asksForDebugEcho(std::getenv("ORVELLO_DEBUG"))});
-    Desktop desktop(connection, runLoop, systemd, systemLog, application.devicePixelRatio());
+    Desktop desktop(connection, runLoop, systemd, application.devicePixelRatio());
     const ui::TerminationSignals signals(runLoop, [] { QCoreApplication::quit(); });
     const auto broken = desktop.onServerGone([] {
         writeStandardError("orvello: the display server has gone away\n");

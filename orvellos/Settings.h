@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+
+#include "orvellos/AnchoredPosition.h"
+#include "orvellos/MissionControlStyle.h"
+#include "orvellos/Published.h"
+#include "orvellos/Setting.h"
+#include "orvellos/TagShape.h"
+#include "orvellos/TagSize.h"
+#include "orvellos/TagVisibilityMode.h"
+#include "platform/DefaultsStore.h"
+#include "platform/LoginItem.h"
+#include "platform/Screens.h"
+
+namespace orvellos {
+
+// The user's global choices, kept in the defaults store and written field by field on assignment. What cannot
+// be used of a stored value falls back to a default, and keys of earlier versions are converted; neither
+// fails. Main thread only.
+class Settings {
+  public:
+    // Migrates old keys in the store, then reads it. `mainScreen` is needed by one migration.
+    Settings(platform::DefaultsStore& defaults, platform::LoginItem& loginItem,
+             const std::optional<platform::Screen>& mainScreen);
+
+    platform::DefaultsStore& defaults;
+    Setting<TagVisibilityMode> visibilityMode;
+    Setting<bool> showRevealOnSwipe;  // a brief reveal when the Space changes
+    Setting<bool> killSwitchActive;   // hides every tag, for screen sharing
+    Setting<TagSize> tagSize;
+    Setting<bool> embiggenAllTags;  // the big size at all times
+    Setting<MissionControlStyle> missionControlStyle;
+    Setting<bool> hasSeenWelcome;
+    Setting<std::int64_t> lastWelcomeVersion;
+    Setting<TagShape> globalTagShape;
+    Setting<std::optional<AnchoredPosition>> globalAnchoredPosition;
+
+    // Called with every assignment of a field and after every setLaunchAtLogin.
+    platform::Subscription subscribe(std::function<void()> callback) {
+        return objectWillChange_.subscribe(std::move(callback));
+    }
+
+    // The state of the login item itself; it is not stored here.
+    [[nodiscard]] bool launchAtLogin() const { return loginItem_.isEnabled(); }
+    // Switches the login item if it is not so already. A failure is logged and leaves it as it was.
+    void setLaunchAtLogin(bool enabled);
+
+  private:
+    Observers<> objectWillChange_;
+    platform::LoginItem& loginItem_;
+};
+
+}  // namespace orvellos

@@ -1,0 +1,123 @@
+#include "platform/freedesktop/AutostartLoginItem.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace platform::freedesktop {
+
+namespace {
+
+constexpr std::string_view kMainGroup = "[Desktop Entry]";
+constexpr std::string_view kHiddenKey = "Hidden";
+
+std::string_view trimmed(std::string_view text) {
+    constexpr std::string_view space = " \t\r";
+    const auto first = text.find_first_not_of(space);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(space) - first + 1);
+}
+
+// One argument of an Exec line (Desktop Entry Specification, "The Exec key"): quoted for the command line,
+// its percent signs no field codes, then escaped as every string of an entry is.
+std::string execArgument(std::string_view argument) {
+    std::string quoted = "\"";
+    for (const char c : argument) {
+        if (c == '"' || c == '`' || c == '$') quoted += R"(\\)";
+        if (c == '\\') quoted += R"(\\\)";
+        if (c == '%') quoted += '%';
+        if (c == '\n')
+            quoted += R"(\n)";
+        else
+            quoted += c;
+    }
+    return quoted + '"';
+}
+
+// The lines of an entry, and which of them belong to its main group.
+class DesktopEntry {
+  public:
+    explicit DesktopEntry(std::string_view text) {
+        for (std::size_t start = 0; start <= text.size();) {
+            const auto end = std::min(text.find('\n', start), text.size());
+            lines_.emplace_back(text.substr(start, end - start));
+            start = end + 1;
+        }
+        const auto isMain = [](const std::string& line) { return trimmed(line) == kMainGroup; };
+        const auto header = std::ranges::find_if(lines_, isMain);
+        hasMainGroup_ = header != lines_.end();
+        first_ = hasMainGroup_ ? header + 1 : header;
+        end_ = std::find_if(first_, lines_.end(), [](const auto& line) { return line.starts_with('['); });
+    }
+
+    DesktopEntry(const DesktopEntry&) = delete;
+    DesktopEntry& operator=(const DesktopEntry&) = delete;
+
+    // Whether a session would start it.
+    [[nodiscard]] bool isOn() const {
+        const auto hides = [](const std::string& line) {
+            return isHiddenKey(line) && trimmed(line.substr(line.find('=') + 1)) == "true";
+        };
+        return hasMainGroup_ && std::none_of(first_, end_, hides);
+    }
+
+    [[nodiscard]] std::string hiddenText() && {
+        lines_.erase(std::remove_if(first_, end_, isHiddenKey), end_);
+        lines_.insert(first_, fmt::format("{}=true", kHiddenKey));
+        return fmt::format("{}", fmt::join(lines_, "\n"));
+    }
+
+  private:
+    static bool isHiddenKey(const std::string& line) {
+        const auto equals = line.find('=');
+        return equals != std::string::npos && trimmed(std::string_view(line).substr(0, equals)) == kHiddenKey;
+    }
+
+    std::vector<std::string> lines_;
+    std::vector<std::string>::iterator first_;
+    std::vector<std::string>::iterator end_;
+    bool hasMainGroup_ = false;
+};
+
+}  // namespace
+
+AutostartLoginItem::AutostartLoginItem(FileSystem& files,
+                                       const std::optional<std::filesystem::path>& configHome,
+                                       std::filesystem::path executable)
+    : files_(files), executable_(std::move(executable)) {
+    if (configHome) entry_ = *configHome / "autostart" / "org.norvath.orvello.desktop";
+}
+
+bool AutostartLoginItem::isEnabled() const {
+    if (!entry_) return false;
+    const auto text = files_.read(*entry_);
+    return text && DesktopEntry(text.value()).isOn();
+}
+
+MaybeError AutostartLoginItem::enable() {
+    if (!entry_) return Error{"there is no folder for the user's settings"};
+    if (auto error = files_.createFolders(entry_->parent_path())) return error;
+    return files_.writeAtomically(*entry_, fmt::format("{}\n"
+                                                       "Type=Application\n"
+                                                       "Name=orvellos\n"
+                                                       "Comment=Labels for your Spaces\n"
+                                                       "Exec={}\n"
+                                                       "Icon=org.norvath.orvello\n"
+                                                       "Terminal=false\n"
+                                                       "StartupNotify=false\n",
+                                                       kMainGroup, execArgument(executable_.native())));
+}
+
+MaybeError AutostartLoginItem::disable() {
+    if (!entry_ || !files_.exists(*entry_)) return std::nullopt;
+    const auto text = files_.read(*entry_);
+    if (!text) return text.error();
+    DesktopEntry entry(text.value());
+    if (!entry.isOn()) return std::nullopt;
+    return files_.writeAtomically(*entry_, std::move(entry).hiddenText());
+}
+
+}  // namespace platform::freedesktop

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "platform/DescriptorWatcher.h"
+#include "platform/RunLoop.h"
+#include "platform/freedesktop/BusMessage.h"
+#include "platform/freedesktop/SystemdLibrary.h"
+
+namespace platform::freedesktop {
+
+// The application's connection to a message bus, driven by the main loop and never waited for. It is made
+// when something is first asked, given up when it does not come about within a second, and made anew by a
+// later call; after a failed attempt the calls of the next second fail without another. Main thread only.
+class SessionBus {
+  public:
+    // The answer's arguments; absent when there is no bus, an error came back, or nothing in time.
+    using Reply = std::function<void(const std::optional<BusArguments>& arguments)>;
+    using Address = std::function<std::string()>;
+
+    SessionBus(
+        SystemdLibrary& library, DescriptorWatcher& descriptors, RunLoop& runLoop,
+        Address address = [] { return sessionBusAddress(); });
+    ~SessionBus();
+    SessionBus(const SessionBus&) = delete;
+    SessionBus& operator=(const SessionBus&) = delete;
+
+    // Sends the call and delivers its answer once, at a later turn of the main loop; never when the
+    // subscription ends before. The call itself is not taken back.
+    Subscription call(const BusCall& call, Reply reply);
+
+  private:
+    class Connection;
+    std::shared_ptr<Connection> connection_;
+};
+
+}  // namespace platform::freedesktop

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "platform/x11/Atoms.h"
+#include "platform/x11/XConnection.h"
+
+namespace platform::x11 {
+
+// More desktops than this are a broken property, not a desktop.
+inline constexpr std::uint32_t kMostDesktops = 512;
+
+// What the window manager says about its desktops (EWMH 1.5, root window properties).
+struct EwmhDesktops {
+    std::uint32_t count = 0;               // 1…kMostDesktops
+    std::optional<std::uint32_t> current;  // below count
+    bool canSwitch = false;                // it takes _NET_CURRENT_DESKTOP messages
+    std::string windowManager;             // its name; empty when it tells none
+
+    [[nodiscard]] bool isKwin() const { return windowManager == "KWin"; }
+};
+
+// Reading takes two round trips: the root's properties, then those of the window manager's check window. The
+// pieces below keep asking and understanding apart, for callers that cannot wait in between.
+
+struct EwmhRootRequest {
+    xcb_get_property_cookie_t check, count, current, supported;
+};
+struct EwmhRootReplies {
+    Reply<xcb_get_property_reply_t> check, count, current, supported;
+};
+[[nodiscard]] EwmhRootRequest requestRoot(const XConnection& connection, const Atoms& atoms);
+
+struct EwmhRoot {
+    enum class State {
+        Absent,        // no window manager, or one that tells nonsense
+        Inconsistent,  // what a window manager leaves behind that has died or is being replaced
+        Plausible,     // `desktops` holds, if the check window does
+    };
+    State state = State::Absent;
+    xcb_window_t checkWindow = XCB_WINDOW_NONE;
+    EwmhDesktops desktops;
+};
+[[nodiscard]] EwmhRoot parseRoot(const Atoms& atoms, const EwmhRootReplies& replies);
+
+struct EwmhCheckRequest {
+    xcb_get_property_cookie_t check, name;
+};
+struct EwmhCheckReplies {
+    Reply<xcb_get_property_reply_t> check, name;
+};
+[[nodiscard]] EwmhCheckRequest requestCheckWindow(const XConnection& connection, const Atoms& atoms,
+                                                  xcb_window_t checkWindow);
+// The window manager's name; absent when the check window does not name itself, as a dead one cannot.
+[[nodiscard]] std::optional<std::string> parseCheckWindow(xcb_window_t checkWindow,
+                                                          const EwmhCheckReplies& replies);
+
+// Reads all of it, waiting. The state is Plausible only for a window manager that is alive.
+[[nodiscard]] EwmhRoot readRoot(XConnection& connection, const Atoms& atoms);
+
+// Asks the window manager to show a desktop. `time` is a server time stamp.
+void sendCurrentDesktop(const XConnection& connection, const Atoms& atoms, std::uint32_t desktop,
+                        xcb_timestamp_t time);
+
+// The server's time, as an event about a window of our own tells it; XCB_CURRENT_TIME when it does not answer
+// by `end`. Events that come first are dropped.
+[[nodiscard]] xcb_timestamp_t readServerTime(XConnection& connection, Instant end);
+
+}  // namespace platform::x11

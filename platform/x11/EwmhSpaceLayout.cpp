@@ -1,0 +1,73 @@
+#include "platform/x11/EwmhSpaceLayout.h"
+
+#include <uuid/uuid.h>
+
+#include <algorithm>
+
+namespace platform::x11 {
+
+namespace {
+
+constexpr const char* kNamespace = "58387fda-312d-425c-966d-2f3e3931d328";
+constexpr auto kReplacementTime = std::chrono::milliseconds(600);
+constexpr auto kReplacementStep = std::chrono::milliseconds(100);
+
+Instant monotonicNow() {
+    return std::chrono::time_point_cast<Duration>(std::chrono::steady_clock::now());
+}
+
+}  // namespace
+
+std::vector<std::string> desktopNumberUuids(std::uint32_t count) {
+    uuid_t nameSpace;
+    uuid_parse(kNamespace, nameSpace);
+    std::vector<std::string> uuids;
+    uuids.reserve(count);
+    for (std::uint32_t number = 1; number <= count; ++number) {
+        const auto name = "desktop-" + std::to_string(number);
+        uuid_t uuid;
+        char text[UUID_STR_LEN];
+        uuid_generate_sha1(uuid, nameSpace, name.data(), name.size());
+        uuid_unparse_upper(uuid, text);
+        uuids.emplace_back(text);
+    }
+    return uuids;
+}
+
+ManagedDisplaySpaces managedDisplaySpaces(const EwmhDesktops& desktops, std::vector<std::string> uuids) {
+    DisplayEntry main;
+    main.identifier = "Main";
+    main.spaces.emplace();
+    main.spaces->reserve(uuids.size());
+    for (auto& uuid : uuids)
+        main.spaces->push_back({std::move(uuid), ManagedSpaceId{main.spaces->size() + 1}});
+    if (desktops.current && *desktops.current < main.spaces->size())
+        main.currentSpace = main.spaces->at(*desktops.current);
+    return {std::move(main)};
+}
+
+EwmhSpaceLayout::Reading EwmhSpaceLayout::read() const {
+    const auto root = readRoot(connection_, atoms_);
+    if (root.state != EwmhRoot::State::Plausible)
+        return {std::nullopt, root.state == EwmhRoot::State::Inconsistent};
+    if (!root.desktops.isKwin())
+        return {managedDisplaySpaces(root.desktops, desktopNumberUuids(root.desktops.count))};
+    auto ids = kwinIds_();
+    if (!ids || ids->size() != root.desktops.count) return {std::nullopt, true};
+    return {managedDisplaySpaces(root.desktops, std::move(*ids))};
+}
+
+std::optional<ManagedDisplaySpaces> EwmhSpaceLayout::copyManagedDisplaySpaces() const {
+    const auto end = monotonicNow() + kReplacementTime;
+    auto reading = read();
+    if (!reading.mayChangeSoon) return std::move(reading.answer);
+    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_change_window_attributes(connection_.get(), connection_.root(), XCB_CW_EVENT_MASK, &events);
+    while (reading.mayChangeSoon && monotonicNow() < end && !connection_.isBroken()) {
+        const auto change = connection_.nextEvent(std::min(end, monotonicNow() + kReplacementStep));
+        reading = read();
+    }
+    return std::move(reading.answer);
+}
+
+}  // namespace platform::x11

@@ -1,0 +1,144 @@
+#include "platform/x11/X11WindowList.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+#include <xcb/randr.h>
+
+#include <algorithm>
+#include <array>
+
+#include "platform/x11/EwmhDesktops.h"
+
+namespace platform::x11 {
+
+namespace {
+
+constexpr std::uint32_t kMostWindows = 65536;
+
+// Where the primary monitor starts; the root's own origin when none is primary.
+Point primaryOrigin(const xcb_randr_get_monitors_reply_t* monitors) {
+    if (!monitors) return {};
+    auto monitor = xcb_randr_get_monitors_monitors_iterator(monitors);
+    for (; monitor.rem > 0; xcb_randr_monitor_info_next(&monitor))
+        if (monitor.data->primary) return {double(monitor.data->x), double(monitor.data->y)};
+    return {};
+}
+
+std::optional<std::string> processName(std::int64_t pid) {
+    const int file = open(("/proc/" + std::to_string(pid) + "/comm").c_str(), O_RDONLY | O_CLOEXEC);
+    if (file < 0) return std::nullopt;
+    std::array<char, 64> name{};
+    const auto length = read(file, name.data(), name.size());
+    close(file);
+    if (length <= 1) return std::nullopt;
+    return std::string(name.data(), static_cast<std::size_t>(length) - 1);  // without its line feed
+}
+
+}  // namespace
+
+void X11WindowList::prefetch(const XConnection& connection) {
+    xcb_prefetch_extension_data(connection.get(), &xcb_randr_id);
+}
+
+std::optional<X11WindowList::Listing> X11WindowList::readListing() const {
+    const auto* randr = xcb_get_extension_data(connection_.get(), &xcb_randr_id);
+    const bool hasMonitors = randr && randr->present;
+    const auto ask = [&](Atom property, xcb_atom_t type, std::uint32_t longs) {
+        return requestProperty(connection_, connection_.root(), atoms_[property], type, longs);
+    };
+    const auto get = [&](auto cookie) { return connection_.reply<xcb_get_property_reply_t>(cookie); };
+    const auto stackingCookie = ask(Atom::NetClientListStacking, XCB_ATOM_WINDOW, kMostWindows);
+    const auto listCookie = ask(Atom::NetClientList, XCB_ATOM_WINDOW, kMostWindows);
+    const auto countCookie = ask(Atom::NetNumberOfDesktops, XCB_ATOM_CARDINAL, 1);
+    xcb_randr_get_monitors_cookie_t monitorsCookie{};
+    if (hasMonitors) {
+        connection_.discard(xcb_randr_query_version(connection_.get(), 1, 5));
+        monitorsCookie = xcb_randr_get_monitors(connection_.get(), connection_.root(), 1);
+    }
+
+    auto list = get(stackingCookie);
+    auto plainList = get(listCookie);
+    if (!list || list->type != XCB_ATOM_WINDOW) std::swap(list, plainList);
+    const auto count = value32(get(countCookie).get(), XCB_ATOM_CARDINAL).value_or(0);
+    Listing listing;
+    if (hasMonitors)
+        listing.origin =
+            primaryOrigin(connection_.reply<xcb_randr_get_monitors_reply_t>(monitorsCookie).get());
+    if (!list || list->type != XCB_ATOM_WINDOW) return std::nullopt;
+    const auto windows = values32(list.get(), XCB_ATOM_WINDOW);
+    listing.windows.assign(windows.begin(), windows.end());
+    listing.desktopCount = count <= kMostDesktops ? count : 0;
+    return listing;
+}
+
+std::optional<std::vector<WindowInfo>> X11WindowList::copyWindowsExcludingDesktopElements() const {
+    const auto listing = readListing();
+    if (!listing) return std::nullopt;
+    std::vector<X11WindowRequest> requests;
+    requests.reserve(listing->windows.size());
+    for (const auto window : listing->windows) requests.push_back(requestWindow(connection_, atoms_, window));
+
+    desktops_.clear();
+    desktopCount_ = listing->desktopCount;
+    std::vector<WindowInfo> infos;
+    infos.reserve(requests.size());
+    const auto get = [this](auto cookie) { return connection_.reply<xcb_get_property_reply_t>(cookie); };
+    for (std::size_t i = 0; i < requests.size(); ++i) {
+        const auto& request = requests[i];
+        const X11WindowReplies replies = {
+            connection_.reply<xcb_get_geometry_reply_t>(request.geometry),
+            connection_.reply<xcb_translate_coordinates_reply_t>(request.position),
+            get(request.frameExtents),
+            get(request.desktop),
+            get(request.types),
+            get(request.states),
+            get(request.windowClass),
+            get(request.pid),
+            get(request.opacity)};
+        auto window = parseWindow(atoms_, listing->windows[i], replies, listing->origin);
+        if (!window || window->isDesktopElement) continue;
+        if (!window->info.ownerName && window->info.ownerPid)
+            window->info.ownerName = processName(*window->info.ownerPid);
+        desktops_[listing->windows[i]] = window->desktop;
+        infos.push_back(std::move(window->info));
+    }
+    std::ranges::reverse(infos);
+    return infos;
+}
+
+std::optional<std::uint32_t> X11WindowList::desktopOf(xcb_window_t window) const {
+    if (const auto found = desktops_.find(window); found != desktops_.end()) return found->second;
+    const auto cookie =
+        requestProperty(connection_, window, atoms_[Atom::NetWmDesktop], XCB_ATOM_CARDINAL, 1);
+    return value32(connection_.reply<xcb_get_property_reply_t>(cookie).get(), XCB_ATOM_CARDINAL);
+}
+
+std::vector<ManagedSpaceId> X11WindowList::copySpacesForWindow(WindowNumber window) const {
+    const auto desktop = desktopOf(static_cast<xcb_window_t>(window.value));
+    if (!desktop) return {};
+    if (*desktop != kEveryDesktop) return {ManagedSpaceId{*desktop + std::uint64_t{1}}};
+    std::vector<ManagedSpaceId> every;
+    for (std::uint64_t id = 1; id <= desktopCount_; ++id) every.push_back({id});
+    return every;
+}
+
+void X11WindowList::addWindowToSpace(WindowNumber number, ManagedSpaceId space) {
+    const auto window = static_cast<xcb_window_t>(number.value);
+    const auto desktop = static_cast<std::uint32_t>(space.value - 1);
+    const auto cookie = requestProperty(connection_, window, atoms_[Atom::WmState], atoms_[Atom::WmState], 1);
+    const auto state =
+        value32(connection_.reply<xcb_get_property_reply_t>(cookie).get(), atoms_[Atom::WmState]);
+    constexpr std::uint32_t kWithdrawn = 0;  // ICCCM 4.1.3.1, and so is a window without the property
+    if (state.value_or(kWithdrawn) == kWithdrawn) {
+        xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, window, atoms_[Atom::NetWmDesktop],
+                            XCB_ATOM_CARDINAL, 32, 1, &desktop);
+    } else {
+        constexpr std::uint32_t kFromPager = 2;  // source indication of EWMH
+        const std::array<std::uint32_t, 2> data = {desktop, kFromPager};
+        sendRootMessage(connection_, window, atoms_[Atom::NetWmDesktop], data);
+    }
+    connection_.flush();
+    desktops_.erase(window);
+}
+
+}  // namespace platform::x11

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <unordered_map>
+#include <vector>
+
+#include "platform/Spaces.h"
+#include "platform/WindowList.h"
+#include "platform/x11/X11Window.h"
+
+namespace platform::x11 {
+
+// The window manager's windows, and which desktops they are on, read with waiting: as many round trips for a
+// thousand windows as for one. A window of the last list is on the desktops that it had then.
+class X11WindowList final : public WindowList, public WindowSpaces {
+  public:
+    // Make it before `atoms`, or any other round trip, so that its extension is ready without another.
+    static void prefetch(const XConnection& connection);
+
+    X11WindowList(XConnection& connection, const Atoms& atoms) : connection_(connection), atoms_(atoms) {}
+
+    [[nodiscard]] std::optional<std::vector<WindowInfo>> copyWindowsExcludingDesktopElements() const override;
+
+    [[nodiscard]] std::vector<ManagedSpaceId> copySpacesForWindow(WindowNumber window) const override;
+    void addWindowToSpace(WindowNumber window, ManagedSpaceId space) override;
+    // A window is on one desktop: it left the others when it was added.
+    void removeWindowFromSpace(WindowNumber /*window*/, ManagedSpaceId /*space*/) override {}
+
+  private:
+    struct Listing {
+        std::vector<xcb_window_t> windows;  // back to front
+        Point origin;                       // of the main display on the root window
+        std::uint32_t desktopCount = 0;
+    };
+    [[nodiscard]] std::optional<Listing> readListing() const;
+    [[nodiscard]] std::optional<std::uint32_t> desktopOf(xcb_window_t window) const;
+
+    XConnection& connection_;
+    const Atoms& atoms_;
+    mutable std::unordered_map<xcb_window_t, std::optional<std::uint32_t>> desktops_;
+    mutable std::uint32_t desktopCount_ = 0;
+};
+
+}  // namespace platform::x11
