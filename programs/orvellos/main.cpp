@@ -43,9 +43,9 @@ int runApplication(int argc, char** argv, platform::x11::XConnection& connection
         writeStandardError("orvello: the display server has gone away\n");
         QCoreApplication::exit(1);
     });
-    runLoop.post([&desktop] { desktop.delegate().applicationDidFinishLaunching(); });
+    runLoop.post([&desktop] { desktop.launch(); });
     const int status = QCoreApplication::exec();
-    desktop.delegate().applicationWillTerminate();
+    desktop.terminate();
     orvellos::connectDebugLog({});
     return status;
 }
