@@ -25,14 +25,16 @@ class Desktop {
   public:
     // `scale` is the desktop's device pixels per point. What is passed outlives the desktop.
     Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
-            platform::freedesktop::SystemdLibrary& systemd, platform::SystemLog& systemLog, double scale);
+            platform::freedesktop::SystemdLibrary& systemd, double scale);
 
     [[nodiscard]] orvellos::AppDelegate& delegate() { return delegate_; }
-    platform::Subscription onServerGone(std::function<void()> action) { return events_.onBroken(std::move(action)); }
+    platform::Subscription onServerGone(std::function<void()> action) {
+        return events_.onBroken(std::move(action));
+    }
 
   private:
-    ui::QtRunLoop& runLoop_;
     platform::freedesktop::SessionBus bus_;
+    platform::freedesktop::KwinDesktops kwinDesktops_;
     platform::Subscription kwinCall_;
     platform::freedesktop::PosixFileSystem files_;
     platform::freedesktop::XdgFolders folders_;

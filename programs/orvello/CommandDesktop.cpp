@@ -1,0 +1,111 @@
+#include "programs/orvello/CommandDesktop.h"
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+#include "platform/freedesktop/KwinDesktops.h"
+#include "programs/orvello/StartOver.h"
+
+using namespace platform;
+using namespace platform::x11;
+
+namespace {
+
+constexpr std::chrono::milliseconds kPatience(2000);
+constexpr Duration kBusPatience = std::chrono::seconds(1);
+
+Instant monotonicNow() {
+    return std::chrono::time_point_cast<Duration>(std::chrono::steady_clock::now());
+}
+
+}  // namespace
+
+struct CommandDesktop::Connected {
+    Connected(std::unique_ptr<XConnection> opened, Instant end)
+        : connection(std::move(opened)), deadline(end) {}
+
+    std::unique_ptr<XConnection> connection;
+    Instant deadline;
+    Atoms atoms = internWithWindowList(*connection);
+    freedesktop::SystemdLibrary systemd;
+    EwmhSpaceLayout layout{*connection, atoms, [this] { return kwinIds(); }};
+    X11WindowList windows{*connection, atoms};
+    EwmhSpaceSwitching switching{*connection, atoms,
+                                 [this] { return readRoot(*connection, atoms).desktops.canSwitch; },
+                                 [this] { return readServerTime(*connection, deadline); }};
+
+    static Atoms internWithWindowList(XConnection& connection) {
+        X11WindowList::prefetch(connection);
+        return Atoms::intern(connection);
+    }
+    std::optional<std::vector<std::string>> kwinIds() {
+        const auto left = deadline - monotonicNow();
+        if (left <= Duration::zero()) return std::nullopt;
+        return freedesktop::readKwinDesktopIds(systemd, std::min(left, kBusPatience));
+    }
+};
+
+void CommandDesktop::Destroy::operator()(Connected* connected) const {
+    delete connected;
+}
+
+CommandDesktop::Connected* CommandDesktop::connected() const {
+    if (std::exchange(hasConnected_, true)) return connected_.get();
+    const auto deadline = monotonicNow() + kPatience;
+    std::unique_ptr<XConnection> connection;
+    {
+        const StartOver unlessAnswered(kPatience, argv_);
+        connection = XConnection::openUnbounded(nullptr, kPatience);
+    }
+    if (!connection) return nullptr;
+    connection->setDeadline(deadline);
+    connected_.reset(new Connected(std::move(connection), deadline));
+    return connected_.get();
+}
+
+std::optional<ManagedDisplaySpaces> CommandDesktop::copyManagedDisplaySpaces() const {
+    if (!layout_) {
+        const auto* desktop = connected();
+        layout_.emplace(desktop ? desktop->layout.copyManagedDisplaySpaces() : std::nullopt);
+    }
+    return *layout_;
+}
+
+std::vector<ManagedSpaceId> CommandDesktop::copySpacesForWindow(WindowNumber window) const {
+    const auto* desktop = connected();
+    return desktop ? desktop->windows.copySpacesForWindow(window) : std::vector<ManagedSpaceId>();
+}
+
+void CommandDesktop::addWindowToSpace(WindowNumber window, ManagedSpaceId space) {
+    if (auto* desktop = connected()) desktop->windows.addWindowToSpace(window, space);
+}
+
+void CommandDesktop::removeWindowFromSpace(WindowNumber window, ManagedSpaceId space) {
+    if (auto* desktop = connected()) desktop->windows.removeWindowFromSpace(window, space);
+}
+
+ConnectionId CommandDesktop::mainConnectionId() const {
+    const auto* desktop = connected();
+    return desktop ? desktop->switching.mainConnectionId() : 0;
+}
+
+SetCurrentSpaceEntry CommandDesktop::resolveSetCurrentSpace(std::string_view name) const {
+    const auto* desktop = connected();
+    return desktop ? desktop->switching.resolveSetCurrentSpace(name) : SetCurrentSpaceEntry();
+}
+
+SpaceListEntry CommandDesktop::resolveSpaceList(std::string_view name) const {
+    const auto* desktop = connected();
+    return desktop ? desktop->switching.resolveSpaceList(name) : SpaceListEntry();
+}
+
+std::optional<std::vector<WindowInfo>> CommandDesktop::copyWindowsExcludingDesktopElements() const {
+    const auto* desktop = connected();
+    return desktop ? desktop->windows.copyWindowsExcludingDesktopElements() : std::nullopt;
+}
+
+std::vector<Screen> CommandScreen::screens() const {
+    constexpr Rect kAround{-1, -1, 2, 2};
+    return {Screen{mainDisplayId(), kAround, kAround, 1}};
+}

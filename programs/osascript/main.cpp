@@ -1,0 +1,82 @@
+#include <signal.h>
+#include <sys/time.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <optional>
+#include <string_view>
+
+#include "orvellos/SpaceScript.h"
+#include "platform/x11/EwmhDesktops.h"
+
+// Stands in for the script runner: does what a script of the application asks of the Space keys, in one step,
+// and ends with status 0 when the Space has changed. Knows no other script.
+
+namespace {
+
+using orvellos::SpaceScript;
+using namespace platform::x11;
+
+constexpr std::chrono::milliseconds kPatience(1500);
+
+// Pressing the keys at the first or last Space stays there.
+std::uint32_t targetOf(const SpaceScript& script, std::uint32_t current, std::uint32_t count) {
+    const auto steps = static_cast<std::uint32_t>(script.count);
+    if (script.direction == SpaceScript::Direction::Left) return current - std::min(current, steps);
+    return std::min(current + steps, count - 1);
+}
+
+bool waitForDesktop(XConnection& connection, const Atoms& atoms, std::uint32_t target,
+                    platform::Instant end) {
+    while (const auto event = connection.nextEvent(end)) {
+        const auto* change = reinterpret_cast<const xcb_property_notify_event_t*>(event.get());
+        if ((event->response_type & 0x7F) != XCB_PROPERTY_NOTIFY ||
+            change->atom != atoms[Atom::NetCurrentDesktop])
+            continue;
+        const auto cookie = requestProperty(connection, connection.root(), atoms[Atom::NetCurrentDesktop],
+                                            XCB_ATOM_CARDINAL, 1);
+        const auto current = connection.reply<xcb_get_property_reply_t>(cookie);
+        if (value32(current.get(), XCB_ATOM_CARDINAL) == target) return true;
+    }
+    return false;
+}
+
+bool perform(const SpaceScript& script) {
+    const auto end =
+        std::chrono::time_point_cast<platform::Duration>(std::chrono::steady_clock::now()) + kPatience;
+    const auto connection = XConnection::openUnbounded(nullptr, kPatience);
+    if (!connection) return false;
+    const auto atoms = Atoms::intern(*connection);
+    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_change_window_attributes(connection->get(), connection->root(), XCB_CW_EVENT_MASK, &events);
+    const auto root = readRoot(*connection, atoms);
+    const auto& desktops = root.desktops;
+    if (root.state != EwmhRoot::State::Plausible || !desktops.current || !desktops.canSwitch) return false;
+    const auto target = targetOf(script, *desktops.current, desktops.count);
+    if (target == *desktops.current) return true;
+    sendCurrentDesktop(*connection, atoms, target, readServerTime(*connection, end));
+    return waitForDesktop(*connection, atoms, target, end);
+}
+
+// Nothing that this program waits for can keep it.
+void failAfterPatience() {
+    signal(SIGALRM, [](int) { _exit(1); });
+    const itimerval timer{{}, {kPatience.count() / 1000, kPatience.count() % 1000 * 1000}};
+    setitimer(ITIMER_REAL, &timer, nullptr);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::optional<SpaceScript> script;
+    if (argc == 3 && std::string_view(argv[1]) == "-e") script = orvellos::ScriptParser::parse(argv[2]);
+    if (!script) {
+        std::fputs("osascript: only the scripts that orvello writes can be run\n", stderr);
+        return 1;
+    }
+    failAfterPatience();
+    return perform(*script) ? 0 : 1;
+}
