@@ -28,7 +28,9 @@ class Desktop {
             platform::freedesktop::SystemdLibrary& systemd, double scale);
 
     [[nodiscard]] orvellos::AppDelegate& delegate() { return delegate_; }
-    platform::Subscription onServerGone(std::function<void()> action) { return events_.onBroken(std::move(action)); }
+    platform::Subscription onServerGone(std::function<void()> action) {
+        return events_.onBroken(std::move(action));
+    }
 
   private:
     platform::freedesktop::SessionBus bus_;
