@@ -6,6 +6,8 @@
 #include <charconv>
 #include <cmath>
 
+#include "orvellos/TrimmedText.h"
+
 namespace orvellos {
 
 namespace {
@@ -15,14 +17,12 @@ constexpr platform::Color kDarkText{0.09, 0.11, 0.15, 1};
 constexpr platform::Color kLightText{1, 1, 1, 1};
 constexpr double kBrightFrom = 0.7;
 
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view space = " \t\n\v\f\r";
-    const auto first = text.find_first_not_of(space);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(space) - first + 1);
+bool isNumeric(const platform::Color& color) {
+    return !std::isnan(color.red) && !std::isnan(color.green) && !std::isnan(color.blue);
 }
 
-double linear(double component) {
+double linear(double value) {
+    const double component = std::clamp(value, 0.0, 1.0);
     return component <= 0.03928 ? component / 12.92 : std::pow((component + 0.055) / 1.055, 2.4);
 }
 
@@ -44,6 +44,7 @@ std::optional<platform::Color> colorFromHex(std::string_view text) {
 }
 
 std::string hexFromColor(const platform::Color& color) {
+    if (!isNumeric(color)) return std::string(tagPalette[0].hex);
     const auto step = [](double c) { return static_cast<int>(std::round(std::clamp(c, 0.0, 1.0) * 255)); };
     return fmt::format("#{:02X}{:02X}{:02X}", step(color.red), step(color.green), step(color.blue));
 }
@@ -56,6 +57,7 @@ std::string paletteName(std::string_view hex) {
 }
 
 double relativeLuminance(const platform::Color& color) {
+    if (!isNumeric(color)) return 0;
     return 0.2126 * linear(color.red) + 0.7152 * linear(color.green) + 0.0722 * linear(color.blue);
 }
 

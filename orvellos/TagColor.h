@@ -25,11 +25,12 @@ inline constexpr std::array<PaletteColor, 8> tagPalette = {{{"#3B82F6", "Blue"},
 
 // Six hexadecimal digits, with or without one "#" before and white space around; absent for anything else.
 [[nodiscard]] std::optional<platform::Color> colorFromHex(std::string_view text);
-// "#RRGGBB" in upper case, each component rounded to the nearest of 256 steps.
+// "#RRGGBB" in upper case, each component rounded to the nearest of 256 steps. The first colour of the
+// palette when a component is no number.
 [[nodiscard]] std::string hexFromColor(const platform::Color& color);
 // The palette's name for a hex text in either case, or the text itself.
 [[nodiscard]] std::string paletteName(std::string_view hex);
-// WCAG 2 relative luminance, in 0…1.
+// WCAG 2 relative luminance, in 0…1; 0 when a component is no number.
 [[nodiscard]] double relativeLuminance(const platform::Color& color);
 
 // The tag's fill: its colour, or the system blue when that cannot be read.

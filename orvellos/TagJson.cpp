@@ -1,5 +1,6 @@
 #include "orvellos/TagJson.h"
 
+#include <cmath>
 #include <nlohmann/json.hpp>
 #include <utility>
 
@@ -37,6 +38,11 @@ bool takeFrame(const json& value, std::optional<Rect>& into) {
     return true;
 }
 
+bool isFinite(const Rect& rect) {
+    return std::isfinite(rect.x) && std::isfinite(rect.y) && std::isfinite(rect.width) &&
+           std::isfinite(rect.height);
+}
+
 // Moves the strings out of the parsed value.
 std::optional<Tag> takeTag(json& value) {
     if (!value.is_object()) return std::nullopt;
@@ -64,9 +70,13 @@ json toJson(const Tag& tag) {
 
 }  // namespace
 
-std::string encodeTags(const std::vector<Tag>& tags) {
+platform::Result<std::string> encodeTags(const std::vector<Tag>& tags) {
     json array = json::array();
-    for (const auto& tag : tags) array.push_back(toJson(tag));
+    for (const auto& tag : tags) {
+        if (tag.frame && !isFinite(*tag.frame))
+            return platform::Error{"encode: The frame of tag " + tag.id.text() + " is not finite"};
+        array.push_back(toJson(tag));
+    }
     return prettyJson(array);
 }
 

@@ -11,18 +11,28 @@
 
 namespace orvellos {
 
+namespace {
+
+// Never relative to the working folder.
+std::filesystem::path fileIn(const std::filesystem::path& folder) {
+    return folder.empty() ? folder : folder / "tags.json";
+}
+
+}  // namespace
+
 std::filesystem::path tagFolder(const platform::Folders& folders) {
     if (const auto support = folders.applicationSupport()) return *support / "orvello";
-    return folders.home().value_or("") / "Library/Application Support" / "orvello";
+    if (const auto home = folders.home()) return *home / "Library/Application Support" / "orvello";
+    return {};
 }
 
 std::filesystem::path tagFilePath(const platform::Folders& folders) {
-    return tagFolder(folders) / "tags.json";
+    return fileIn(tagFolder(folders));
 }
 
 TagStore::TagStore(platform::FileSystem& files, const platform::RunLoop& clock,
                    const std::filesystem::path& folder)
-    : files_(files), clock_(clock), fileURL_(folder / "tags.json") {
+    : files_(files), clock_(clock), fileURL_(fileIn(folder)) {
     // Where the folder cannot be had, every later read and write fails and says so.
     [[maybe_unused]] const auto ignored = files_.createFolders(folder);
     load();
@@ -38,6 +48,11 @@ std::optional<std::vector<Tag>> TagStore::readTags(const std::filesystem::path& 
     return text ? decodeTags(text.value()) : std::nullopt;
 }
 
+platform::MaybeError TagStore::writeTags(const std::filesystem::path& file) {
+    const auto text = encodeTags(tags);
+    return text ? files_.writeAtomically(file, text.value()) : text.error();
+}
+
 void TagStore::load() {
     if (!files_.exists(fileURL_)) return;
     if (auto loaded = readTags(fileURL_)) {
@@ -48,9 +63,8 @@ void TagStore::load() {
     auto recovered = readTags(backupURL());
     if (!recovered) {
         log(LogCategory::Nav,
-            "TagStore: store was unreadable and no usable backup exists — starting empty (original preserved "
-            "in "
-            "quarantine)");
+            "TagStore: store was unreadable and no usable backup exists — starting empty (original "
+            "preserved in quarantine)");
         return;
     }
     tags = std::move(*recovered);
@@ -72,12 +86,12 @@ void TagStore::quarantineUnreadableStore() {
 
 void TagStore::writeBackup() {
     if (tags.empty()) return;
-    if (const auto error = files_.writeAtomically(backupURL(), encodeTags(tags)))
+    if (const auto error = writeTags(backupURL()))
         log(LogCategory::Nav, "TagStore: backup write failed: " + error->description);
 }
 
 void TagStore::save() {
-    if (const auto error = files_.writeAtomically(fileURL_, encodeTags(tags)))
+    if (const auto error = writeTags(fileURL_))
         log(LogCategory::Nav,
             fmt::format("TagStore: SAVE FAILED for {} tag(s): {}", tags.size(), error->description));
 }

@@ -11,10 +11,10 @@
 
 namespace orvellos {
 
-// The folder that holds the user's tag file: "orvello" in the user's folder for application data. Relative to
-// the working folder when the user has neither that nor a home.
+// The folder that holds the user's tag file: "orvello" in the user's folder for application data. Empty when
+// the user has neither that nor a home.
 [[nodiscard]] std::filesystem::path tagFolder(const platform::Folders& folders);
-// The user's tag file.
+// The user's tag file; empty without that folder.
 [[nodiscard]] std::filesystem::path tagFilePath(const platform::Folders& folders);
 
 // Owns the tags and the one file that holds them between runs. Every change is written before the operation
@@ -22,7 +22,8 @@ namespace orvellos {
 // makes of what it loaded. Failures are logged; the tags in memory keep every change.
 class TagStore {
   public:
-    // Creates the folder, loads the tags and refreshes the backup.
+    // Creates the folder, loads the tags and refreshes the backup. With an empty folder nothing is read, and
+    // every save fails.
     TagStore(platform::FileSystem& files, const platform::RunLoop& clock,
              const std::filesystem::path& folder);
 
@@ -42,6 +43,7 @@ class TagStore {
     void writeBackup();
     void quarantineUnreadableStore();
     [[nodiscard]] std::optional<std::vector<Tag>> readTags(const std::filesystem::path& file) const;
+    [[nodiscard]] platform::MaybeError writeTags(const std::filesystem::path& file);
     [[nodiscard]] std::filesystem::path backupURL() const;
     template <typename Change>
     void change(const TagID& id, Change apply);

@@ -71,6 +71,14 @@ Result<mode_t> permissionsFor(const fs::path& path) {
     return status.st_mode & kPermissionBits;
 }
 
+// Takes a name that nobody has with an empty file or folder, which a rename may then replace: so a file
+// system without a rename of its own that never replaces still cannot lose what has the name.
+bool claimName(const fs::path& path, bool asFolder) {
+    if (asFolder) return ::mkdir(path.c_str(), kPrivateFolder) == 0;
+    return FileDescriptor(::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kPrivateFile))
+        .isOpen();
+}
+
 Result<std::string> readWhole(int file, std::size_t expected) {
     std::string content(std::min(expected, kLargestFile) + 1, '\0');
     std::size_t used = 0;
@@ -159,16 +167,21 @@ MaybeError PosixFileSystem::writeAtomically(const fs::path& path, std::string_vi
         ::unlink(temporary.c_str());
         return error;
     }
-    return sync(folder.get());
+    // A file system that cannot sync folders says EINVAL.
+    if (retried([&] { return calls_.fsync(folder.get()); }) != 0 && errno != EINVAL) return failure("fsync");
+    return std::nullopt;
 }
 
 MaybeError PosixFileSystem::move(const fs::path& from, const fs::path& to) {
     if (calls_.renameNoReplace(from.c_str(), to.c_str()) == 0) return std::nullopt;
     if (errno != ENOSYS && errno != EINVAL) return failure("rename");
-    if (::link(from.c_str(), to.c_str()) != 0) return failure("link");
-    if (::unlink(from.c_str()) == 0) return std::nullopt;
-    auto error = failure("unlink");
-    ::unlink(to.c_str());
+    struct stat status {};
+    if (::lstat(from.c_str(), &status) != 0) return failure("rename");
+    const bool isFolder = S_ISDIR(status.st_mode);
+    if (!claimName(to, isFolder)) return failure("rename");
+    if (calls_.rename(from.c_str(), to.c_str()) == 0) return std::nullopt;
+    auto error = failure("rename");
+    static_cast<void>(isFolder ? ::rmdir(to.c_str()) : ::unlink(to.c_str()));
     return error;
 }
 

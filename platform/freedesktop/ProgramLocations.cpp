@@ -19,4 +19,8 @@ std::string ProgramLocations::libexecProgram(const std::string& name) const {
     return folder.parent_path() / kLibexecFolder / name;
 }
 
+std::filesystem::path ProgramLocations::command() const {
+    return self_.parent_path().parent_path().parent_path() / "bin/orvello";
+}
+
 }  // namespace platform::freedesktop

@@ -16,6 +16,9 @@ class ProgramLocations {
     // The path of the program of that name; whether it is there shows when it is started.
     [[nodiscard]] std::string libexecProgram(const std::string& name) const;
 
+    // The path of the command that the user types, seen from one of the programs in libexec/orvello.
+    [[nodiscard]] std::filesystem::path command() const;
+
   private:
     std::filesystem::path self_;
 };

@@ -10,6 +10,21 @@ Error failure(const std::string& operation, std::errc code) {
     return {operation + ": " + std::make_error_code(code).message()};
 }
 
+void setKey(auto& node, const std::filesystem::path& key) {
+    if constexpr (requires { node.key(); })
+        node.key() = key;
+    else
+        node.value() = key;
+}
+
+// Gives the element that a map or a set has under a path, if any, another path.
+void rename(auto& elements, const std::filesystem::path& from, const std::filesystem::path& to) {
+    auto node = elements.extract(from);
+    if (node.empty()) return;
+    setKey(node, to);
+    elements.insert(std::move(node));
+}
+
 }  // namespace
 
 bool SimulatedFileSystem::isWritable(std::filesystem::path path) const {
@@ -46,14 +61,14 @@ MaybeError SimulatedFileSystem::writeAtomically(const std::filesystem::path& pat
 }
 
 MaybeError SimulatedFileSystem::move(const std::filesystem::path& from, const std::filesystem::path& to) {
-    if (!files.contains(from) || !folders.contains(to.parent_path()))
+    if (!exists(from) || !folders.contains(to.parent_path()))
         return failure("rename", std::errc::no_such_file_or_directory);
     if (exists(to)) return failure("rename", std::errc::file_exists);
     if (!isWritable(from) || !isWritable(to)) return failure("rename", std::errc::permission_denied);
-    files[to] = std::move(files[from]);
-    modificationDates[to] = modificationDates[from];
-    files.erase(from);
-    modificationDates.erase(from);
+    rename(files, from, to);
+    rename(modificationDates, from, to);
+    rename(folders, from, to);
+    rename(unreadable, from, to);
     return std::nullopt;
 }
 

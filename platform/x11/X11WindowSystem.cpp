@@ -7,6 +7,7 @@ namespace platform::x11 {
 namespace {
 
 constexpr std::uint32_t kEveryDesktop = 0xFFFFFFFF;
+constexpr auto kCompositorStarts = std::chrono::milliseconds(500);
 
 xcb_cursor_t loadOpenHand(XConnection& connection) {
     xcb_cursor_context_t* cursors = nullptr;
@@ -48,10 +49,7 @@ X11WindowSystem::X11WindowSystem(XConnection& connection, XEvents& events, RunLo
       context_{connection, runLoop, screens, painter, TagWindowAtoms::intern(connection)},
       events_(events.subscribe([this](const auto& event) { handle(event); })),
       screensChanged_(screens.onParametersChanged([this] { refresh(); })),
-      compositor_(connection, events, [this](bool composited) {
-          context_.composited = composited;
-          refresh();
-      }) {
+      compositor_(connection, events, [this](bool composited) { followCompositor(composited); }) {
     context_.composited = compositor_.isComposited();
     context_.currentDesktop = [this] { return desktops_().current; };
     context_.forget = [this](xcb_window_t window) { surfaces_.erase(window); };
@@ -114,6 +112,18 @@ void X11WindowSystem::removeWindowFromSpace(WindowNumber /*window*/, ManagedSpac
 
 void X11WindowSystem::handle(const xcb_generic_event_t& event) {
     if (auto* surface = find({windowOf(event)})) surface->handle(event);
+}
+
+// A compositor that has announced itself does not composite yet. Until it does a window has to keep its
+// silhouette, or its margin would be seen as a black box.
+void X11WindowSystem::followCompositor(bool composited) {
+    compositorStarts_ = {};
+    const auto follow = [this, composited] {
+        context_.composited = composited;
+        refresh();
+    };
+    if (!composited) return follow();
+    compositorStarts_ = context_.runLoop.after(kCompositorStarts, follow);
 }
 
 void X11WindowSystem::refresh() {

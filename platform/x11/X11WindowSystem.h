@@ -38,6 +38,7 @@ class X11WindowSystem final : public WindowSystem, public WindowSpaces {
   private:
     void chooseVisual();
     void handle(const xcb_generic_event_t& event);
+    void followCompositor(bool composited);
     void refresh();
     [[nodiscard]] X11TagSurface* find(WindowNumber window) const;
 
@@ -47,6 +48,7 @@ class X11WindowSystem final : public WindowSystem, public WindowSpaces {
     Subscription events_;
     Subscription screensChanged_;
     CompositorWatch compositor_;
+    Timer compositorStarts_;
 };
 
 }  // namespace platform::x11

@@ -25,14 +25,23 @@ class Desktop {
   public:
     // `scale` is the desktop's device pixels per point. What is passed outlives the desktop.
     Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
-            platform::freedesktop::SystemdLibrary& systemd, platform::SystemLog& systemLog, double scale);
+            platform::freedesktop::SystemdLibrary& systemd, double scale);
 
-    [[nodiscard]] orvellos::AppDelegate& delegate() { return delegate_; }
-    platform::Subscription onServerGone(std::function<void()> action) { return events_.onBroken(std::move(action)); }
+    // Starts the application as soon as the Spaces are known, which on KWin takes a question to it, or when
+    // that takes too long.
+    void launch();
+    // Ends it; nothing when it has not started.
+    void terminate();
+    platform::Subscription onServerGone(std::function<void()> action) {
+        return events_.onBroken(std::move(action));
+    }
 
   private:
+    void launchNow();
+
     ui::QtRunLoop& runLoop_;
     platform::freedesktop::SessionBus bus_;
+    platform::freedesktop::KwinDesktops kwinDesktops_;
     platform::Subscription kwinCall_;
     platform::freedesktop::PosixFileSystem files_;
     platform::freedesktop::XdgFolders folders_;
@@ -55,4 +64,6 @@ class Desktop {
     orvellos::TagManager tagManager_;
     orvellos::AppDelegate delegate_;
     platform::Subscription windowManagerChanged_;
+    platform::Subscription spacesKnown_;
+    platform::Timer launchDeadline_;
 };

@@ -1,10 +1,9 @@
-// The application body: makes the services of an X11 desktop, hands them to the application and runs its main loop.
+// The application body: makes the services of an X11 desktop, hands them to the application and runs its main
+// loop.
 
 #include <QGuiApplication>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
-#include <memory>
 
 #include "orvellos/AppDelegate.h"
 #include "orvellos/DebugLog.h"
@@ -19,11 +18,14 @@ namespace {
 
 constexpr auto kPatienceAtStart = std::chrono::seconds(2);
 
-void writeStandardError(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stderr); }
+void writeStandardError(std::string_view text) {
+    std::fwrite(text.data(), 1, text.size(), stderr);
+}
 
 // Without a session bus Qt would have one started for it, which nobody would end.
 void keepQtFromStartingABus() {
-    if (platform::freedesktop::sessionBusAddress().empty()) setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
+    if (platform::freedesktop::sessionBusAddress().empty())
+        setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
 }
 
 int runApplication(int argc, char** argv, platform::x11::XConnection& connection) {
@@ -32,18 +34,18 @@ int runApplication(int argc, char** argv, platform::x11::XConnection& connection
     QGuiApplication::setQuitOnLastWindowClosed(false);
     ui::QtRunLoop runLoop;
     platform::freedesktop::SystemdLibrary systemd;
-    platform::freedesktop::JournalSystemLog systemLog(systemd);
-    orvellos::connectDebugLog({&systemLog, writeStandardError, &runLoop,
-                               orvellos::asksForDebugEcho(std::getenv("ORVELLO_DEBUG"))});
-    Desktop desktop(connection, runLoop, systemd, systemLog, application.devicePixelRatio());
-    const ui::TerminationSignals signals(runLoop, [] { QCoreApplication::quit(); });
+    platform::freedesktop::JournalSystemLog systemLog;
+    orvellos::connectDebugLog(
+        {&systemLog, writeStandardError, &runLoop, orvellos::asksForDebugEcho(std::getenv("ORVELLO_DEBUG"))});
+    Desktop desktop(connection, runLoop, systemd, application.devicePixelRatio());
+    const ui::TerminationSignals termination(runLoop, [] { QCoreApplication::quit(); });
     const auto broken = desktop.onServerGone([] {
         writeStandardError("orvello: the display server has gone away\n");
         QCoreApplication::exit(1);
     });
-    runLoop.post([&desktop] { desktop.delegate().applicationDidFinishLaunching(); });
+    runLoop.post([&desktop] { desktop.launch(); });
     const int status = QCoreApplication::exec();
-    desktop.delegate().applicationWillTerminate();
+    desktop.terminate();
     orvellos::connectDebugLog({});
     return status;
 }

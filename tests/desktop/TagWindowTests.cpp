@@ -1,0 +1,278 @@
+// Tag windows of the running application, as the user and the window manager see them.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <csignal>
+#include <fstream>
+#include <nlohmann/json.hpp>
+
+#include "tests/support/Picture.h"
+#include "tests/support/PlainWindow.h"
+#include "tests/support/PrivateDesktop.h"
+
+using namespace desktop_test;
+
+namespace {
+
+struct TagOnDesktop {
+    const char* label;
+    const char* colorHex;
+    Rgb color;
+};
+// The tags of the first three desktops; the fourth has none.
+constexpr TagOnDesktop kTags[] = {
+    {"Mail", "#3B82F6", 0x3B82F6}, {"Code", "#10B981", 0x10B981}, {"Music", "#EF4444", 0xEF4444}};
+constexpr int kEnoughPixels = 600;  // of a tag's own colour, which its highlight lightens at the top
+
+// A desktop whose Spaces are tagged, before the application is started.
+class TaggedDesktop : public PrivateDesktop {
+  public:
+    explicit TaggedDesktop(WindowManagerOptions windowManager, const nlohmann::json& defaults = {})
+        : PrivateDesktop({.windowManager = std::move(windowManager)}) {
+        const auto spaces = nlohmann::json::parse(run({program("orvello"), "dump"}).standardOutput);
+        auto tags = nlohmann::json::array();
+        for (std::size_t i = 0; i < std::size(kTags); ++i)
+            tags.push_back({{"id", "0000000" + std::to_string(i) + "-1111-4111-8111-111111111111"},
+                            {"label", kTags[i].label},
+                            {"colorHex", kTags[i].colorHex},
+                            {"spaceUUID", spaces.at(i).at("uuid")}});
+        write(dataFolder() / "orvello/tags.json", tags);
+        if (!defaults.is_null()) write(configFolder() / "orvello/defaults.json", defaults);
+    }
+
+    static void write(const std::filesystem::path& file, const nlohmann::json& content) {
+        std::filesystem::create_directories(file.parent_path());
+        std::ofstream(file) << content;
+    }
+
+    // The smaller (the tag) or the larger (its backup) of the windows with that label; 0 while there are not
+    // both.
+    xcb_window_t window(const std::string& label, bool backup = false) {
+        std::vector<std::pair<int, xcb_window_t>> found;
+        for (const auto each : x().allWindows())
+            if (x().text(each, "_NET_WM_NAME") == label && x().cardinal(each, "_NET_WM_PID"))
+                found.emplace_back(x().geometry(each).value_or(Rectangle{}).width, each);
+        std::ranges::sort(found);
+        if (found.size() != 2) return 0;
+        return backup ? found.back().second : found.front().second;
+    }
+
+    // Whether the screen shows the tag of this desktop and of no other.
+    bool showsTagOf(std::size_t desktop) {
+        const auto picture = takePicture(x());
+        for (std::size_t i = 0; i < std::size(kTags); ++i) {
+            const int pixels = picture.count(kTags[i].color, 24);
+            if (i == desktop ? pixels < kEnoughPixels : pixels > 0) return false;
+        }
+        return true;
+    }
+    bool waitForTagOf(std::size_t desktop) {
+        return waitUntil([&] { return showsTagOf(desktop); });
+    }
+};
+
+struct Surroundings {
+    const char* name;
+    WindowManagerOptions windowManager;
+};
+void PrintTo(const Surroundings& surroundings, std::ostream* out) {
+    *out << surroundings.name;
+}
+
+class TagWindowsTest : public testing::TestWithParam<Surroundings> {};
+
+TEST_P(TagWindowsTest, ShowEachOnItsSpaceAlone) {
+    TaggedDesktop desktop(GetParam().windowManager);
+    auto application = desktop.start({desktop.program("orvello")});
+    ASSERT_TRUE(desktop.waitForTagOf(0)) << application.standardError();
+    for (const std::size_t space : {3, 1, 2, 0}) {
+        ASSERT_TRUE(desktop.goToDesktop(static_cast<std::uint32_t>(space)));
+        EXPECT_TRUE(desktop.waitForTagOf(space)) << "Space " << space;
+    }
+    for (std::uint32_t i = 0; i < std::size(kTags); ++i)
+        for (const bool backup : {false, true})
+            EXPECT_EQ(desktop.x().desktopOf(desktop.window(kTags[i].label, backup)), i) << kTags[i].label;
+}
+
+TEST_P(TagWindowsTest, KeepOutOfTheUsersWay) {
+    TaggedDesktop desktop(GetParam().windowManager);
+    auto& x = desktop.x();
+    PlainWindow below(desktop.display(), {.frame = {0, 0, 1280, 700}, .color = 0xE0E0E0});
+    ASSERT_TRUE(waitUntil([&] { return x.activeWindow() == below.id(); }));
+    auto application = desktop.start({desktop.program("orvello")});
+    ASSERT_TRUE(desktop.waitForTagOf(0)) << application.standardError();
+
+    const auto tag = desktop.window("Mail");
+    EXPECT_EQ(x.atoms(tag, "_NET_WM_WINDOW_TYPE"),
+              std::vector<std::string>{"_NET_WM_WINDOW_TYPE_NOTIFICATION"});
+    const auto states = x.atoms(tag, "_NET_WM_STATE");
+    for (const char* state :
+         {"_NET_WM_STATE_ABOVE", "_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER"})
+        EXPECT_TRUE(std::ranges::count(states, state)) << state;
+    EXPECT_FALSE(std::ranges::count(states, "_NET_WM_STATE_DEMANDS_ATTENTION"));
+    EXPECT_EQ(x.activeWindow(), below.id()) << "a tag takes no focus";
+
+    // In the margin beside the rounded end a click belongs to the window below, on the tag it does not.
+    const auto place = x.geometry(tag).value();
+    const int middle = place.y + place.height / 2;
+    auto hands = desktop.devices();
+    hands.click(place.x + place.width - 8, middle);
+    EXPECT_TRUE(waitUntil([&] { return below.buttonPresses().size() == 1; }));
+    hands.movePointer(place.x + place.width / 2, middle);
+    ASSERT_TRUE(waitUntil([&] { return !x.shape(tag, ShapeKind::Input).empty(); }))
+        << "it does not take the mouse";
+    hands.click(place.x + place.width / 2, middle);
+    hands.click(place.x + place.width + 10, middle);
+    EXPECT_TRUE(waitUntil([&] { return below.buttonPresses().size() == 2; }));
+    EXPECT_EQ(below.buttonPresses().back().x, place.x + place.width + 10);
+    EXPECT_EQ(x.activeWindow(), below.id()) << "a click on a tag takes no focus either";
+}
+
+TEST_P(TagWindowsTest, FollowADragAndStopPastTheEdge) {
+    TaggedDesktop desktop(GetParam().windowManager);
+    auto application = desktop.start({desktop.program("orvello")});
+    ASSERT_TRUE(desktop.waitForTagOf(0)) << application.standardError();
+    auto& x = desktop.x();
+    const auto tag = desktop.window("Mail");
+    const auto start = x.geometry(tag).value();
+    const auto drag = [&](int dx, int dy) {
+        const auto from = x.geometry(tag).value();
+        const int centerX = from.x + from.width / 2;
+        const int centerY = from.y + from.height / 2;
+        desktop.devices().movePointer(centerX, centerY);
+        ASSERT_TRUE(waitUntil([&] { return !x.shape(tag, ShapeKind::Input).empty(); }));
+        desktop.devices().drag(centerX, centerY, centerX + dx, centerY + dy);
+    };
+    drag(-300, 200);
+    EXPECT_TRUE(waitUntil([&] {
+        return x.geometry(tag) == Rectangle{start.x - 300, start.y + 200, start.width, start.height};
+    })) << x.geometry(tag)->x
+        << " " << x.geometry(tag)->y;
+    drag(-1200, 0);
+    EXPECT_TRUE(waitUntil([&] { return x.geometry(tag)->x == -20; })) << x.geometry(tag)->x;
+}
+
+TEST_P(TagWindowsTest, SurviveTheWindowManagersReplacement) {
+    TaggedDesktop desktop(GetParam().windowManager);
+    auto application = desktop.start({desktop.program("orvello")});
+    ASSERT_TRUE(desktop.waitForTagOf(0)) << application.standardError();
+    desktop.replaceWindowManager();
+    for (const std::size_t space : {1, 3, 0}) {
+        ASSERT_TRUE(desktop.goToDesktop(static_cast<std::uint32_t>(space)));
+        EXPECT_TRUE(desktop.waitForTagOf(space)) << "Space " << space;
+    }
+    EXPECT_TRUE(waitUntil([&] {
+        const auto states = desktop.x().atoms(desktop.window("Code"), "_NET_WM_STATE");
+        return std::ranges::count(states, "_NET_WM_STATE_SKIP_TASKBAR") &&
+               std::ranges::count(states, "_NET_WM_STATE_ABOVE");
+    }));
+    EXPECT_TRUE(application.isRunning());
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    WindowManagers, TagWindowsTest,
+    testing::Values(Surroundings{"Openbox", {.kind = WindowManager::Openbox}},
+                    Surroundings{"OpenboxWithPicom", {.kind = WindowManager::Openbox, .composited = true}},
+                    Surroundings{"Xfwm4Composited", {.kind = WindowManager::Xfwm4, .composited = true}},
+                    Surroundings{"KwinComposited", {.kind = WindowManager::Kwin, .composited = true}}),
+    [](const auto& tested) { return std::string(tested.param.name); });
+
+TEST(TagWindowTest, ChangesItsShapeAsACompositorComesAndGoes) {
+    TaggedDesktop desktop({.kind = WindowManager::Openbox});
+    auto application = desktop.start({desktop.program("orvello")});
+    ASSERT_TRUE(desktop.waitForTagOf(0)) << application.standardError();
+    auto& x = desktop.x();
+    const auto tag = desktop.window("Mail");
+    const auto size = x.geometry(tag).value();
+    const auto isWhole = [&] {
+        return x.shape(tag, ShapeKind::Bounding) == std::vector{Rectangle{0, 0, size.width, size.height}};
+    };
+    EXPECT_FALSE(isWhole());
+    EXPECT_TRUE(x.shape(desktop.window("Mail", true), ShapeKind::Bounding).empty())
+        << "a backup that is not seen";
+    desktop.startCompositor();
+    EXPECT_TRUE(waitUntil(isWhole));
+    desktop.stopCompositor();
+    EXPECT_TRUE(waitUntil([&] { return !isWhole(); }));
+    EXPECT_TRUE(desktop.waitForTagOf(0));
+}
+
+TEST(TagWindowTest, GrowsWithTheScaleFactor) {
+    TaggedDesktop desktop({.kind = WindowManager::Openbox});
+    desktop.environment["QT_SCALE_FACTOR"] = "2";
+    auto application = desktop.start({desktop.program("orvello")});
+    ASSERT_TRUE(desktop.waitForTagOf(0)) << application.standardError();
+    const auto place = desktop.x().geometry(desktop.window("Mail")).value();
+    EXPECT_EQ(place.height, 2 * (64 + 40));
+    EXPECT_EQ(place.x + place.width / 2, 1280 - 2 * 224);
+    EXPECT_EQ(place.y + place.height / 2, 2 * 56);
+}
+
+TEST(TagWindowTest, FillsTheScreenOrItsTopInTheOverviewsStyles) {
+    struct Case {
+        const char* style;
+        int pixels;  // of the tag's colour at least, of 1280 × 800
+    };
+    for (const Case& c : {Case{"fullscreen", 800 * 1000}, {"headerBar", 160 * 1000}, {"pill", 20000}}) {
+        SCOPED_TRACE(c.style);
+        TaggedDesktop desktop({.kind = WindowManager::Openbox},
+                              {{"embiggenAllTags", true}, {"missionControlStyle", c.style}});
+        auto application = desktop.start({desktop.program("orvello")});
+        EXPECT_TRUE(waitUntil([&] { return takePicture(desktop.x()).count(kTags[0].color, 40) > c.pixels; }));
+        EXPECT_TRUE(desktop.x().shape(desktop.window("Mail"), ShapeKind::Bounding).empty());
+    }
+}
+
+TEST(ApplicationTest, EndsWhenItIsAskedTo) {
+    TaggedDesktop desktop({.kind = WindowManager::Openbox});
+    for (const int signal : {SIGTERM, SIGINT}) {
+        auto application = desktop.start({desktop.program("orvello")});
+        ASSERT_TRUE(desktop.waitForTagOf(0)) << application.standardError();
+        application.signal(signal);
+        EXPECT_EQ(application.wait(), 0) << "signal " << signal;
+        EXPECT_TRUE(waitUntil([&] { return desktop.window("Mail") == 0; }));
+    }
+}
+
+TEST(ApplicationTest, SaysInOneLineThatThereIsNoDisplay) {
+    PrivateDesktop desktop({.screen = std::nullopt});
+    const auto result = desktop.run({desktop.program("orvello")});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.standardOutput, "");
+    EXPECT_EQ(result.standardError, "orvello: cannot open the display \"\"\n");
+}
+
+TEST(ApplicationTest, EndsInOneLineWhenTheServerGoesAway) {
+    TaggedDesktop desktop({.kind = WindowManager::Openbox});
+    auto application = desktop.start({desktop.program("orvello")});
+    ASSERT_TRUE(desktop.waitForTagOf(0)) << application.standardError();
+    desktop.server().signal(SIGKILL);
+    EXPECT_EQ(application.wait(), 1);
+    EXPECT_NE(application.standardError().find("orvello: the display server has gone away\n"),
+              std::string::npos)
+        << application.standardError();
+}
+
+// Memory in use by the process, in KiB.
+long residentKiB(pid_t process) {
+    std::ifstream status("/proc/" + std::to_string(process) + "/status");
+    for (std::string line; std::getline(status, line);)
+        if (line.starts_with("VmRSS:")) return std::stol(line.substr(6));
+    return 0;
+}
+
+TEST(ApplicationTest, KeepsUpWithAFloodOfRootPropertyChanges) {
+    TaggedDesktop desktop({.kind = WindowManager::Openbox});
+    auto application = desktop.start({desktop.program("orvello")});
+    ASSERT_TRUE(desktop.waitForTagOf(0)) << application.standardError();
+    auto& x = desktop.x();
+    const auto before = residentKiB(application.pid());
+    for (std::uint32_t i = 0; i < 100000; ++i) x.setCardinals(x.root(), "_NET_CURRENT_DESKTOP", {{i % 4}});
+    x.synchronize();
+    ASSERT_TRUE(desktop.goToDesktop(2));
+    EXPECT_TRUE(desktop.waitForTagOf(2));
+    EXPECT_LT(residentKiB(application.pid()), before + 8 * 1024);
+}
+
+}  // namespace
