@@ -126,16 +126,5 @@ TEST_F(PosixFileSystemTests, RefusesWhatIsNoFileOrTooLarge) {
     EXPECT_EQ(files_.read(file_).error().description, "read: File too large");
 }
 
-TEST_F(PosixFileSystemTests, MovesInTwoStepsWhereOneIsNotSupported) {
-    for (const int code : {ENOSYS, EINVAL}) {
-        PosixFileSystem old({.renameNoReplace = [code](const char*, const char*) { return fail(code); }});
-        writeFile(root_ / "taken", "taken");
-        EXPECT_EQ(old.move(file_, root_ / "taken")->description, "link: File exists");
-        EXPECT_EQ(old.move(root_ / "taken", root_ / "moved"), std::nullopt);
-        EXPECT_EQ(names(), (std::vector<std::string>{"file", "moved"}));
-        fs::remove(root_ / "moved");
-    }
-}
-
 }  // namespace
 }  // namespace platform::freedesktop
