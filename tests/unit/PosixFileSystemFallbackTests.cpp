@@ -23,7 +23,7 @@ class PosixFileSystemFallbackTests : public testing::Test {
         auto name = (fs::temp_directory_path() / "orvello-test-XXXXXX").string();
         folder_ = ::mkdtemp(name.data());
     }
-    ~PosixFileSystemFallbackTests() override { fs::remove_all(folder_); }
+    void TearDown() override { fs::remove_all(folder_); }
 
     [[nodiscard]] long entries() const {
         return std::distance(fs::directory_iterator(folder_), fs::directory_iterator());

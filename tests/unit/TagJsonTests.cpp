@@ -1,5 +1,6 @@
 #include "orvellos/TagJson.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -42,8 +43,8 @@ TEST(TagJsonTests, ReadsTagsStrictly) {
     };
     const std::string good = R"({"id":")" + std::string(kId) + R"(","label":"G","colorHex":""})";
     for (const auto& row : rows) {
-        const auto element = R"({"id":")" + std::string(kId) + R"(",)" + row.members + "}";
-        EXPECT_EQ(decodeTags("[" + good + "," + element + "]").has_value(), row.decodes) << row.name;
+        const auto text = fmt::format(R"([{},{{"id":"{}",{}}}])", good, kId, row.members);
+        EXPECT_EQ(decodeTags(text).has_value(), row.decodes) << row.name;
     }
     for (const auto* text :
          {"", "1", "null", "[1]", "[null]", "[[1]]", "[]]", "{}", "[[]]",
@@ -52,10 +53,9 @@ TEST(TagJsonTests, ReadsTagsStrictly) {
     EXPECT_EQ(decodeTags(" [ ] "), std::vector<Tag>());
     for (const bool tooDeep : {false, true}) {
         const std::size_t depth = tooDeep ? 1000000 : 60;
-        const auto nested =
-            R"("label":"A","colorHex":"#1","x":)" + std::string(depth, '[') + std::string(depth, ']');
-        EXPECT_EQ(decodeTags(R"([{"id":")" + std::string(kId) + R"(",)" + nested + "}]").has_value(),
-                  !tooDeep);
+        const auto text = fmt::format(R"([{{"id":"{}","label":"A","colorHex":"#1","x":{}{}}}])", kId,
+                                      std::string(depth, '['), std::string(depth, ']'));
+        EXPECT_EQ(decodeTags(text).has_value(), !tooDeep);
     }
 }
 
