@@ -126,5 +126,33 @@ TEST_F(PosixFileSystemTests, RefusesWhatIsNoFileOrTooLarge) {
     EXPECT_EQ(files_.read(file_).error().description, "read: File too large");
 }
 
+TEST_F(PosixFileSystemTests, MovesInTwoStepsWhereOneIsNotSupported) {
+    for (const int code : {ENOSYS, EINVAL}) {
+        PosixFileSystem old({.renameNoReplace = [code](const char*, const char*) { return fail(code); }});
+        writeFile(root_ / "taken", "taken");
+        fs::create_directories(root_ / "folder/inner");
+        for (const auto& from : {file_, root_ / "folder"})
+            EXPECT_EQ(old.move(from, root_ / "taken"), Error{"rename: File exists"});
+        EXPECT_EQ(files_.read(root_ / "taken").value(), "taken");
+        EXPECT_EQ(old.move(root_ / "taken", root_ / "moved"), std::nullopt);
+        EXPECT_EQ(old.move(root_ / "gone", root_ / "new"), Error{"rename: No such file or directory"});
+        EXPECT_EQ(old.move(root_ / "folder", root_ / "folder/below"), Error{"rename: Invalid argument"});
+        EXPECT_EQ(old.move(root_ / "folder", root_ / "other"), std::nullopt);
+        EXPECT_TRUE(fs::is_directory(root_ / "other/inner"));
+        EXPECT_EQ(names(), (std::vector<std::string>{"file", "moved", "other"}));
+        fs::remove(root_ / "moved");
+        fs::remove_all(root_ / "other");
+    }
+}
+
+TEST_F(PosixFileSystemTests, WritesWhereFoldersCannotBeSynced) {
+    PosixFileSystem files({.fsync = [](int file) {
+        struct stat status {};
+        ::fstat(file, &status);
+        return S_ISDIR(status.st_mode) ? fail(EINVAL) : ::fsync(file);
+    }});
+    EXPECT_EQ(files.writeAtomically(file_, "new"), std::nullopt);
+}
+
 }  // namespace
 }  // namespace platform::freedesktop

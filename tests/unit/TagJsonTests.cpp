@@ -1,5 +1,6 @@
 #include "orvellos/TagJson.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -29,17 +30,33 @@ TEST(TagJsonTests, ReadsTagsStrictly) {
         {"frame with a short pair", R"("label":"A","colorHex":"#1","frame":[[1,2],[3]])", false},
         {"frame of texts", R"("label":"A","colorHex":"#1","frame":[["1",2],[3,4]])", false},
         {"frame with a boolean", R"("label":"A","colorHex":"#1","frame":[[true,2],[3,4]])", false},
+        {"frame as an object", R"("label":"A","colorHex":"#1","frame":{"x":1})", false},
+        {"frame with a triple and a single", R"("label":"A","colorHex":"#1","frame":[[1,2,3],[4]])", false},
+        {"frame with an empty pair", R"("label":"A","colorHex":"#1","frame":[[1,2],[],[3,4]])", false},
+        {"frame with a pair too deep", R"("label":"A","colorHex":"#1","frame":[[[1,2]],[3,4]])", false},
+        {"frame with five numbers", R"("label":"A","colorHex":"#1","frame":[[1,2],[3,4,5]])", false},
+        {"label in a list", R"("label":["A"],"colorHex":"#1")", false},
+        {"required members of an inner object", R"("x":{"label":"A","colorHex":"#1"})", false},
+        {"the later of two members", R"("label":"A","colorHex":"#1","frame":[[1,2],[3,4]],"frame":null)",
+         true},
         {"Space of another type", R"("label":"A","colorHex":"#1","spaceUUID":7)", false},
     };
     const std::string good = R"({"id":")" + std::string(kId) + R"(","label":"G","colorHex":""})";
     for (const auto& row : rows) {
-        const auto element = R"({"id":")" + std::string(kId) + R"(",)" + row.members + "}";
-        EXPECT_EQ(decodeTags("[" + good + "," + element + "]").has_value(), row.decodes) << row.name;
+        const auto text = fmt::format(R"([{},{{"id":"{}",{}}}])", good, kId, row.members);
+        EXPECT_EQ(decodeTags(text).has_value(), row.decodes) << row.name;
     }
-    for (const auto* text : {"", "{}", "[[]]", R"([{"label":"A","colorHex":"#1"}])", "[",
-                             R"([{"id":"no","label":"A","colorHex":"#1"}])"})
+    for (const auto* text :
+         {"", "1", "null", "[1]", "[null]", "[[1]]", "[]]", "{}", "[[]]",
+          R"([{"label":"A","colorHex":"#1"}])", "[", R"([{"id":"no","label":"A","colorHex":"#1"}])"})
         EXPECT_FALSE(decodeTags(text)) << text;
     EXPECT_EQ(decodeTags(" [ ] "), std::vector<Tag>());
+    for (const bool tooDeep : {false, true}) {
+        const std::size_t depth = tooDeep ? 1000000 : 60;
+        const auto text = fmt::format(R"([{{"id":"{}","label":"A","colorHex":"#1","x":{}{}}}])", kId,
+                                      std::string(depth, '['), std::string(depth, ']'));
+        EXPECT_EQ(decodeTags(text).has_value(), !tooDeep);
+    }
 }
 
 TEST(TagJsonTests, WritesSortedMembersOnePerLine) {

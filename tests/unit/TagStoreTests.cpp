@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <ctime>
 #include <limits>
 
 #include "orvellos/DebugLog.h"
@@ -11,6 +9,7 @@
 #include "platform/simulated/SimulatedFileSystem.h"
 #include "platform/simulated/SimulatedFolders.h"
 #include "platform/simulated/SimulatedRunLoop.h"
+#include "tests/support/TimeZone.h"
 
 namespace orvellos {
 namespace {
@@ -40,11 +39,7 @@ std::vector<Tag> makeTags(int count) {
 
 class TagStoreTests : public testing::Test {
   protected:
-    TagStoreTests() {
-        setenv("TZ", "TEST-5:30", 1);  // five and a half hours ahead of UTC
-        tzset();
-        connectDebugLog({});
-    }
+    TagStoreTests() { connectDebugLog({}); }
 
     TagStore open() { return {files_, clock_, tagFolder(folders_)}; }
     void put(const std::filesystem::path& path, const std::vector<Tag>& tags) {
@@ -60,6 +55,7 @@ class TagStoreTests : public testing::Test {
         return lines;
     }
 
+    desktop_test::TimeZone ahead_{"TEST-5:30"};  // five and a half hours ahead of UTC
     platform::simulated::SimulatedFileSystem files_;
     platform::simulated::SimulatedFolders folders_;
     platform::simulated::SimulatedRunLoop clock_;
