@@ -55,7 +55,7 @@ bool LabelMatcher::matches(std::string_view label) const {
     const auto normalized = normalize(label);
     if (normalized.empty() || query_.empty()) return false;
     const auto contains = [](const Normalized& text, const Normalized& part) {
-        return !std::ranges::search(text, part).empty();
+        return std::search(text.begin(), text.end(), part.begin(), part.end()) != text.end();
     };
     return contains(normalized, query_) || contains(query_, normalized);
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string_view>
 
 #include "orvellos/GraphemeClusters.h"
 #include "orvellos/PathGeometry.h"
@@ -27,6 +28,13 @@ Rect swatchFrame(double height, TagShape shape) {
     const double diameter = height * 0.32;
     const double centerX = shape == TagShape::Pill ? height * 0.41 + diameter / 2 : height * 0.62;
     return {centerX - diameter / 2, height / 2 - diameter / 2, diameter, diameter};
+}
+
+// Whether the character is a control (Unicode's C0 and C1 sets) or a line or paragraph separator.
+bool isControl(std::string_view cluster) {
+    const auto first = static_cast<unsigned char>(cluster.front());
+    return first < 0x20 || first == 0x7F || (cluster >= "\u0080" && cluster <= "\u009F") ||
+           cluster == "\u2028" || cluster == "\u2029";
 }
 
 bool fillsWindow(const TagAppearance& appearance) {
@@ -91,8 +99,7 @@ std::string displayedLabel(const std::string& label) {
     const auto clusters = graphemeClusters(label, kLongestLabel + 1);
     std::string line;
     for (std::size_t i = 0; i < std::min(clusters.size(), kLongestLabel); ++i) {
-        const auto first = static_cast<unsigned char>(clusters[i].front());
-        line += first < 0x20 || first == 0x7F ? std::string_view(" ") : clusters[i];
+        line += isControl(clusters[i]) ? std::string_view(" ") : clusters[i];
     }
     if (clusters.size() > kLongestLabel) line += "…";
     return line;

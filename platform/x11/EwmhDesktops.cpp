@@ -54,11 +54,16 @@ std::optional<std::string> parseCheckWindow(xcb_window_t checkWindow, const Ewmh
     return std::string(text8(replies.name.get()));
 }
 
-EwmhRoot readRoot(XConnection& connection, const Atoms& atoms) {
+EwmhRoot readRootProperties(XConnection& connection, const Atoms& atoms) {
     const auto get = [&](auto cookie) { return connection.reply<xcb_get_property_reply_t>(cookie); };
     const auto request = requestRoot(connection, atoms);
-    auto root = parseRoot(
-        atoms, {get(request.check), get(request.count), get(request.current), get(request.supported)});
+    return parseRoot(atoms,
+                     {get(request.check), get(request.count), get(request.current), get(request.supported)});
+}
+
+EwmhRoot readRoot(XConnection& connection, const Atoms& atoms) {
+    const auto get = [&](auto cookie) { return connection.reply<xcb_get_property_reply_t>(cookie); };
+    auto root = readRootProperties(connection, atoms);
     if (root.state != EwmhRoot::State::Plausible) return root;
     const auto checkRequest = requestCheckWindow(connection, atoms, root.checkWindow);
     auto name = parseCheckWindow(root.checkWindow, {get(checkRequest.check), get(checkRequest.name)});
@@ -77,13 +82,17 @@ void sendCurrentDesktop(const XConnection& connection, const Atoms& atoms, std::
     xcb_flush(connection.get());
 }
 
-xcb_timestamp_t readServerTime(XConnection& connection, Instant end) {
+xcb_window_t requestServerTime(const XConnection& connection) {
     auto* xcb = connection.get();
     const auto window = xcb_generate_id(xcb);
     const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_create_window(xcb, 0, window, connection.root(), 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
                       XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
     xcb_change_property(xcb, XCB_PROP_MODE_APPEND, window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8, 0, nullptr);
+    return window;
+}
+
+xcb_timestamp_t awaitServerTime(XConnection& connection, xcb_window_t window, Instant end) {
     xcb_timestamp_t time = XCB_CURRENT_TIME;
     while (const auto event = connection.nextEvent(end)) {
         if ((event->response_type & 0x7F) != XCB_PROPERTY_NOTIFY) continue;
@@ -92,7 +101,7 @@ xcb_timestamp_t readServerTime(XConnection& connection, Instant end) {
         time = change->time;
         break;
     }
-    xcb_destroy_window(xcb, window);
+    xcb_destroy_window(connection.get(), window);
     return time;
 }
 

@@ -59,6 +59,8 @@ struct EwmhCheckReplies {
 [[nodiscard]] std::optional<std::string> parseCheckWindow(xcb_window_t checkWindow,
                                                           const EwmhCheckReplies& replies);
 
+// Reads the root's properties, waiting, and leaves the check window alone.
+[[nodiscard]] EwmhRoot readRootProperties(XConnection& connection, const Atoms& atoms);
 // Reads all of it, waiting. The state is Plausible only for a window manager that is alive.
 [[nodiscard]] EwmhRoot readRoot(XConnection& connection, const Atoms& atoms);
 
@@ -66,8 +68,10 @@ struct EwmhCheckReplies {
 void sendCurrentDesktop(const XConnection& connection, const Atoms& atoms, std::uint32_t desktop,
                         xcb_timestamp_t time);
 
-// The server's time, as an event about a window of our own tells it; XCB_CURRENT_TIME when it does not answer
-// by `end`. Events that come first are dropped.
-[[nodiscard]] xcb_timestamp_t readServerTime(XConnection& connection, Instant end);
+// Has the server tell its time in an event about a window of our own, which is returned.
+[[nodiscard]] xcb_window_t requestServerTime(const XConnection& connection);
+// The time told for that window, which is destroyed; XCB_CURRENT_TIME when it has not come by `end`. Events
+// that come first are dropped.
+[[nodiscard]] xcb_timestamp_t awaitServerTime(XConnection& connection, xcb_window_t window, Instant end);
 
 }  // namespace platform::x11

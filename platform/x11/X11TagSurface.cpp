@@ -308,6 +308,12 @@ void X11TagSurface::handle(const xcb_generic_event_t& event) {
         case XCB_MOTION_NOTIFY:
             handleMouse(event);
             break;
+        case XCB_MAP_NOTIFY:
+            // A window manager that takes a window over with an empty input shape may overlook it; a change
+            // it follows.
+            input_ = InputShape::Unset;
+            commitLater();
+            break;
         case XCB_CONFIGURE_NOTIFY:
             placementTimer_ = context_.runLoop.after(kPlacementSettles, [this] { verifyPlacement(); });
             break;

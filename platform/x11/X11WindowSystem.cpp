@@ -31,6 +31,8 @@ xcb_window_t windowOf(const xcb_generic_event_t& event) {
             return reinterpret_cast<const xcb_button_press_event_t&>(event).event;
         case XCB_CONFIGURE_NOTIFY:
             return reinterpret_cast<const xcb_configure_notify_event_t&>(event).window;
+        case XCB_MAP_NOTIFY:
+            return reinterpret_cast<const xcb_map_notify_event_t&>(event).window;
         case XCB_PROPERTY_NOTIFY:
             return reinterpret_cast<const xcb_property_notify_event_t&>(event).window;
         case XCB_CLIENT_MESSAGE:

@@ -31,9 +31,9 @@ struct CommandDesktop::Connected {
     freedesktop::SystemdLibrary systemd;
     EwmhSpaceLayout layout{*connection, atoms, [this] { return kwinIds(); }};
     X11WindowList windows{*connection, atoms};
-    EwmhSpaceSwitching switching{*connection, atoms,
-                                 [this] { return readRoot(*connection, atoms).desktops.canSwitch; },
-                                 [this] { return readServerTime(*connection, deadline); }};
+    EwmhSpaceSwitching switching{
+        *connection, atoms, [this] { return readRoot(*connection, atoms).desktops.canSwitch; },
+        [this] { return awaitServerTime(*connection, requestServerTime(*connection), deadline); }};
 
     static Atoms internWithWindowList(XConnection& connection) {
         X11WindowList::prefetch(connection);

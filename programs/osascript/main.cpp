@@ -49,15 +49,18 @@ bool perform(const SpaceScript& script) {
         std::chrono::time_point_cast<platform::Duration>(std::chrono::steady_clock::now()) + kPatience;
     const auto connection = XConnection::openUnbounded(nullptr, kPatience);
     if (!connection) return false;
+    // Every wait may cost a turn of a busy machine's scheduler, so what can be asked together is.
+    const auto timeWindow = requestServerTime(*connection);
     const auto atoms = Atoms::intern(*connection);
+    const auto time = awaitServerTime(*connection, timeWindow, end);
     const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(connection->get(), connection->root(), XCB_CW_EVENT_MASK, &events);
-    const auto root = readRoot(*connection, atoms);
+    const auto root = readRootProperties(*connection, atoms);
     const auto& desktops = root.desktops;
     if (root.state != EwmhRoot::State::Plausible || !desktops.current || !desktops.canSwitch) return false;
     const auto target = targetOf(script, *desktops.current, desktops.count);
     if (target == *desktops.current) return true;
-    sendCurrentDesktop(*connection, atoms, target, readServerTime(*connection, end));
+    sendCurrentDesktop(*connection, atoms, target, time);
     return waitForDesktop(*connection, atoms, target, end);
 }
 

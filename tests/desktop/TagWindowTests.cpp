@@ -58,6 +58,15 @@ class TaggedDesktop : public PrivateDesktop {
         return backup ? found.back().second : found.front().second;
     }
 
+    // Moves the pointer there and waits until the tag, and its frame, take the mouse.
+    bool pointAtTag(xcb_window_t tag, int pointerX, int pointerY) {
+        devices().movePointer(pointerX, pointerY);
+        return waitUntil([&] {
+            return !x().shape(tag, ShapeKind::Input).empty() &&
+                   !x().shape(x().frameOf(tag), ShapeKind::Input).empty();
+        });
+    }
+
     // Whether the screen shows the tag of this desktop and of no other.
     bool showsTagOf(std::size_t desktop) {
         const auto picture = takePicture(x());
@@ -107,11 +116,12 @@ TEST_P(TagWindowsTest, KeepOutOfTheUsersWay) {
     EXPECT_EQ(x.atoms(tag, "_NET_WM_WINDOW_TYPE"),
               std::vector<std::string>{"_NET_WM_WINDOW_TYPE_NOTIFICATION"});
     const auto states = x.atoms(tag, "_NET_WM_STATE");
-    for (const char* state :
-         {"_NET_WM_STATE_ABOVE", "_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER"})
+    for (const char* state : {"_NET_WM_STATE_SKIP_TASKBAR", "_NET_WM_STATE_SKIP_PAGER"})
         EXPECT_TRUE(std::ranges::count(states, state)) << state;
     EXPECT_FALSE(std::ranges::count(states, "_NET_WM_STATE_DEMANDS_ATTENTION"));
     EXPECT_EQ(x.activeWindow(), below.id()) << "a tag takes no focus";
+    const auto stack = x.stackedClients();
+    EXPECT_GT(std::ranges::find(stack, tag), std::ranges::find(stack, below.id())) << "a tag floats";
 
     // In the margin beside the rounded end a click belongs to the window below, on the tag it does not.
     const auto place = x.geometry(tag).value();
@@ -119,9 +129,7 @@ TEST_P(TagWindowsTest, KeepOutOfTheUsersWay) {
     auto hands = desktop.devices();
     hands.click(place.x + place.width - 8, middle);
     EXPECT_TRUE(waitUntil([&] { return below.buttonPresses().size() == 1; }));
-    hands.movePointer(place.x + place.width / 2, middle);
-    ASSERT_TRUE(waitUntil([&] { return !x.shape(tag, ShapeKind::Input).empty(); }))
-        << "it does not take the mouse";
+    ASSERT_TRUE(desktop.pointAtTag(tag, place.x + place.width / 2, middle)) << "it does not take the mouse";
     hands.click(place.x + place.width / 2, middle);
     hands.click(place.x + place.width + 10, middle);
     EXPECT_TRUE(waitUntil([&] { return below.buttonPresses().size() == 2; }));
@@ -140,8 +148,7 @@ TEST_P(TagWindowsTest, FollowADragAndStopPastTheEdge) {
         const auto from = x.geometry(tag).value();
         const int centerX = from.x + from.width / 2;
         const int centerY = from.y + from.height / 2;
-        desktop.devices().movePointer(centerX, centerY);
-        ASSERT_TRUE(waitUntil([&] { return !x.shape(tag, ShapeKind::Input).empty(); }));
+        ASSERT_TRUE(desktop.pointAtTag(tag, centerX, centerY));
         desktop.devices().drag(centerX, centerY, centerX + dx, centerY + dy);
     };
     drag(-300, 200);
@@ -165,7 +172,7 @@ TEST_P(TagWindowsTest, SurviveTheWindowManagersReplacement) {
     EXPECT_TRUE(waitUntil([&] {
         const auto states = desktop.x().atoms(desktop.window("Code"), "_NET_WM_STATE");
         return std::ranges::count(states, "_NET_WM_STATE_SKIP_TASKBAR") &&
-               std::ranges::count(states, "_NET_WM_STATE_ABOVE");
+               std::ranges::count(states, "_NET_WM_STATE_SKIP_PAGER");
     }));
     EXPECT_TRUE(application.isRunning());
 }

@@ -168,6 +168,15 @@ std::vector<xcb_window_t> XClient::findByPid(std::uint32_t pid) {
     return windows;
 }
 
+xcb_window_t XClient::frameOf(xcb_window_t window) {
+    for (;;) {
+        const Reply<xcb_query_tree_reply_t> tree(
+            xcb_query_tree_reply(connection(), xcb_query_tree(connection(), window), nullptr));
+        if (!tree || tree->parent == root() || tree->parent == XCB_WINDOW_NONE) return window;
+        window = tree->parent;
+    }
+}
+
 MapState XClient::mapState(xcb_window_t window) {
     const auto cookie = xcb_get_window_attributes(connection(), window);
     const Reply<xcb_get_window_attributes_reply_t> reply(

@@ -76,6 +76,8 @@ class XClient {
     [[nodiscard]] std::vector<xcb_window_t> allWindows();
     [[nodiscard]] std::optional<xcb_window_t> findByTitle(const std::string& title);
     [[nodiscard]] std::vector<xcb_window_t> findByPid(std::uint32_t pid);
+    // The window's ancestor below the root: its frame, or itself when it has none.
+    [[nodiscard]] xcb_window_t frameOf(xcb_window_t window);
     [[nodiscard]] MapState mapState(xcb_window_t window);
     // Without its frame, in root coordinates.
     [[nodiscard]] std::optional<Rectangle> geometry(xcb_window_t window);

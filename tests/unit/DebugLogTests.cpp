@@ -2,12 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <ctime>
 #include <thread>
 
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/simulated/SimulatedSystemLog.h"
+#include "tests/support/TimeZone.h"
 
 namespace orvellos {
 namespace {
@@ -53,14 +52,11 @@ TEST_F(DebugLogTests, WritesEachCategoryWhereItBelongs) {
 }
 
 TEST_F(DebugLogTests, StampsLinesWithTheLocalTimeOfDay) {
-    setenv("TZ", "TEST-5:30", 1);  // five and a half hours ahead of UTC
-    tzset();
+    const desktop_test::TimeZone ahead("TEST-5:30");  // five and a half hours ahead of UTC
     connect(false);
     runLoop_.setWallNow(runLoop_.wallNow() + std::chrono::minutes(3) + std::chrono::microseconds(27518999));
     log(LogCategory::Nav, "x");
     logMC(std::nullopt, "y");
-    unsetenv("TZ");
-    tzset();
     EXPECT_EQ(timelineSnapshot(),
               (std::vector<std::string>{"[14:33:27.518] nav x", "[14:33:27.518] mc [14:33:27.518] y"}));
 }

@@ -60,8 +60,8 @@ TEST(SettingsTests, ResolveTheVisibilityFromTheModeAndTheKeysBeforeIt) {
     struct Row {
         std::optional<std::string> mode;
         std::optional<bool> onSwipe, inMissionControl, onSpaceChange;
-        TagVisibilityMode expectedMode;
-        bool expectedOnSwipe;
+        TagVisibilityMode expectedMode = kVisible;
+        bool expectedOnSwipe = true;
     };
     constexpr auto kAbsent = std::nullopt;
     const Row rows[] = {

@@ -38,9 +38,9 @@ std::vector<Tag> makeTags(int count) {
     return tags;
 }
 
-class TagStoreTest : public testing::Test {
+class TagStoreTests : public testing::Test {
   protected:
-    TagStoreTest() {
+    TagStoreTests() {
         setenv("TZ", "TEST-5:30", 1);  // five and a half hours ahead of UTC
         tzset();
         connectDebugLog({});
@@ -65,7 +65,7 @@ class TagStoreTest : public testing::Test {
     platform::simulated::SimulatedRunLoop clock_;
 };
 
-TEST_F(TagStoreTest, FirstStartMakesTheFolderAndNothingElse) {
+TEST_F(TagStoreTests, FirstStartMakesTheFolderAndNothingElse) {
     files_.folders.insert({"/home", "/home/user"});
     auto store = open();
     EXPECT_EQ(store.fileURL(), kFile);
@@ -78,7 +78,7 @@ TEST_F(TagStoreTest, FirstStartMakesTheFolderAndNothingElse) {
     EXPECT_EQ(tagFilePath(folders_), "");
 }
 
-TEST_F(TagStoreTest, LoadsOrRecoversWithoutLosingAnything) {
+TEST_F(TagStoreTests, LoadsOrRecoversWithoutLosingAnything) {
     const auto three = makeTags(3);
     const std::string damaged = R"([{"id":"E621E1F8-C36C-495A-93FC-0C247A3E6E5F","label":"A"}])";
     struct Row {
@@ -145,7 +145,7 @@ TEST_F(TagStoreTest, LoadsOrRecoversWithoutLosingAnything) {
     }
 }
 
-TEST_F(TagStoreTest, WritesEachChangeAtOnceAndOnlyToTheFirstMatch) {
+TEST_F(TagStoreTests, WritesEachChangeAtOnceAndOnlyToTheFirstMatch) {
     auto tags = makeTags(3);
     tags[2].id = tags[1].id;
     put(kFile, tags);
@@ -176,7 +176,7 @@ TEST_F(TagStoreTest, WritesEachChangeAtOnceAndOnlyToTheFirstMatch) {
     EXPECT_EQ(store.tags, tags);
 }
 
-TEST_F(TagStoreTest, KeepsAChangeInMemoryThatCannotBeSaved) {
+TEST_F(TagStoreTests, KeepsAChangeInMemoryThatCannotBeSaved) {
     const auto tags = makeTags(2);
     put(kFile, tags);
     auto store = open();
@@ -191,7 +191,7 @@ TEST_F(TagStoreTest, KeepsAChangeInMemoryThatCannotBeSaved) {
     EXPECT_TRUE(logged()[1].starts_with("TagStore: SAVE FAILED for 2 tag(s): encode: The frame of tag "));
 }
 
-TEST_F(TagStoreTest, WithoutAnyFolderKeepsTagsInMemory) {
+TEST_F(TagStoreTests, WithoutAnyFolderKeepsTagsInMemory) {
     folders_.applicationSupportFolder.reset();
     folders_.homeFolder.reset();
     auto store = open();

@@ -17,13 +17,13 @@ int failWith(int error) {
 }
 
 // A folder on a file system that has neither a rename that never replaces nor a way to sync folders.
-class PosixFileSystemFallbackTest : public testing::Test {
+class PosixFileSystemFallbackTests : public testing::Test {
   protected:
-    PosixFileSystemFallbackTest() {
+    PosixFileSystemFallbackTests() {
         auto name = (fs::temp_directory_path() / "orvello-test-XXXXXX").string();
         folder_ = ::mkdtemp(name.data());
     }
-    ~PosixFileSystemFallbackTest() override { fs::remove_all(folder_); }
+    ~PosixFileSystemFallbackTests() override { fs::remove_all(folder_); }
 
     [[nodiscard]] long entries() const {
         return std::distance(fs::directory_iterator(folder_), fs::directory_iterator());
@@ -39,7 +39,7 @@ class PosixFileSystemFallbackTest : public testing::Test {
                             .renameNoReplace = [](const char*, const char*) { return failWith(EINVAL); }}};
 };
 
-TEST_F(PosixFileSystemFallbackTest, WritesAndMovesFilesAndFoldersWithoutReplacing) {
+TEST_F(PosixFileSystemFallbackTests, WritesAndMovesFilesAndFoldersWithoutReplacing) {
     const auto from = folder_ / "from";
     const auto to = folder_ / "to";
     for (const bool movesFolder : {false, true}) {

@@ -6,7 +6,7 @@
 
 namespace orvellos {
 
-TEST(TrimmedTextTest, CutsWhiteSpaceOfEveryScriptAtTheEndsOnly) {
+TEST(TrimmedTextTests, CutsWhiteSpaceOfEveryScriptAtTheEndsOnly) {
     const std::pair<std::string_view, std::string_view> rows[] = {
         {"", ""},
         {" \t\r\n\v\f", ""},

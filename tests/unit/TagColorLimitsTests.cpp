@@ -6,7 +6,7 @@
 
 namespace orvellos {
 
-TEST(TagColorLimitsTest, ReadsAndWritesUnusualColours) {
+TEST(TagColorLimitsTests, ReadsAndWritesUnusualColours) {
     EXPECT_EQ(colorFromHex("\u00A0#3B82F6\u2028"), colorFromHex("#3B82F6"));
     EXPECT_EQ(hexFromColor({0, NAN, 0, 1}), "#3B82F6");
     EXPECT_EQ(relativeLuminance({1, 1, NAN, 1}), 0);

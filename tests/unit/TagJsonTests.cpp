@@ -9,7 +9,7 @@ namespace {
 
 constexpr const char* kId = "E621E1F8-C36C-495A-93FC-0C247A3E6E5F";
 
-TEST(TagJsonTest, ReadsTagsStrictly) {
+TEST(TagJsonTests, ReadsTagsStrictly) {
     struct Row {
         const char* name;
         const char* members;  // after the id
@@ -42,7 +42,7 @@ TEST(TagJsonTest, ReadsTagsStrictly) {
     EXPECT_EQ(decodeTags(" [ ] "), std::vector<Tag>());
 }
 
-TEST(TagJsonTest, WritesSortedMembersOnePerLine) {
+TEST(TagJsonTests, WritesSortedMembersOnePerLine) {
     const std::vector<Tag> tags{{.id = *TagID::parse(kId),
                                  .label = "Mail \"&\" Chat/☕",
                                  .colorHex = "#3B82F6",
@@ -77,7 +77,7 @@ TEST(TagJsonTest, WritesSortedMembersOnePerLine) {
     EXPECT_EQ(decodeTags(text.value()), tags);
 }
 
-TEST(TagJsonTest, RefusesFramesThatJsonCannotExpress) {
+TEST(TagJsonTests, RefusesFramesThatJsonCannotExpress) {
     for (const double number :
          {std::numeric_limits<double>::quiet_NaN(), -std::numeric_limits<double>::infinity()}) {
         Tag tag;

@@ -1,0 +1,92 @@
+#include <poll.h>
+
+#include <cstdlib>
+#include <stdexcept>
+
+#include "benchmarks/PairedRuns.h"
+#include "benchmarks/Row.h"
+#include "tests/support/PrivateDesktop.h"
+
+namespace benchmark {
+
+namespace {
+
+using desktop_test::PrivateDesktop;
+using desktop_test::WindowManager;
+
+// Returns when the root says that the desktop is current.
+void awaitDesktop(desktop_test::XClient& x, std::uint32_t desktop) {
+    pollfd readable{xcb_get_file_descriptor(x.connection()), POLLIN, 0};
+    while (x.currentDesktop() != desktop) {
+        bool changed = false;
+        while (auto* event = xcb_poll_for_event(x.connection())) {
+            std::free(event);
+            changed = true;
+        }
+        if (changed) continue;
+        if (poll(&readable, 1, 10000) <= 0) throw std::runtime_error("the desktop does not change");
+    }
+}
+
+// From the start of the command to the change of desktop, beginning on desktop 0 each time.
+Timed untilDesktop(PrivateDesktop& desktop, std::vector<std::string> words, std::uint32_t target) {
+    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_change_window_attributes(desktop.x().connection(), desktop.x().root(), XCB_CW_EVENT_MASK, &events);
+    return [&desktop, words = std::move(words), target] {
+        auto& x = desktop.x();
+        x.switchToDesktop(0);
+        xcb_flush(x.connection());
+        awaitDesktop(x, 0);
+        const auto start = std::chrono::steady_clock::now();
+        Command command(words, desktop.environment);
+        awaitDesktop(x, target);
+        const auto end = std::chrono::steady_clock::now();
+        command.ended();
+        return Milliseconds(end - start);
+    };
+}
+
+// Maps plain windows and waits until the window manager lists them all.
+void openWindows(desktop_test::XClient& x, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto window = xcb_generate_id(x.connection());
+        xcb_create_window(x.connection(), XCB_COPY_FROM_PARENT, window, x.root(), 10, 10, 100, 80, 0,
+                          XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+        constexpr std::string_view kClass("window\0Window\0", 14);
+        xcb_change_property(x.connection(), XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING,
+                            8, kClass.size(), kClass.data());
+        xcb_map_window(x.connection(), window);
+    }
+    xcb_flush(x.connection());
+    if (!desktop_test::waitUntil([&] { return x.clients().size() >= count; }))
+        throw std::runtime_error("the windows do not come up");
+}
+
+}  // namespace
+
+std::vector<Row> measureCommands(const Effort& effort) {
+    const auto orvello = PrivateDesktop::program("orvello");
+    std::vector<Row> rows;
+    const auto measure = [&](const std::string& what, const Timed& ours, const Timed& theirs, double goal) {
+        rows.push_back(rowOf(what, compare(effort.pairs, ours, theirs), goal));
+    };
+    {
+        const PrivateDesktop desktop({.windowManager = {.kind = WindowManager::Kwin}});
+        const auto& environment = desktop.environment;
+        measure("orvello dump / wmctrl -d, KWin", wholeRun({orvello, "dump"}, environment),
+                wholeRun({"wmctrl", "-d"}, environment), 0.95);
+    }
+    PrivateDesktop desktop({.windowManager = {.kind = WindowManager::Openbox}});
+    const auto& environment = desktop.environment;
+    measure("orvello dump / wmctrl -d, openbox", wholeRun({orvello, "dump"}, environment),
+            wholeRun({"wmctrl", "-d"}, environment), 0.55);
+    measure("orvello goto / xdotool set_desktop, until it is done",
+            untilDesktop(desktop, {orvello, "goto", "3"}, 2),
+            untilDesktop(desktop, {"xdotool", "set_desktop", "2"}, 2), 1.0);
+    openWindows(desktop.x(), 200);
+    measure("orvello windows / wmctrl -lG, 200 windows", wholeRun({orvello, "windows"}, environment),
+            wholeRun({"wmctrl", "-lG"}, environment), 0.25);
+    return rows;
+}
+
+}  // namespace benchmark

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace benchmark {
+
+// One line of the table.
+struct Row {
+    std::string what;
+    std::string measured;
+    std::string goal;
+    bool reached = false;
+};
+
+// How thoroughly to measure.
+struct Effort {
+    int pairs = 100;  // of each comparison
+};
+
+// The command line against the tools that scripts use today.
+[[nodiscard]] std::vector<Row> measureCommands(const Effort& effort);
+
+}  // namespace benchmark

@@ -1,0 +1,43 @@
+#include "platform/freedesktop/OsRelease.h"
+
+#include <gtest/gtest.h>
+#include <sys/utsname.h>
+
+#include "platform/simulated/SimulatedFileSystem.h"
+
+namespace platform::freedesktop {
+namespace {
+
+TEST(OsReleaseTests, ReadsAFieldAsAShellWould) {
+    struct Row {
+        const char* text;
+        const char* expected;
+    };
+    const Row rows[] = {
+        {"NAME=x\nPRETTY_NAME=\"Debian GNU/Linux 12 (bookworm)\"\nID=y\n", "Debian GNU/Linux 12 (bookworm)"},
+        {"PRETTY_NAME=Arch", "Arch"},
+        {"PRETTY_NAME='a \\b \"c\"'", "a \\b \"c\""},
+        {"PRETTY_NAME=\"a \\\"b\\\" \\$c\"", "a \"b\" $c"},
+        {"#PRETTY_NAME=no\nPRETTY_NAMES=no\n", ""},
+        {"PRETTY_NAME=\"unfinished \\", "unfinished \\"},
+        {"PRETTY_NAME=", ""},
+        {"", ""}};
+    for (const auto& row : rows) EXPECT_EQ(osReleaseField(row.text, "PRETTY_NAME"), row.expected) << row.text;
+}
+
+TEST(OsReleaseTests, PutsTheDistributionBeforeTheKernel) {
+    utsname kernel{};
+    ASSERT_EQ(::uname(&kernel), 0);
+    const std::string release = std::string(kernel.sysname) + " " + kernel.release;
+    simulated::SimulatedFileSystem files;
+    const OsRelease system(files);
+    EXPECT_EQ(system.operatingSystemVersion(), release);
+    files.put("/usr/lib/os-release", "PRETTY_NAME=Vendor");
+    EXPECT_EQ(system.operatingSystemVersion(), "Vendor, " + release);
+    files.put("/etc/os-release", "PRETTY_NAME=Local");
+    EXPECT_EQ(system.operatingSystemVersion(), "Local, " + release);
+    EXPECT_TRUE(system.executablePath()->is_absolute());
+}
+
+}  // namespace
+}  // namespace platform::freedesktop
