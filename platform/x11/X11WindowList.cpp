@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
+#include <unordered_set>
 
 #include "platform/x11/EwmhDesktops.h"
 
@@ -34,6 +36,17 @@ std::optional<std::string> processName(std::int64_t pid) {
     return std::string(name.data(), static_cast<std::size_t>(length) - 1);  // without its line feed
 }
 
+// The windows in stacking order, behind them those that the stacking order lacks: xfwm4 leaves out a window
+// that came up on another desktop until it is first shown.
+std::vector<xcb_window_t> backToFront(std::span<const std::uint32_t> stacking,
+                                      std::span<const std::uint32_t> all) {
+    const std::unordered_set<xcb_window_t> stacked(stacking.begin(), stacking.end());
+    std::vector<xcb_window_t> windows;
+    std::ranges::copy_if(all, std::back_inserter(windows), [&](auto w) { return !stacked.contains(w); });
+    windows.insert(windows.end(), stacking.begin(), stacking.end());
+    return windows;
+}
+
 }  // namespace
 
 void X11WindowList::prefetch(const XConnection& connection) {
@@ -56,17 +69,17 @@ std::optional<X11WindowList::Listing> X11WindowList::readListing() const {
         monitorsCookie = xcb_randr_get_monitors(connection_.get(), connection_.root(), 1);
     }
 
-    auto list = get(stackingCookie);
-    auto plainList = get(listCookie);
-    if (!list || list->type != XCB_ATOM_WINDOW) std::swap(list, plainList);
+    const auto stacking = get(stackingCookie);
+    const auto list = get(listCookie);
     const auto count = value32(get(countCookie).get(), XCB_ATOM_CARDINAL).value_or(0);
     Listing listing;
     if (hasMonitors)
         listing.origin =
             primaryOrigin(connection_.reply<xcb_randr_get_monitors_reply_t>(monitorsCookie).get());
-    if (!list || list->type != XCB_ATOM_WINDOW) return std::nullopt;
-    const auto windows = values32(list.get(), XCB_ATOM_WINDOW);
-    listing.windows.assign(windows.begin(), windows.end());
+    const auto isWindowList = [](const auto& reply) { return reply && reply->type == XCB_ATOM_WINDOW; };
+    if (!isWindowList(stacking) && !isWindowList(list)) return std::nullopt;
+    listing.windows =
+        backToFront(values32(stacking.get(), XCB_ATOM_WINDOW), values32(list.get(), XCB_ATOM_WINDOW));
     listing.desktopCount = count <= kMostDesktops ? count : 0;
     return listing;
 }

@@ -15,7 +15,7 @@ namespace platform::x11 {
 // thousand windows as for one. A window of the last list is on the desktops that it had then.
 class X11WindowList final : public WindowList, public WindowSpaces {
   public:
-    // Make it before `atoms`, or any other round trip, so that its extension is ready without another.
+    // Called before the atoms are interned, or any other round trip, it saves the list one of its own.
     static void prefetch(const XConnection& connection);
 
     X11WindowList(XConnection& connection, const Atoms& atoms) : connection_(connection), atoms_(atoms) {}

@@ -118,6 +118,10 @@ std::vector<xcb_atom_t> XConnection::intern(std::span<const std::string_view> na
     return atoms;
 }
 
+void XConnection::synchronize() {
+    const auto done = reply<xcb_get_input_focus_reply_t>(xcb_get_input_focus(connection_));
+}
+
 xcb_get_property_cookie_t requestProperty(const XConnection& connection, xcb_window_t window,
                                           xcb_atom_t property, xcb_atom_t type, std::uint32_t longs) {
     return xcb_get_property(connection.get(), 0, window, property, type, 0, longs);

@@ -71,6 +71,9 @@ class XConnection {
     // The atoms of these names in their order, asked for together; 0 for one that could not be had.
     [[nodiscard]] std::vector<xcb_atom_t> intern(std::span<const std::string_view> names);
     void flush() { xcb_flush(connection_); }
+    // Waits until the server has carried out everything that was asked. It may ignore what a connection asks
+    // just before it is closed.
+    void synchronize();
 
   private:
     XConnection(xcb_connection_t* connection, int screenNumber, Duration patience);

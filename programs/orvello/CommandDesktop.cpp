@@ -91,8 +91,13 @@ ConnectionId CommandDesktop::mainConnectionId() const {
 }
 
 SetCurrentSpaceEntry CommandDesktop::resolveSetCurrentSpace(std::string_view name) const {
-    const auto* desktop = connected();
-    return desktop ? desktop->switching.resolveSetCurrentSpace(name) : SetCurrentSpaceEntry();
+    auto* desktop = connected();
+    const auto entry = desktop ? desktop->switching.resolveSetCurrentSpace(name) : SetCurrentSpaceEntry();
+    if (!entry) return {};
+    return [desktop, entry](ConnectionId id, const std::string& display, ManagedSpaceId space) {
+        entry(id, display, space);
+        desktop->connection->synchronize();  // the program may end right after
+    };
 }
 
 SpaceListEntry CommandDesktop::resolveSpaceList(std::string_view name) const {

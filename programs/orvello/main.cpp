@@ -4,16 +4,18 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "orvellos/DebugLog.h"
 #include "orvellos/OrvelloCLI.h"
 #include "orvellos/SpaceSwitcher.h"
 #include "orvellos/TagStore.h"
+#include "platform/freedesktop/JournalSystemLog.h"
 #include "platform/freedesktop/PosixChildProcesses.h"
 #include "platform/freedesktop/PosixFileSystem.h"
 #include "platform/freedesktop/ProgramLocations.h"
@@ -93,6 +95,9 @@ int main(int argc, char** argv) {
     const std::vector<std::string_view> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
     const auto command = OrvelloCLI::commandOf(arguments);
     if (!command) return becomeApplication(argv);
+    std::optional<platform::freedesktop::JournalSystemLog> systemLog;
+    if (orvellos::asksForDebugEcho(std::getenv("ORVELLO_DEBUG")))
+        orvellos::connectDebugLog({&systemLog.emplace(), {}, nullptr, true});
     signal(SIGPIPE, SIG_IGN);
     signal(SIGCHLD, SIG_DFL);  // a parent that ignores its children passes that on
     return runCommand(*command, arguments, argv);
