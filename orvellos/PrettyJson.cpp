@@ -1,6 +1,7 @@
 #include "orvellos/PrettyJson.h"
 
-#include <charconv>
+#include <fmt/format.h>
+
 #include <iterator>
 #include <utility>
 
@@ -67,9 +68,7 @@ class Writer {
     }
 
     void writeDouble(double number) {
-        char digits[32];
-        const auto end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
-        text.append(digits, end);
+        fmt::format_to(std::back_inserter(text), "{}", number);
     }
 };
 
