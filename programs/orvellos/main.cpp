@@ -4,10 +4,12 @@
 #include <QGuiApplication>
 #include <cstdio>
 #include <cstdlib>
+#include <mutex>
 
 #include "orvellos/AppDelegate.h"
 #include "orvellos/DebugLog.h"
 #include "platform/freedesktop/JournalSystemLog.h"
+#include "platform/freedesktop/StandardError.h"
 #include "platform/freedesktop/SystemdLibrary.h"
 #include "platform/x11/XConnection.h"
 #include "programs/orvellos/Desktop.h"
@@ -16,11 +18,9 @@
 
 namespace {
 
-constexpr auto kPatienceAtStart = std::chrono::seconds(2);
+using platform::freedesktop::writeStandardError;
 
-void writeStandardError(std::string_view text) {
-    std::fwrite(text.data(), 1, text.size(), stderr);
-}
+constexpr auto kPatienceAtStart = std::chrono::seconds(2);
 
 // Without a session bus Qt would have one started for it, which nobody would end.
 void keepQtFromStartingABus() {
@@ -28,8 +28,24 @@ void keepQtFromStartingABus() {
         setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
 }
 
+void sayThatTheServerIsGone() {
+    static std::once_flag said;
+    std::call_once(said, [] { writeStandardError("orvello: the display server has gone away\n"); });
+}
+
+// Qt has a connection of its own to the server. When it is the first to notice the server's end it says so in
+// this message and ends the process with status 1.
+void handleQtMessage(QtMsgType /*type*/, const QMessageLogContext& /*context*/, const QString& message) {
+    if (message.startsWith("The X11 connection broke")) {
+        sayThatTheServerIsGone();
+    } else {
+        writeStandardError(message.toStdString() + "\n");
+    }
+}
+
 int runApplication(int argc, char** argv, platform::x11::XConnection& connection) {
     keepQtFromStartingABus();
+    qInstallMessageHandler(handleQtMessage);
     QGuiApplication application(argc, argv);
     QGuiApplication::setQuitOnLastWindowClosed(false);
     ui::QtRunLoop runLoop;
@@ -40,7 +56,7 @@ int runApplication(int argc, char** argv, platform::x11::XConnection& connection
     Desktop desktop(connection, runLoop, systemd, application.devicePixelRatio());
     const ui::TerminationSignals termination(runLoop, [] { QCoreApplication::quit(); });
     const auto broken = desktop.onServerGone([] {
-        writeStandardError("orvello: the display server has gone away\n");
+        sayThatTheServerIsGone();
         QCoreApplication::exit(1);
     });
     runLoop.post([&desktop] { desktop.launch(); });
