@@ -20,5 +20,7 @@ struct Effort {
 
 // The command line against the tools that scripts use today.
 [[nodiscard]] std::vector<Row> measureCommands(const Effort& effort);
+// The running application: its start, its memory and what it costs while nothing happens.
+[[nodiscard]] std::vector<Row> measureApplication(const Effort& effort);
 
 }  // namespace benchmark

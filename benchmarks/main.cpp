@@ -5,6 +5,7 @@
 #include <exception>
 #include <iterator>
 #include <string_view>
+#include <utility>
 
 #include "benchmarks/Row.h"
 
@@ -35,7 +36,9 @@ int main(int argc, char** argv) {
     }
     if (effort.pairs < 1) return 1;
     try {
-        print(measureCommands(effort));
+        auto rows = measureCommands(effort);
+        for (auto& row : measureApplication(effort)) rows.push_back(std::move(row));
+        print(rows);
     } catch (const std::exception& failure) {
         fmt::print(stderr, "orvello-benchmark: {}\n", failure.what());
         return 1;

@@ -8,7 +8,7 @@
 namespace platform::x11 {
 
 CompositorWatch::CompositorWatch(XConnection& connection, XEvents& events, std::function<void(bool)> changed)
-    : connection_(connection), changed_(std::move(changed)) {
+    : changed_(std::move(changed)) {
     const auto name = "_NET_WM_CM_S" + std::to_string(connection.screenNumber());
     const std::array<std::string_view, 1> names = {name};
     selection_ = connection.intern(names).front();

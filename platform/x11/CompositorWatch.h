@@ -17,7 +17,6 @@ class CompositorWatch {
   private:
     void handle(const xcb_generic_event_t& event);
 
-    XConnection& connection_;
     std::function<void(bool)> changed_;
     xcb_atom_t selection_ = 0;
     std::uint8_t xfixesEvents_ = 0;
