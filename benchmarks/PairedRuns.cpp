@@ -50,9 +50,10 @@ Row rowOf(const std::string& what, const Comparison& comparison, double goal) {
 Command::Command(const std::vector<std::string>& words, const desktop_test::Environment& environment)
     : name_(words.front()) {
     std::vector<std::string> variables;
-    for (const auto& [name, value] : environment) variables.push_back(name + "=" + value);
+    for (const auto& [name, value] : environment) variables.push_back(fmt::format("{}={}", name, value));
     const auto pointers = [](const std::vector<std::string>& texts) {
         std::vector<char*> list;
+        list.reserve(texts.size() + 1);
         for (const auto& text : texts) list.push_back(const_cast<char*>(text.c_str()));
         list.push_back(nullptr);
         return list;

@@ -67,9 +67,7 @@ class Writer {
         }
     }
 
-    void writeDouble(double number) {
-        fmt::format_to(std::back_inserter(text), "{}", number);
-    }
+    void writeDouble(double number) { fmt::format_to(std::back_inserter(text), "{}", number); }
 };
 
 }  // namespace

@@ -1,7 +1,7 @@
 #include "orvellos/TagLabels.h"
 
 #include <algorithm>
-#include <unordered_set>
+#include <unordered_map>
 #include <utility>
 
 #include "orvellos/LabelMatcher.h"
@@ -41,11 +41,16 @@ std::optional<std::vector<MiniTag>> decodeMiniTags(std::string_view json) {
 TagLabels::TagLabels(std::string_view json) {
     const auto tags = decodeMiniTags(json);
     if (!tags) return;
-    std::unordered_set<std::string> seen;
-    for (auto tag = tags->rbegin(); tag != tags->rend(); ++tag)
-        if (tag->spaceUUID && seen.insert(*tag->spaceUUID).second)
-            entries_.push_back({*tag->spaceUUID, tag->label});
-    std::ranges::reverse(entries_);
+    std::unordered_map<std::string, std::size_t> indices;
+    for (const auto& tag : *tags) {
+        if (!tag.spaceUUID) continue;
+        const auto [known, isNew] = indices.emplace(*tag.spaceUUID, entries_.size());
+        if (isNew) {
+            entries_.push_back({*tag.spaceUUID, tag.label});
+        } else {
+            entries_[known->second].label = tag.label;
+        }
+    }
 }
 
 std::optional<std::string> TagLabels::labelOf(std::string_view spaceUUID) const {

@@ -33,7 +33,7 @@ class TagLabels {
         std::string spaceUUID;
         std::string label;
     };
-    std::vector<Entry> entries_;  // in file order, each Space once
+    std::vector<Entry> entries_;  // each Space once, where the file first names it
 };
 
 }  // namespace orvellos

@@ -3,11 +3,10 @@
 #include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <vector>
-
-extern char** environ;
 
 namespace platform::freedesktop {
 
@@ -29,7 +28,7 @@ class SpawnAttributes {
     [[nodiscard]] const posix_spawnattr_t* get() const { return &attributes_; }
 
   private:
-    posix_spawnattr_t attributes_;
+    posix_spawnattr_t attributes_{};
 };
 
 std::optional<int> exitStatusOf(pid_t child) {

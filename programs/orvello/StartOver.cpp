@@ -6,8 +6,6 @@
 
 #include <cstring>
 
-extern char** environ;
-
 namespace {
 
 char** arguments = nullptr;

@@ -11,7 +11,6 @@ namespace {
 
 using platform::DisplayId;
 using platform::ManagedSpaceId;
-using platform::WindowNumber;
 using Uuids = std::vector<std::string>;
 
 class SpaceIdentifierTest : public testing::Test {

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <cstdlib>
 #include <cstring>
 
 #include "platform/x11/EwmhSpaceLayout.h"
@@ -10,12 +12,19 @@ namespace {
 
 using Values = std::vector<std::uint32_t>;
 
+// Memory that free() takes, for a record with `more` bytes behind it.
+template <typename T>
+T* zeroed(std::size_t more = 0) {
+    constexpr std::size_t kAlignment = alignof(std::max_align_t);
+    const auto size = (sizeof(T) + more + kAlignment - 1) / kAlignment * kAlignment;
+    return static_cast<T*>(std::memset(std::aligned_alloc(kAlignment, size), 0, size));
+}
+
 // A reply as the X library hands it out: the record with the property's bytes behind it.
 Reply<xcb_get_property_reply_t> reply(xcb_atom_t type, std::uint8_t format, const void* data,
                                       std::size_t length) {
     const auto bytes = length * format / 8;
-    auto* memory =
-        static_cast<xcb_get_property_reply_t*>(std::calloc(1, sizeof(xcb_get_property_reply_t) + bytes));
+    auto* memory = zeroed<xcb_get_property_reply_t>(bytes);
     memory->type = type;
     memory->format = format;
     memory->value_len = static_cast<std::uint32_t>(length);
@@ -102,10 +111,10 @@ class X11WindowTest : public testing::Test {
   protected:
     X11WindowReplies replies;
     void SetUp() override {
-        replies.geometry.reset(static_cast<xcb_get_geometry_reply_t*>(std::calloc(1, 64)));
+        replies.geometry.reset(zeroed<xcb_get_geometry_reply_t>());
         replies.geometry->width = 400;
         replies.geometry->height = 300;
-        replies.position.reset(static_cast<xcb_translate_coordinates_reply_t*>(std::calloc(1, 64)));
+        replies.position.reset(zeroed<xcb_translate_coordinates_reply_t>());
         replies.position->dst_x = 100;
         replies.position->dst_y = 50;
     }
