@@ -17,8 +17,8 @@ using platform::Screen;
 namespace {
 
 std::string describeAnchor(const AnchoredPosition& position) {
-    return fmt::format("({} {:.1f}, {} {:.1f})", rawValue(position.hEdge), position.hOffset, rawValue(position.vEdge),
-                       position.vOffset);
+    return fmt::format("({} {:.1f}, {} {:.1f})", rawValue(position.hEdge), position.hOffset,
+                       rawValue(position.vEdge), position.vOffset);
 }
 
 }  // namespace
