@@ -15,7 +15,6 @@ namespace benchmark {
 namespace {
 
 using desktop_test::PrivateDesktop;
-using desktop_test::Process;
 using desktop_test::WindowManager;
 
 constexpr std::size_t kTags = 10;

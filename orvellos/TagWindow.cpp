@@ -8,7 +8,6 @@
 
 #include "orvellos/DebugLog.h"
 #include "orvellos/Describe.h"
-#include "orvellos/HomeTarget.h"
 #include "orvellos/PathGeometry.h"
 #include "orvellos/TagColor.h"
 
@@ -32,7 +31,7 @@ constexpr Rect kAssumedScreen{0, 0, 1440, 900};
 
 Rect clampedTo(const std::optional<platform::Screen>& screen, const Rect& frame) {
     if (!screen) return frame;
-    const Point origin = clampOrigin(frame.origin(), frame.size(), ScreenContext(*screen).clampFrame);
+    const Point origin = clampOrigin(frame.origin(), frame.size(), ScreenLayout(*screen).draggableFrame);
     return {origin.x, origin.y, frame.width, frame.height};
 }
 

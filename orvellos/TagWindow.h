@@ -7,6 +7,7 @@
 
 #include "orvellos/Animation.h"
 #include "orvellos/EditingContext.h"
+#include "orvellos/HomeTarget.h"
 #include "orvellos/Settings.h"
 #include "orvellos/Tag.h"
 #include "orvellos/TagLayout.h"
@@ -24,6 +25,15 @@ struct TagWindowServices {
     const platform::TextMeasurer& textMeasurer;
     Settings& settings;
     EditingContext& editingContext;
+};
+
+// One screen as a dragged tag sees it.
+struct ScreenLayout {
+    platform::Rect frame;
+    platform::Rect draggableFrame;  // where a tag may be dragged: 20 points past every edge
+
+    explicit ScreenLayout(const platform::Screen& screen)
+        : frame(screen.frame), draggableFrame(ScreenContext(screen).clampFrame) {}
 };
 
 // The floating window of one tag. It draws the tag, tells clicks from drags and animates; which Space it is

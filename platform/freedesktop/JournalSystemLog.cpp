@@ -17,7 +17,7 @@ namespace platform::freedesktop {
 namespace {
 
 constexpr const char* kIdentifier = "orvello";
-constexpr std::size_t kLongestMessage = 48 * 1024;  // fits into one datagram
+constexpr std::size_t kLongestMessage = std::size_t{48} * 1024;  // fits into one datagram
 
 // One field of the journal's native protocol in its binary form, which takes any value: the name, a line
 // feed, the length as 64 bits little-endian, the value, a line feed.
