@@ -62,6 +62,23 @@ TEST_P(PrivateDesktopTest, SurvivesItsWindowManagersEndAndReplacement) {
     EXPECT_EQ(desktop.x().numberOfDesktops(), 3U);
 }
 
+TEST_P(PrivateDesktopTest, LosesNoneOfManyQuickClicks) {
+    constexpr std::size_t kRounds = 30;
+    PrivateDesktop desktop({.windowManager = GetParam().windowManager});
+    auto& x = desktop.x();
+    PlainWindow left(desktop.display(), {.title = "Left", .frame = {50, 100, 300, 200}});
+    PlainWindow right(desktop.display(), {.title = "Right", .frame = {600, 100, 300, 200}});
+    for (const auto* window : {&left, &right})
+        ASSERT_TRUE(waitUntil([&] { return x.mapState(window->id()) == MapState::Viewable; }));
+    auto hands = desktop.devices();
+    for (std::size_t i = 0; i < kRounds; ++i) {
+        hands.click(200, 200);
+        hands.click(750, 200);
+    }
+    for (auto* window : {&left, &right})
+        EXPECT_TRUE(waitUntil([&] { return window->buttonPresses().size() == kRounds; }));
+}
+
 INSTANTIATE_TEST_SUITE_P(
     WindowManagers, PrivateDesktopTest,
     testing::Values(

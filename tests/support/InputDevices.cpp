@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "tests/support/Wait.h"
+
 namespace desktop_test {
 
 void InputDevices::fake(std::uint8_t type, std::uint8_t detail, int x, int y) {
@@ -15,6 +17,24 @@ void InputDevices::fake(std::uint8_t type, std::uint8_t detail, int x, int y) {
 
 void InputDevices::movePointer(int x, int y) {
     fake(XCB_MOTION_NOTIFY, 0, x, y);
+}
+
+bool InputDevices::isHeld(xcb_button_t button) const {
+    const auto cookie = xcb_query_pointer(client_.connection(), client_.root());
+    const Reply<xcb_query_pointer_reply_t> reply(
+        xcb_query_pointer_reply(client_.connection(), cookie, nullptr));
+    return reply && (reply->mask & (XCB_BUTTON_MASK_1 << (button - 1U))) != 0;
+}
+
+void InputDevices::pressButton(xcb_button_t button) {
+    fake(XCB_BUTTON_PRESS, button);
+    // The server tells of the first five buttons.
+    if (button <= 5) (void)waitUntil([&] { return isHeld(button); });
+}
+
+void InputDevices::releaseButton(xcb_button_t button) {
+    fake(XCB_BUTTON_RELEASE, button);
+    if (button <= 5) (void)waitUntil([&] { return !isHeld(button); });
 }
 
 void InputDevices::click(int x, int y, xcb_button_t button) {

@@ -9,7 +9,9 @@
 namespace desktop_test {
 
 // The user's hands: a pointer and a keyboard driven through the X test extension. Every operation returns
-// when the server has taken the event.
+// when the server has taken the event; a button waits until the server has also acted on it, which it does
+// late while a window manager holds the pointer to look at a click. Events that pile up in that time can be
+// lost.
 class InputDevices {
   public:
     // `client` outlives this object.
@@ -17,8 +19,8 @@ class InputDevices {
 
     // Root coordinates.
     void movePointer(int x, int y);
-    void pressButton(xcb_button_t button) { fake(XCB_BUTTON_PRESS, button); }
-    void releaseButton(xcb_button_t button) { fake(XCB_BUTTON_RELEASE, button); }
+    void pressButton(xcb_button_t button);
+    void releaseButton(xcb_button_t button);
     void click(int x, int y, xcb_button_t button = XCB_BUTTON_INDEX_1);
     // Holds the first button from one place to another, moving in `steps` steps.
     void drag(int fromX, int fromY, int toX, int toY, int steps = 8);
@@ -33,6 +35,7 @@ class InputDevices {
 
   private:
     void fake(std::uint8_t type, std::uint8_t detail, int x = 0, int y = 0);
+    [[nodiscard]] bool isHeld(xcb_button_t button) const;
 
     XClient& client_;
 };

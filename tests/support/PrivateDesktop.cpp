@@ -47,6 +47,41 @@ std::string busConfiguration(const std::filesystem::path& runtimeFolder,
 
 }  // namespace
 
+// Listens to the running test and takes a picture of the screen at its first failure.
+class PrivateDesktop::FailurePhotographer : public ::testing::EmptyTestEventListener {
+  public:
+    explicit FailurePhotographer(PrivateDesktop& desktop) : desktop_(desktop) {
+        auto* tests = ::testing::UnitTest::GetInstance();
+        tests->listeners().Append(this);
+        // The test cannot be asked for later: it is locked while it reports.
+        const auto* test = tests->current_test_info();
+        auto name = fmt::format("{}.{}.png", test->test_suite_name(), test->name());
+        std::ranges::replace(name, '/', '-');
+        file_ = std::filesystem::path(ORVELLO_TEST_PICTURES) / name;
+    }
+    ~FailurePhotographer() override { ::testing::UnitTest::GetInstance()->listeners().Release(this); }
+
+    void OnTestPartResult(const ::testing::TestPartResult& result) override {
+        if (result.failed() && !std::exchange(done_, true)) keepPicture();
+    }
+
+  private:
+    void keepPicture() {
+        if (!desktop_.server().isRunning() || !desktop_.x().isAlive()) return;
+        desktop_.server().signal(SIGCONT);  // a stopped one would never answer
+        try {
+            takePicture(desktop_.x()).writePng(file_);
+            std::cerr << "The screen at this failure: " << file_.string() << "\n";
+        } catch (const std::runtime_error& error) {
+            std::cerr << "No picture of this failure: " << error.what() << "\n";
+        }
+    }
+
+    PrivateDesktop& desktop_;
+    std::filesystem::path file_;
+    bool done_ = false;
+};
+
 PrivateDesktop::PrivateDesktop(DesktopOptions options) : options_(std::move(options)) {
     makeFolders();
     if (options_.screen) startServer();
@@ -60,7 +95,7 @@ PrivateDesktop::PrivateDesktop(DesktopOptions options) : options_(std::move(opti
 }
 
 PrivateDesktop::~PrivateDesktop() {
-    if (::testing::Test::HasFailure()) keepPictureOfFailure();
+    photographer_.reset();
     compositor_.reset();
     windowManager_.reset();
     shortcutDaemon_.reset();
@@ -113,6 +148,7 @@ void PrivateDesktop::startServer() {
     display_ = fmt::format(":{}", number.substr(0, number.size() - 1));
     environment["DISPLAY"] = display_;
     client_.emplace(display_);
+    photographer_ = std::make_unique<FailurePhotographer>(*this);
 }
 
 void PrivateDesktop::startBus() {
@@ -197,20 +233,6 @@ void PrivateDesktop::stopCompositor() {
 bool PrivateDesktop::goToDesktop(std::uint32_t desktop) {
     x().switchToDesktop(desktop);
     return waitUntil([&] { return x().currentDesktop() == desktop; });
-}
-
-void PrivateDesktop::keepPictureOfFailure() {
-    if (!server_ || !server_->isRunning() || !client_->isAlive()) return;
-    server_->signal(SIGCONT);
-    const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
-    auto name = std::string(test->test_suite_name()) + "." + test->name() + ".png";
-    std::ranges::replace(name, '/', '-');
-    try {
-        takePicture(*client_).writePng(std::filesystem::path(ORVELLO_TEST_PICTURES) / name);
-        std::cerr << "The screen of the failed test: " << ORVELLO_TEST_PICTURES << "/" << name << "\n";
-    } catch (const std::runtime_error& error) {
-        std::cerr << "No picture of the failed test: " << error.what() << "\n";
-    }
 }
 
 }  // namespace desktop_test

@@ -29,7 +29,7 @@ struct DesktopOptions {
 
 // A desktop of the test's own: an X server on a free display, a window manager that is ready, a message bus
 // when one is asked for, and empty private folders as the user's home. Everything that runs on it, detached
-// programs included, ends with this object. When the running test has failed by then, a picture of the screen
+// programs included, ends with this object. At the first failure of the running test a picture of the screen
 // is kept in the build's test-pictures folder.
 //
 //     PrivateDesktop desktop({.windowManager = {.kind = WindowManager::Kwin, .desktops = 3}});
@@ -89,8 +89,9 @@ class PrivateDesktop {
     void requireManagedWindow();
     // Throws when the state does not come, or the process ends before it does.
     static void require(Process& process, const std::string& what, const std::function<bool()>& isReady);
-    void keepPictureOfFailure();
 
+    class FailurePhotographer;
+    std::unique_ptr<FailurePhotographer> photographer_;
     DesktopOptions options_;
     TemporaryFolder folder_;
     std::string display_;
