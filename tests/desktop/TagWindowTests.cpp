@@ -282,7 +282,7 @@ TEST(ApplicationTest, KeepsUpWithAFloodOfRootPropertyChanges) {
     x.synchronize();
     ASSERT_TRUE(desktop.goToDesktop(2));
     EXPECT_TRUE(desktop.waitForTagOf(2));
-    EXPECT_LT(residentKiB(application.pid()), before + 8 * 1024);
+    EXPECT_LT(residentKiB(application.pid()), before + 8L * 1024);
 }
 
 }  // namespace

@@ -15,7 +15,7 @@ using platform::seconds;
 
 class DebugLogTests : public testing::Test {
   protected:
-    ~DebugLogTests() override { connectDebugLog({}); }
+    void TearDown() override { connectDebugLog({}); }
 
     void connect(bool echoEnabled) {
         connectDebugLog({.systemLog = &systemLog_,
@@ -80,6 +80,7 @@ TEST_F(DebugLogTests, KeepsTheLastTenThousandLinesOfAllThreads) {
 
     connect(false);
     std::vector<std::jthread> threads;
+    threads.reserve(4);
     for (int t = 0; t < 4; ++t)
         threads.emplace_back([] {
             for (int i = 0; i < 1000; ++i) log(LogCategory::Mc, "line");

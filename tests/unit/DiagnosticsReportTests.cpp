@@ -26,7 +26,7 @@ class DiagnosticsReportTests : public testing::Test {
         connect(false);
         files_.folders.insert({"/tmp", "/home/user/Desktop"});
     }
-    ~DiagnosticsReportTests() override { connectDebugLog({}); }
+    void TearDown() override { connectDebugLog({}); }
 
     void connect(bool debugging) {
         connectDebugLog({.standardError = [](auto) {}, .clock = &clock_, .echoEnabled = debugging});
