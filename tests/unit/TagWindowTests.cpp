@@ -59,10 +59,10 @@ TEST_F(TagWindowTest, ComesUpWhereItBelongs) {
     // Medium is 64 points high here; "Mail" is 58 wide at 29 points, so the window takes its least width.
     const platform::Size size{64 * 2.7 + 40, 104};
     struct Case {
-        const char* name;
+        const char* name = "";
         std::optional<Rect> stored;
         std::optional<AnchoredPosition> anchor;
-        std::size_t existing;
+        std::size_t existing = 0;
         Point origin;
     };
     const AnchoredPosition corner{HEdge::Right, 0, VEdge::Top, 0};
@@ -103,9 +103,9 @@ TEST_F(TagWindowTest, HasAnInvisibleBackupThatNeverTakesTheMouse) {
 
 TEST_F(TagWindowTest, TellsClicksFromDrags) {
     struct Case {
-        const char* name;
+        const char* name = "";
         Point end;
-        bool isClick;
+        bool isClick = false;
     };
     const Case cases[] = {{"still", {700, 450}, true},
                           {"4 points", {704, 450}, true},
@@ -235,10 +235,10 @@ TEST_F(TagWindowTest, PollsForThePointerOnlyAsOftenAsNeeded) {
     controller.start(ClickThroughController::kIdleHz);
     const Rect frame = window.frame();
     struct Case {
-        const char* name;
+        const char* name = "";
         Point pointer;
-        bool ignores;
-        double hz;
+        bool ignores = false;
+        double hz = 0;
     };
     const Case cases[] = {{"far away", {5, 5}, true, 5},
                           {"on the tag", frame.center(), false, 30},
