@@ -245,14 +245,20 @@ TEST(TagWindowTest, GrowsWithTheScaleFactor) {
 TEST(TagWindowTest, FillsTheScreenOrItsTopInTheOverviewsStyles) {
     struct Case {
         const char* style;
-        int pixels;  // of the tag's colour at least, of 1280 × 800
+        int least;  // pixels of the tag's colour, of 1280 × 800
+        int most;
     };
-    for (const Case& c : {Case{"fullscreen", 800 * 1000}, {"headerBar", 160 * 1000}, {"pill", 20000}}) {
+    for (const Case& c : {Case{"fullscreen", 800 * 1000, 1280 * 800},
+                          {"headerBar", 160 * 1000, 160 * 1280},
+                          {"pill", 20000, 150 * 1000}}) {
         SCOPED_TRACE(c.style);
         TaggedDesktop desktop({.kind = WindowManager::Openbox},
                               {{"embiggenAllTags", true}, {"missionControlStyle", c.style}});
         auto application = desktop.start({desktop.program("orvello")});
-        EXPECT_TRUE(waitUntil([&] { return takePicture(desktop.x()).count(kTags[0].color, 40) > c.pixels; }));
+        EXPECT_TRUE(waitUntil([&] {
+            const int pixels = takePicture(desktop.x()).count(kTags[0].color, 40);
+            return pixels >= c.least && pixels <= c.most;
+        }));
         EXPECT_TRUE(desktop.x().shape(desktop.window("Mail"), ShapeKind::Bounding).empty());
     }
 }
