@@ -15,7 +15,8 @@ using platform::Color;
 using platform::Rect;
 using platform::Size;
 
-constexpr std::size_t kLongestLabel = 200;
+constexpr std::size_t kLongestLabel = 200;        // characters
+constexpr std::size_t kMostBytesOfALabel = 4096;  // which one character may exceed
 constexpr double kFontOfHeight = 0.45;
 constexpr double kLineOfFont = 1.15;
 constexpr double kSmallestFont = 8;
@@ -96,12 +97,12 @@ platform::TagLayers layOutWholeWindow(const Rect& tint, const TagAppearance& app
 }  // namespace
 
 std::string displayedLabel(const std::string& label) {
-    const auto clusters = graphemeClusters(label, kLongestLabel + 1);
     std::string line;
-    for (std::size_t i = 0; i < std::min(clusters.size(), kLongestLabel); ++i) {
-        line += isControl(clusters[i]) ? std::string_view(" ") : clusters[i];
+    std::size_t count = 0;
+    for (const auto cluster : graphemeClusters(label, kLongestLabel + 1)) {
+        if (++count > kLongestLabel || line.size() + cluster.size() > kMostBytesOfALabel) return line + "…";
+        line += isControl(cluster) ? std::string_view(" ") : cluster;
     }
-    if (clusters.size() > kLongestLabel) line += "…";
     return line;
 }
 
@@ -114,16 +115,11 @@ Size tagWindowSize(const std::string& label, double baseHeight, TagShape shape,
     return {width + 2 * kTagMargin, baseHeight + 2 * kTagMargin};
 }
 
-Rect tintFrame(Size window, const TagAppearance& appearance) {
-    const Rect whole{0, 0, window.width, window.height};
-    return fillsWindow(appearance) ? whole : whole.insetBy(kTagMargin);
-}
-
 platform::TagLayers layOutTag(Size window, const TagAppearance& appearance,
                               const platform::TextMeasurer& measurer) {
-    const Rect tint = tintFrame(window, appearance);
-    return fillsWindow(appearance) ? layOutWholeWindow(tint, appearance, measurer)
-                                   : layOutSilhouette(tint, appearance);
+    const Rect whole{0, 0, window.width, window.height};
+    return fillsWindow(appearance) ? layOutWholeWindow(whole, appearance, measurer)
+                                   : layOutSilhouette(whole.insetBy(kTagMargin), appearance);
 }
 
 }  // namespace orvellos

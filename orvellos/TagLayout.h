@@ -24,15 +24,12 @@ struct TagAppearance {
 };
 
 // The label as one line of bounded length: line breaks, tabs and other controls become spaces, and what is
-// longer than 200 characters ends in an ellipsis.
+// longer than 200 characters, or than 4 KiB, ends in an ellipsis.
 [[nodiscard]] std::string displayedLabel(const std::string& label);
 
 // The size of a window, margin included, for a tag of the height `baseHeight`.
 [[nodiscard]] platform::Size tagWindowSize(const std::string& label, double baseHeight, TagShape shape,
                                            const platform::TextMeasurer& measurer);
-
-// The rectangle that the tint layer fills in a window of this size.
-[[nodiscard]] platform::Rect tintFrame(platform::Size window, const TagAppearance& appearance);
 
 // Lays the layers out in a window of this size.
 [[nodiscard]] platform::TagLayers layOutTag(platform::Size window, const TagAppearance& appearance,

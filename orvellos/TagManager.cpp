@@ -46,7 +46,8 @@ std::vector<TagWindow*> TagManager::mainWindows() const {
 void TagManager::start() {
     for (const auto& tag : tags()) makeWindow(tag);
     binding_.recomputeSpaceOrphans();
-    for (const auto& tag : tags()) sendHome(tag, false);
+    hideFromTheStart();
+    for (const auto& tag : tags()) sendHome(tag);
     bringInPlacedWindows();
     binding_.enforce();
     observe();
@@ -97,6 +98,17 @@ void TagManager::makeWindow(const Tag& tag) {
     windows_[tag.id] = std::move(window);
 }
 
+// What the first decision would fade out must not be seen before it.
+void TagManager::hideFromTheStart() {
+    const bool hidden = decideVisibility(visibilityInputs()) == TagVisibility::Hide;
+    for (const auto& [id, window] : windows_) {
+        if (!hidden && !binding_.orphanedTagIDs().get().contains(id)) continue;
+        window->setAlphaValue(0);
+        window->setIgnoresMouseEvents(true);
+        window->mcBackup()->setAlphaValue(0);
+    }
+}
+
 // A window whose Space cannot be told yet would come up on whatever Space is current, so it waits.
 void TagManager::bringInPlacedWindows() {
     for (const auto& tag : tags()) {
@@ -108,11 +120,11 @@ void TagManager::bringInPlacedWindows() {
     }
 }
 
-void TagManager::sendHome(const Tag& tag, bool animate) {
+void TagManager::sendHome(const Tag& tag) {
     auto* window = windowFor(tag.id);
     if (!window) return;
     const Rect home = position_.homeTargetFrame(tag, window->currentSize(), window->frame());
-    window->setFrameWithoutPersisting(home, animate);
+    window->setFrameWithoutPersisting(home, false);
     syncMCBackupFrame(tag);
 }
 
@@ -122,7 +134,7 @@ void TagManager::applyTagSize() {
         if (!window) continue;
         const auto size = settings_.tagSize.get();
         const Rect home = position_.homeTargetFrame(tag, size, window->frame());
-        if (home == window->frame() && size == window->currentSize()) continue;
+        if (home == window->targetFrame() && size == window->currentSize()) continue;
         window->applyFrameAndSize(size, tag.label, home, true);
         syncMCBackupFrame(tag);
     }
@@ -185,10 +197,13 @@ void TagManager::onScreenParametersChanged() {
     syncAllMCBackups();
 }
 
+VisibilityInputs TagManager::visibilityInputs() const {
+    return {settings_.visibilityMode.get(), settings_.killSwitchActive.get(), settings_.embiggenAllTags.get(),
+            services_.windows.editingContext.isActive().get()};
+}
+
 void TagManager::reconcile() {
-    const VisibilityInputs inputs{settings_.visibilityMode.get(), settings_.killSwitchActive.get(),
-                                  settings_.embiggenAllTags.get(),
-                                  services_.windows.editingContext.isActive().get()};
+    const auto inputs = visibilityInputs();
     const auto decision = decideVisibility(inputs);
     log(LogCategory::Nav, fmt::format("reconcile: mode={} kill={} editing={} embiggen={} orphaned={}",
                                       rawValue(inputs.mode), inputs.killSwitch, inputs.editing,
@@ -205,7 +220,7 @@ void TagManager::reconcileTag(const Tag& tag, TagVisibility decision) {
     if (!window) return;
     auto& backup = *window->mcBackup();
     if (orphaned) {
-        if (window->alphaValue() != 0) window->fade(false);
+        if (!window->restsAtAlpha(0)) window->fade(false);
         backup.setAlphaValue(0);
     } else if (decision == TagVisibility::Show && settings_.embiggenAllTags.get()) {
         window->setAlphaValue(0);
@@ -213,8 +228,8 @@ void TagManager::reconcileTag(const Tag& tag, TagVisibility decision) {
         backup.setAlphaValue(1);
     } else {
         const bool show = decision == TagVisibility::Show;
-        if (window->alphaValue() != (show ? 1 : 0)) window->fade(show);
-        if (backup.alphaValue() != 0) backup.fade(false);
+        if (!window->restsAtAlpha(show ? 1 : 0)) window->fade(show);
+        if (!backup.restsAtAlpha(0)) backup.fade(false);
     }
 }
 

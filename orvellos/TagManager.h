@@ -51,13 +51,15 @@ class TagManager {
 
   private:
     void makeWindow(const Tag& tag);
+    void hideFromTheStart();
     void bringInPlacedWindows();
-    void sendHome(const Tag& tag, bool animate);
+    void sendHome(const Tag& tag);
     void applyTagSize();
     void syncAllMCBackups();
     void onActiveSpaceChanged();
     void onScreenParametersChanged();
     void observe();
+    [[nodiscard]] VisibilityInputs visibilityInputs() const;
     void reconcileTag(const Tag& tag, TagVisibility decision);
     [[nodiscard]] std::vector<TagWindow*> mainWindows() const;
     [[nodiscard]] platform::Rect backupFrame(const Tag& tag, const platform::Rect& base) const;

@@ -73,7 +73,7 @@ TagWindow::TagWindow(const TagWindowServices& services, const Tag& tag, TagSize 
 }
 
 TagWindow::~TagWindow() {
-    if (isInGesture()) services_.editingContext.end("drag-" + tagID_.text());
+    if (isInGesture()) forgetGesture();
 }
 
 void TagWindow::takeLook(const Tag& tag) {
@@ -239,6 +239,7 @@ void TagWindow::logIfCrossingDisplays(const Rect& target, const std::string& sta
 }
 
 void TagWindow::animateFrame(const Rect& target, std::function<double(double)> easing) {
+    animationTarget_ = target;
     frameAnimation_.start(
         kFrameDuration, [this, from = frame_, target, easing = std::move(easing)](double time) {
             if (time >= 1) return setFrame(target);
@@ -297,6 +298,14 @@ void TagWindow::mouseUp(const platform::MouseEvent& event) {
         lastMouseUpTime_ = now;
         finishGesture(event);
     }
+    forgetGesture();
+}
+
+void TagWindow::mouseCancelled() {
+    forgetGesture();
+}
+
+void TagWindow::forgetGesture() {
     mouseDownScreenLocation_.reset();
     mouseDownWindowOrigin_.reset();
     didDragThisGesture_ = false;

@@ -55,12 +55,19 @@ class TagWindow final : public platform::TagWindowDelegate {
     TagWindow& operator=(const TagWindow&) = delete;
 
     [[nodiscard]] const TagID& tagID() const { return tagID_; }
-    [[nodiscard]] bool isBackup() const { return isBackup_; }
     [[nodiscard]] TagWindow* mcBackup() const { return mcBackup_.get(); }
     [[nodiscard]] platform::WindowNumber windowNumber() const { return surface_->number(); }
     [[nodiscard]] const platform::Rect& frame() const { return frame_; }
     [[nodiscard]] TagSize currentSize() const { return currentSize_; }
+    // Where the frame is going while it is animated; else the frame.
+    [[nodiscard]] const platform::Rect& targetFrame() const {
+        return frameAnimation_.isRunning() ? animationTarget_ : frame_;
+    }
     [[nodiscard]] double alphaValue() const { return alpha_; }
+    // Whether the window has this alpha and no fade is running.
+    [[nodiscard]] bool restsAtAlpha(double alpha) const {
+        return alpha_ == alpha && !alphaAnimation_.isRunning();
+    }
     [[nodiscard]] bool ignoresMouseEvents() const { return ignoresMouseEvents_; }
     [[nodiscard]] platform::WindowState state() const { return surface_->state(); }
     [[nodiscard]] bool isInGesture() const { return mouseDownScreenLocation_.has_value(); }
@@ -90,6 +97,7 @@ class TagWindow final : public platform::TagWindowDelegate {
     void mouseDown(const platform::MouseEvent& event) override;
     void mouseDragged(const platform::MouseEvent& event) override;
     void mouseUp(const platform::MouseEvent& event) override;
+    void mouseCancelled() override;
     platform::Rect constrainFrame(const platform::Rect& proposed) override;
 
   private:
@@ -111,6 +119,7 @@ class TagWindow final : public platform::TagWindowDelegate {
     void logIfCrossingDisplays(const platform::Rect& target, const std::string& start,
                                const std::string& end) const;
     void finishGesture(const platform::MouseEvent& event);
+    void forgetGesture();
 
     TagWindowServices services_;
     TagID tagID_;
@@ -125,6 +134,7 @@ class TagWindow final : public platform::TagWindowDelegate {
     TagSize currentSize_;
     const bool isBackup_;
     platform::Rect frame_;
+    platform::Rect animationTarget_;
     double alpha_ = 1;
     bool ignoresMouseEvents_ = false;
     std::unique_ptr<platform::TagSurface> surface_;

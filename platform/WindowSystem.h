@@ -23,6 +23,8 @@ class TagWindowDelegate {
     virtual void mouseDown(const MouseEvent& event) = 0;
     virtual void mouseDragged(const MouseEvent& event) = 0;
     virtual void mouseUp(const MouseEvent& event) = 0;
+    // The gesture ended unseen, as when the window went off the screen under the pointer.
+    virtual void mouseCancelled() = 0;
     // The desktop wants the window at `proposed`; the answer is where the window goes.
     virtual Rect constrainFrame(const Rect& proposed) = 0;
 };

@@ -52,16 +52,18 @@ QPainterPath toQPath(const platform::Path& path, double height) {
 class Painting {
   public:
     Painting(const platform::TagLayers& layers, const PaintGeometry& geometry, bool translucent)
-        : layers_(layers),
-          geometry_(geometry),
-          translucent_(translucent),
-          image_(geometry.width, geometry.height, QImage::Format_ARGB32_Premultiplied) {
-        image_.fill(translucent ? QColor(Qt::transparent) : toQColor(layers.tintLayer.fill));
+        : layers_(layers), geometry_(geometry), translucent_(translucent) {
+        toPixels_.translate(geometry_.width / 2.0, geometry_.height / 2.0);
+        toPixels_.scale(geometry_.contentScale, geometry_.contentScale);
+        toPixels_.translate(-geometry_.width / 2.0, -geometry_.height / 2.0);
+        toPixels_.scale(geometry_.scale, geometry_.scale);
         tint_ = flipped(layers.tintLayer.frame, geometry.height / geometry.scale);
         outline_ = toQPath(layers.tintLayer.path, tint_.height()).translated(tint_.topLeft());
     }
 
     QImage run() {
+        image_ = QImage(geometry_.width, geometry_.height, QImage::Format_ARGB32_Premultiplied);
+        image_.fill(translucent_ ? QColor(Qt::transparent) : toQColor(layers_.tintLayer.fill));
         if (translucent_) paintShape();
         paintHighlight();
         paintSwatch();
@@ -71,10 +73,19 @@ class Painting {
 
     // How much of each pixel the outline covers.
     [[nodiscard]] QImage coverage() const {
-        return alphaOf([this](QPainter& p) { p.fillPath(outline_, Qt::black); });
+        return alphaOf({0, 0, geometry_.width, geometry_.height},
+                       [this](QPainter& p) { p.fillPath(outline_, Qt::black); });
     }
 
   private:
+    // One line of text: where its baseline starts, in device pixels before the content's scale.
+    struct TextLine {
+        QString text;
+        QFont font;
+        QPointF start;
+        QRectF bounds;  // points
+    };
+
     [[nodiscard]] static QRectF flipped(const platform::Rect& rect, double height) {
         return {rect.x, height - rect.maxY(), rect.width, rect.height};
     }
@@ -85,27 +96,33 @@ class Painting {
 
     void prepare(QPainter& painter) const {
         painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
-        painter.translate(geometry_.width / 2.0, geometry_.height / 2.0);
-        painter.scale(geometry_.contentScale, geometry_.contentScale);
-        painter.translate(-geometry_.width / 2.0, -geometry_.height / 2.0);
-        painter.scale(geometry_.scale, geometry_.scale);
+        painter.setTransform(toPixels_, true);
     }
 
+    // The opacity of a drawing in a part of the window, given in pixels.
     template <typename Draw>
-    [[nodiscard]] QImage alphaOf(Draw draw) const {
-        QImage alpha(geometry_.width, geometry_.height, QImage::Format_Alpha8);
+    [[nodiscard]] QImage alphaOf(const QRect& part, Draw draw) const {
+        QImage alpha(part.size(), QImage::Format_Alpha8);
         alpha.fill(0);
         QPainter painter(&alpha);
+        painter.translate(-part.topLeft());
         prepare(painter);
         draw(painter);
         return alpha;
     }
 
+    // The shadow of a drawing that lies within `bounds` (points).
     template <typename Draw>
-    void paintShadow(const platform::Shadow& shadow, Draw draw) {
+    void paintShadow(const platform::Shadow& shadow, const QRectF& bounds, Draw draw) {
         if (shadow.opacity <= 0) return;
-        QImage alpha = alphaOf(draw);
-        blurAlpha(alpha, shadow.radius * geometry_.scale / 2);  // a blur radius is two standard deviations
+        const double sigma = shadow.radius * geometry_.scale;
+        const int reach = static_cast<int>(std::ceil(3 * sigma)) + 1;
+        const QRect part =
+            toPixels_.mapRect(bounds).toAlignedRect().marginsAdded({reach, reach, reach, reach}) &
+            image_.rect();
+        if (part.isEmpty()) return;
+        QImage alpha = alphaOf(part, draw);
+        blurAlpha(alpha, sigma);
         QImage black(alpha.size(), QImage::Format_ARGB32_Premultiplied);
         black.fill(Qt::black);
         QPainter mask(&black);
@@ -114,11 +131,13 @@ class Painting {
         mask.end();
         QPainter painter(&image_);
         painter.setOpacity(shadow.opacity);
-        painter.drawImage(QPointF(shadow.offset.x, -shadow.offset.y) * geometry_.scale, black);
+        const QPointF offset = QPointF(shadow.offset.x, -shadow.offset.y) * geometry_.scale;
+        painter.drawImage(offset + part.topLeft(), black);
     }
 
     void paintShape() {
-        paintShadow(layers_.tintLayer.shadow, [this](QPainter& p) { p.fillPath(outline_, Qt::black); });
+        paintShadow(layers_.tintLayer.shadow, tint_,
+                    [this](QPainter& p) { p.fillPath(outline_, Qt::black); });
         QPainter painter(&image_);
         prepare(painter);
         painter.fillPath(outline_, toQColor(layers_.tintLayer.fill));
@@ -150,34 +169,43 @@ class Painting {
     }
 
     // The baseline is where the capitals stand centred in the frame: what the eye takes for the middle.
-    void drawText(QPainter& painter) const {
+    [[nodiscard]] TextLine textLine() const {
         const auto& layer = layers_.textLayer;
-        const auto text = QString::fromUtf8(layer.string.data(), static_cast<qsizetype>(layer.string.size()));
+        TextLine line;
+        line.text = QString::fromUtf8(layer.string.data(), static_cast<qsizetype>(layer.string.size()));
+        line.font = heavySystemFont(layer.fontSize * geometry_.scale);
         const QRectF frame = inTint(layer.frame);
-        const QFont font = heavySystemFont(layer.fontSize * geometry_.scale);
-        const QFontMetricsF metrics(font);
-        const double width = metrics.horizontalAdvance(text) / geometry_.scale;
+        const QFontMetricsF metrics(line.font);
+        const double width = metrics.horizontalAdvance(line.text) / geometry_.scale;
         const bool centered = layer.alignment == platform::TextLayer::Alignment::Center;
         const double x = centered ? frame.center().x() - width / 2 : frame.left();
         const double baseline = frame.center().y() + metrics.capHeight() / geometry_.scale / 2;
-        painter.setFont(font);
-        painter.setPen(toQColor(layer.foreground));
-        const QPointF pixel(x * geometry_.scale, baseline * geometry_.scale);
+        line.start = QPointF(x, baseline) * geometry_.scale;
+        const QRectF ink = metrics.boundingRect(line.text).translated(line.start);
+        line.bounds = QRectF(ink.topLeft() / geometry_.scale, ink.size() / geometry_.scale);
+        return line;
+    }
+
+    void drawText(QPainter& painter, const TextLine& line) const {
+        painter.setFont(line.font);
+        painter.setPen(toQColor(layers_.textLayer.foreground));
         painter.scale(1 / geometry_.scale, 1 / geometry_.scale);
-        painter.drawText(pixel, text);
+        painter.drawText(line.start, line.text);
     }
 
     void paintText() {
         if (layers_.textLayer.string.empty()) return;
-        paintShadow(layers_.textLayer.shadow, [this](QPainter& p) { drawText(p); });
+        const auto line = textLine();
+        paintShadow(layers_.textLayer.shadow, line.bounds, [&](QPainter& p) { drawText(p, line); });
         QPainter painter(&image_);
         prepare(painter);
-        drawText(painter);
+        drawText(painter, line);
     }
 
     const platform::TagLayers& layers_;
     const PaintGeometry& geometry_;
     const bool translucent_;
+    QTransform toPixels_;  // of points with y downward
     QImage image_;
     QRectF tint_;
     QPainterPath outline_;

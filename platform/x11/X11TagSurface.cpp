@@ -6,13 +6,18 @@
 #include <array>
 #include <cmath>
 #include <cstring>
+#include <utility>
 
 namespace platform::x11 {
 
 namespace {
 
 constexpr auto kPlacementSettles = std::chrono::milliseconds(250);
-constexpr std::uint32_t kSourceApplication = 1;  // EWMH source indication
+constexpr auto kGestureWatch = std::chrono::milliseconds(250);
+// EWMH source indications. A window manager may take a raise asked for by an application for a call for
+// attention; one that a pager asks for is the user's.
+constexpr std::uint32_t kSourceApplication = 1;
+constexpr std::uint32_t kSourcePager = 2;
 
 // The part of ICCCM's WM_NORMAL_HINTS that says: this place and size are meant.
 constexpr std::uint32_t kUserPlaceAndSize = (1U << 0) | (1U << 1) | (1U << 2) | (1U << 3) | (1U << 9);
@@ -36,7 +41,7 @@ X11TagSurface::~X11TagSurface() {
 void X11TagSurface::create() {
     auto* connection = context_.connection.get();
     window_ = xcb_generate_id(connection);
-    placed_ = context_.screens.coordinates().toPixels(frame_);
+    placed_ = wantedPlace();
     constexpr std::uint32_t mask =
         XCB_CW_BACK_PIXMAP | XCB_CW_BORDER_PIXEL | XCB_CW_EVENT_MASK | XCB_CW_COLORMAP | XCB_CW_CURSOR;
     const std::array<std::uint32_t, 5> values = {
@@ -60,8 +65,6 @@ void X11TagSurface::change32(xcb_atom_t property, xcb_atom_t type, std::initiali
 void X11TagSurface::writeInitialProperties() {
     const auto& atoms = context_.atoms;
     change32(atoms.windowType, XCB_ATOM_ATOM, {atoms.notification});
-    change32(atoms.state, XCB_ATOM_ATOM,
-             {atoms.above, atoms.skipTaskbar, atoms.skipPager, atoms.skipSwitcher});
     change32(atoms.protocols, XCB_ATOM_ATOM, {atoms.deleteWindow, atoms.ping});
     change32(atoms.userTime, XCB_ATOM_CARDINAL, {0U});
     change32(atoms.pid, XCB_ATOM_CARDINAL, {static_cast<std::uint32_t>(getpid())});
@@ -79,6 +82,14 @@ void X11TagSurface::writeInitialProperties() {
     writeHints();
 }
 
+// A window manager removes these from a window that is withdrawn (EWMH, ICCCM 4.1.4).
+void X11TagSurface::writeStates() {
+    const auto& atoms = context_.atoms;
+    change32(atoms.state, XCB_ATOM_ATOM,
+             {atoms.above, atoms.skipTaskbar, atoms.skipPager, atoms.skipSwitcher});
+    if (desktop_) change32(atoms.desktop, XCB_ATOM_CARDINAL, {*desktop_});
+}
+
 void X11TagSurface::writeHints() {
     const auto x = static_cast<std::uint32_t>(placed_.x);
     const auto y = static_cast<std::uint32_t>(placed_.y);
@@ -91,7 +102,7 @@ void X11TagSurface::writeHints() {
 
 void X11TagSurface::writeTitle() {
     auto* connection = context_.connection.get();
-    const auto length = static_cast<std::uint32_t>(std::min<std::size_t>(title_.size(), 1024));
+    const auto length = static_cast<std::uint32_t>(title_.size());
     xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window_, context_.atoms.name,
                         context_.atoms.utf8String, 8, length, title_.data());
     xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window_, XCB_ATOM_WM_NAME,
@@ -113,13 +124,12 @@ void X11TagSurface::setFrame(const Rect& frame) {
 }
 
 void X11TagSurface::setAlpha(double alpha) {
-    alpha_ = std::clamp(alpha, 0.0, 1.0);
-    commitLater();
+    const double before = std::exchange(alpha_, std::clamp(alpha, 0.0, 1.0));
+    if (alpha_ != before) commitLater();
 }
 
 void X11TagSurface::setIgnoresMouseEvents(bool ignores) {
-    ignoresMouse_ = ignores;
-    commitLater();
+    if (std::exchange(ignoresMouse_, ignores) != ignores) commitLater();
 }
 
 void X11TagSurface::setContents(const TagLayers& layers, const std::string& title) {
@@ -148,6 +158,11 @@ void X11TagSurface::refresh() {
     commitLater();
 }
 
+PixelRect X11TagSurface::wantedPlace() const {
+    const auto place = context_.screens.coordinates().toPixels(frame_);
+    return isParked() ? PixelRect{place.x, place.y, 1, 1} : place;
+}
+
 PaintGeometry X11TagSurface::geometry() const {
     return {placed_.width, placed_.height, context_.screens.coordinates().scale(), contentScale_};
 }
@@ -160,12 +175,15 @@ void X11TagSurface::commitLater() {
 void X11TagSurface::commit() {
     commitTimer_ = {};
     if (titleChanged_) writeTitle();
-    const auto place = context_.screens.coordinates().toPixels(frame_);
+    const auto place = wantedPlace();
     const bool moved = place != placed_;
     silhouetteChanged_ = silhouetteChanged_ || place.width != placed_.width || place.height != placed_.height;
     placed_ = place;
     const bool repaint = alpha_ > 0 && (contentsChanged_ || painted_ != geometry());
-    if (repaint) upload();
+    if (repaint) {
+        silhouetteChanged_ = silhouetteChanged_ || !painted_ || painted_->contentScale != contentScale_;
+        upload();
+    }
     auto* connection = context_.connection.get();
     if (moved) {
         writeHints();
@@ -242,8 +260,10 @@ void X11TagSurface::applyInputShape() {
     const auto wanted = acceptsMouse_ && !ignoresMouse_ ? InputShape::Silhouette : InputShape::Empty;
     if (wanted == input_ && !(wanted == InputShape::Silhouette && silhouetteChanged_)) return;
     input_ = wanted;
+    auto natural = geometry();
+    natural.contentScale = 1;
     setShape(XCB_SHAPE_SK_INPUT, wanted == InputShape::Silhouette
-                                     ? context_.painter.silhouette(layers_, geometry())
+                                     ? context_.painter.silhouette(layers_, natural)
                                      : std::vector<PixelRect>{});
 }
 
@@ -259,10 +279,13 @@ void X11TagSurface::setShape(std::uint8_t kind, const std::vector<PixelRect>& re
 
 void X11TagSurface::applyMapping() {
     auto* connection = context_.connection.get();
-    if (orderedIn_ && !mapped_) xcb_map_window(connection, window_);
+    if (orderedIn_ && !mapped_) {
+        writeStates();
+        xcb_map_window(connection, window_);
+    }
     if (orderedIn_ && mapped_ && raise_) {
-        const std::uint32_t above = XCB_STACK_MODE_ABOVE;
-        xcb_configure_window(connection, window_, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+        const std::array<std::uint32_t, 3> data = {kSourcePager, XCB_WINDOW_NONE, XCB_STACK_MODE_ABOVE};
+        sendRootMessage(context_.connection, window_, context_.atoms.restack, data);
     }
     if (!orderedIn_ && mapped_) {
         xcb_unmap_window(connection, window_);
@@ -340,14 +363,45 @@ void X11TagSurface::handleMouse(const xcb_generic_event_t& event) {
     const MouseEvent mouse{context_.screens.coordinates().toPoints(button.root_x, button.root_y),
                            (button.state & XCB_MOD_MASK_SHIFT) != 0};
     const auto type = XEvents::type(event);
-    if (type == XCB_BUTTON_PRESS && button.detail == 1) {
+    if (type == XCB_MOTION_NOTIFY && buttonHeld_) {
+        drag_ = mouse;
+        if (!dragTimer_.isActive())
+            dragTimer_ = context_.runLoop.after(Duration::zero(), [this] { deliverDrag(); });
+    }
+    if (button.detail != 1) return;
+    if (type == XCB_BUTTON_PRESS) {
         buttonHeld_ = true;
+        gestureTimer_ = context_.runLoop.every(kGestureWatch, Duration::zero(), [this] { watchGesture(); });
         delegate_.mouseDown(mouse);
-    } else if (type == XCB_MOTION_NOTIFY && buttonHeld_) {
-        delegate_.mouseDragged(mouse);
-    } else if (type == XCB_BUTTON_RELEASE && button.detail == 1 && std::exchange(buttonHeld_, false)) {
+    } else if (type == XCB_BUTTON_RELEASE && buttonHeld_) {
+        deliverDrag();
+        endGesture();
         delegate_.mouseUp(mouse);
     }
+}
+
+void X11TagSurface::deliverDrag() {
+    dragTimer_.cancel();
+    if (const auto drag = std::exchange(drag_, std::nullopt)) delegate_.mouseDragged(*drag);
+}
+
+// A window that leaves the screen under a held button never learns of the release.
+void X11TagSurface::watchGesture() {
+    const auto cookie = xcb_query_pointer(context_.connection.get(), context_.connection.root());
+    const auto pointer = context_.connection.reply<xcb_query_pointer_reply_t>(cookie);
+    if (!pointer || (pointer->mask & XCB_BUTTON_MASK_1) != 0) return;
+    // A release that did come stands in the queue already, before this turn's end.
+    gestureTimer_ = context_.runLoop.after(kGestureWatch, [this] {
+        endGesture();
+        delegate_.mouseCancelled();
+    });
+}
+
+void X11TagSurface::endGesture() {
+    buttonHeld_ = false;
+    drag_.reset();
+    dragTimer_.cancel();
+    gestureTimer_.cancel();
 }
 
 void X11TagSurface::readDesktop() {
@@ -358,7 +412,7 @@ void X11TagSurface::readDesktop() {
 }
 
 void X11TagSurface::verifyPlacement() {
-    if (!mapped_ || buttonHeld_ || commitTimer_.isActive()) return;
+    if (!mapped_ || buttonHeld_ || isParked() || commitTimer_.isActive()) return;
     auto* connection = context_.connection.get();
     const auto originCookie =
         xcb_translate_coordinates(connection, window_, context_.connection.root(), 0, 0);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -62,6 +63,7 @@ class X11TagSurface final : public TagSurface {
 
     void create();
     void writeInitialProperties();
+    void writeStates();
     void writeTitle();
     void writeHints();
     void commitLater();
@@ -73,8 +75,15 @@ class X11TagSurface final : public TagSurface {
     void applyMapping();
     void setShape(std::uint8_t kind, const std::vector<PixelRect>& rectangles);
     void handleMouse(const xcb_generic_event_t& event);
+    void deliverDrag();
+    void watchGesture();
+    void endGesture();
     void readDesktop();
     void verifyPlacement();
+    // A window that can neither be seen nor clicked keeps one pixel of its place, so that neither the server
+    // nor a compositor spends memory on the rest.
+    [[nodiscard]] bool isParked() const { return alpha_ <= 0 && !acceptsMouse_; }
+    [[nodiscard]] PixelRect wantedPlace() const;
     [[nodiscard]] PaintGeometry geometry() const;
     template <typename T>
     void change32(xcb_atom_t property, xcb_atom_t type, std::initializer_list<T> values);
@@ -104,8 +113,11 @@ class X11TagSurface final : public TagSurface {
     InputShape input_ = InputShape::Unset;
     std::optional<std::uint32_t> desktop_;
     std::optional<PixelRect> refusedPlace_;
+    std::optional<MouseEvent> drag_;  // the last of a burst, not yet delivered
     Timer commitTimer_;
     Timer placementTimer_;
+    Timer dragTimer_;
+    Timer gestureTimer_;
 };
 
 }  // namespace platform::x11

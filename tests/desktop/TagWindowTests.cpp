@@ -47,16 +47,16 @@ class TaggedDesktop : public PrivateDesktop {
         std::ofstream(file) << content;
     }
 
-    // The smaller (the tag) or the larger (its backup) of the windows with that label; 0 while there are not
+    // The older (the tag) or the newer (its backup) of the windows with that label; 0 while there are not
     // both.
     xcb_window_t window(const std::string& label, bool backup = false) {
-        std::vector<std::pair<int, xcb_window_t>> found;
+        std::vector<xcb_window_t> found;
         for (const auto each : x().allWindows())
             if (x().text(each, "_NET_WM_NAME") == label && x().cardinal(each, "_NET_WM_PID"))
-                found.emplace_back(x().geometry(each).value_or(Rectangle{}).width, each);
+                found.push_back(each);
         std::ranges::sort(found);
         if (found.size() != 2) return 0;
-        return backup ? found.back().second : found.front().second;
+        return backup ? found.back() : found.front();
     }
 
     // Moves the pointer there and waits until the tag, and its frame, take the mouse.

@@ -147,6 +147,40 @@ TEST_F(TagManagerTest, DecidesWhatIsSeen) {
     }
 }
 
+TEST_F(TagManagerTest, HidesFromTheFirstMomentWhatIsHiddenAtTheStart) {
+    settings_.killSwitchActive.set(true);
+    store_.tags[1].spaceUUID = "gone";
+    manager_.start();
+    for (std::size_t tag = 0; tag < 2; ++tag) {
+        EXPECT_EQ(seen(tag).alpha, 0);
+        EXPECT_TRUE(seen(tag).ignoresMouseEvents);
+    }
+    EXPECT_TRUE(seen(0).orderedIn);
+    EXPECT_FALSE(seen(1).orderedIn);
+}
+
+TEST_F(TagManagerTest, FollowsTheLastOfSeveralDecisionsOfOneMoment) {
+    start();
+    settings_.killSwitchActive.set(true);
+    settings_.killSwitchActive.set(false);
+    loop_.advance(seconds(0.5));
+    EXPECT_EQ(seen(0).alpha, 1);
+    settings_.killSwitchActive.set(true);
+    loop_.advance(seconds(0.5));
+    settings_.killSwitchActive.set(false);
+    settings_.killSwitchActive.set(true);
+    loop_.advance(seconds(0.5));
+    EXPECT_EQ(seen(0).alpha, 0);
+    EXPECT_TRUE(seen(0).ignoresMouseEvents);
+
+    const auto screens = screens_.screens();
+    const Rect home = seen(0).frame;
+    screens_.setScreens({{platform::DisplayId{1}, {0, 0, 800, 600}, {0, 0, 800, 600}, 1}});
+    screens_.setScreens(screens);
+    loop_.advance(seconds(0.5));
+    EXPECT_EQ(seen(0).frame, home);
+}
+
 TEST_F(TagManagerTest, PlacesTheBackupForEachStyle) {
     start();
     const Rect main = seen(0).frame;

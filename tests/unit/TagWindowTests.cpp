@@ -89,6 +89,16 @@ TEST_F(TagWindowTest, ComesUpWhereItBelongs) {
     }
 }
 
+TEST_F(TagWindowTest, AssumesAScreenWhereThereIsNone) {
+    screens_.setScreens({});
+    const Rect frame = seen(make(std::nullopt, 1)).frame;
+    EXPECT_EQ(frame.maxX(), 1440 - 24);
+    EXPECT_EQ(frame.maxY(), 900 - 24 - (frame.height + 10));
+    press({0, 0});
+    drag({5000, 0});
+    EXPECT_EQ(seen(*window_).frame.x, frame.x + 5000) << "nothing to stay within";
+}
+
 TEST_F(TagWindowTest, HasAnInvisibleBackupThatNeverTakesTheMouse) {
     auto& window = make();
     ASSERT_TRUE(window.mcBackup());
@@ -129,6 +139,20 @@ TEST_F(TagWindowTest, TellsClicksFromDrags) {
             EXPECT_EQ(moves_.front(), std::pair(window.frame(), true));
         }
     }
+}
+
+TEST_F(TagWindowTest, ForgetsAGestureThatTheDesktopTookAway) {
+    auto& window = make();
+    press({700, 450});
+    drag({750, 450});
+    const Rect there = window.frame();
+    seen(window).delegate->mouseCancelled();
+    EXPECT_FALSE(window.isInGesture());
+    EXPECT_TRUE(editing_.sources().empty());
+    drag({900, 450});
+    EXPECT_EQ(window.frame(), there);
+    EXPECT_TRUE(moves_.empty());
+    EXPECT_EQ(clicks_, 0);
 }
 
 TEST_F(TagWindowTest, SwallowsTheSecondClickOfADoubleClick) {
@@ -209,6 +233,12 @@ TEST_F(TagWindowTest, AnimatesItsFrame) {
     EXPECT_EQ(loop_.pendingTimers(), 0u);
     EXPECT_EQ(seen(window).layers.tintLayer.frame, (Rect{20, 20, 260, 100}));
     EXPECT_TRUE(moves_.empty());
+
+    window.applyFrameAndSize(TagSize::Large, "Mail", {200, 100, 300, 140}, true);
+    loop_.advance(seconds(0.22 / 4 + 1e-6));
+    EXPECT_NEAR(window.frame().x, 106, 4) << "slow at first: 4 t³ is 1/16 after a quarter";
+    EXPECT_EQ(window.targetFrame(), (Rect{200, 100, 300, 140}));
+    loop_.advance(seconds(1));
 
     window.setFrameWithoutPersisting(from, true);
     loop_.advance(seconds(0.05));
