@@ -13,6 +13,8 @@ namespace platform::x11 {
 namespace {
 
 constexpr auto kPlacementSettles = std::chrono::milliseconds(250);
+constexpr auto kManagedWithin = std::chrono::milliseconds(500);
+constexpr auto kLongestManagedWithin = std::chrono::seconds(16);
 constexpr auto kGestureWatch = std::chrono::milliseconds(250);
 // EWMH source indications. A window manager may take a raise asked for by an application for a call for
 // attention; one that a pager asks for is the user's.
@@ -281,13 +283,15 @@ void X11TagSurface::applyMapping() {
     auto* connection = context_.connection.get();
     if (orderedIn_ && !mapped_) {
         writeStates();
-        xcb_map_window(connection, window_);
+        mapUntilManaged(kManagedWithin);
     }
     if (orderedIn_ && mapped_ && raise_) {
         const std::array<std::uint32_t, 3> data = {kSourcePager, XCB_WINDOW_NONE, XCB_STACK_MODE_ABOVE};
         sendRootMessage(context_.connection, window_, context_.atoms.restack, data);
     }
     if (!orderedIn_ && mapped_) {
+        mapTimer_.cancel();
+        managed_ = false;
         xcb_unmap_window(connection, window_);
         xcb_unmap_notify_event_t withdrawn{};  // ICCCM 4.1.4: told to the window manager as well
         withdrawn.response_type = XCB_UNMAP_NOTIFY;
@@ -299,6 +303,17 @@ void X11TagSurface::applyMapping() {
     }
     mapped_ = orderedIn_;
     raise_ = false;
+}
+
+// A window manager that is just starting may overlook a window that is mapped meanwhile. To map a window
+// again that a window manager has taken over would ask for its activation.
+void X11TagSurface::mapUntilManaged(Duration patience) {
+    xcb_map_window(context_.connection.get(), window_);
+    context_.connection.flush();
+    if (patience > kLongestManagedWithin) return;
+    mapTimer_ = context_.runLoop.after(patience, [this, patience] {
+        if (!managed_) mapUntilManaged(2 * patience);
+    });
 }
 
 void X11TagSurface::moveToDesktop(std::uint32_t desktop) {
@@ -340,10 +355,12 @@ void X11TagSurface::handle(const xcb_generic_event_t& event) {
         case XCB_CONFIGURE_NOTIFY:
             placementTimer_ = context_.runLoop.after(kPlacementSettles, [this] { verifyPlacement(); });
             break;
-        case XCB_PROPERTY_NOTIFY:
-            if (reinterpret_cast<const xcb_property_notify_event_t&>(event).atom == context_.atoms.desktop)
-                readDesktop();
+        case XCB_PROPERTY_NOTIFY: {
+            const auto atom = reinterpret_cast<const xcb_property_notify_event_t&>(event).atom;
+            managed_ = managed_ || atom == context_.atoms.wmState;
+            if (atom == context_.atoms.desktop) readDesktop();
             break;
+        }
         case XCB_CLIENT_MESSAGE: {
             auto message = reinterpret_cast<const xcb_client_message_event_t&>(event);
             if (message.type != context_.atoms.protocols || message.data.data32[0] != context_.atoms.ping)

@@ -73,6 +73,7 @@ class X11TagSurface final : public TagSurface {
     void applyBoundingShape();
     void applyInputShape();
     void applyMapping();
+    void mapUntilManaged(Duration patience);
     void setShape(std::uint8_t kind, const std::vector<PixelRect>& rectangles);
     void handleMouse(const xcb_generic_event_t& event);
     void deliverDrag();
@@ -100,6 +101,7 @@ class X11TagSurface final : public TagSurface {
     bool ignoresMouse_ = false;
     bool orderedIn_ = false;
     bool mapped_ = false;
+    bool managed_ = false;  // a window manager has taken it over
     bool raise_ = false;
     bool titleChanged_ = true;
     bool contentsChanged_ = true;
@@ -115,6 +117,7 @@ class X11TagSurface final : public TagSurface {
     std::optional<PixelRect> refusedPlace_;
     std::optional<MouseEvent> drag_;  // the last of a burst, not yet delivered
     Timer commitTimer_;
+    Timer mapTimer_;
     Timer placementTimer_;
     Timer dragTimer_;
     Timer gestureTimer_;

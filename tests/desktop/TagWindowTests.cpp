@@ -164,6 +164,31 @@ TEST_P(TagWindowsTest, FollowADragAndStopPastTheEdge) {
     EXPECT_TRUE(waitUntil([&] { return x.geometry(tag)->x == -20; })) << x.geometry(tag)->x;
 }
 
+TEST_P(TagWindowsTest, EndADragWhoseReleaseTheyNeverSee) {
+    TaggedDesktop desktop(GetParam().windowManager);
+    desktop.environment["ORVELLO_DEBUG"] = "1";
+    auto application = desktop.start({desktop.program("orvello")});
+    ASSERT_TRUE(desktop.waitForTagOf(0)) << application.standardError();
+    const auto saysLast = [&](const std::string& editing) {
+        return waitUntil([&] {
+            const auto said = application.standardError();
+            const auto at = said.rfind("editingContext.isActive=");
+            return at != std::string::npos && said.substr(said.find('=', at) + 1).starts_with(editing);
+        });
+    };
+    const auto place = desktop.x().geometry(desktop.window("Mail")).value();
+    const int middle = place.y + place.height / 2;
+    ASSERT_TRUE(desktop.pointAtTag(desktop.window("Mail"), place.x + place.width / 2, middle));
+    auto hands = desktop.devices();
+    hands.pressButton(XCB_BUTTON_INDEX_1);
+    ASSERT_TRUE(saysLast("true"));
+    ASSERT_TRUE(desktop.goToDesktop(3));
+    ASSERT_TRUE(desktop.waitForTagOf(3));
+    hands.movePointer(place.x - 200, middle);
+    hands.releaseButton(XCB_BUTTON_INDEX_1);
+    EXPECT_TRUE(saysLast("false"));
+}
+
 TEST_P(TagWindowsTest, SurviveTheWindowManagersReplacement) {
     TaggedDesktop desktop(GetParam().windowManager);
     auto application = desktop.start({desktop.program("orvello")});
@@ -207,6 +232,26 @@ TEST(TagWindowTest, ChangesItsShapeAsACompositorComesAndGoes) {
     desktop.stopCompositor();
     EXPECT_TRUE(waitUntil([&] { return !isWhole(); }));
     EXPECT_TRUE(desktop.waitForTagOf(0));
+}
+
+TEST(TagWindowTest, AsksAgainWhenAStartingWindowManagerOverlooksIt) {
+    PrivateDesktop desktop({.windowManager = {.kind = WindowManager::None}});
+    TaggedDesktop::write(
+        desktop.dataFolder() / "orvello/tags.json",
+        {{{"id", "00000000-1111-4111-8111-111111111111"}, {"label", "Mail"}, {"colorHex", "#3B82F6"}}});
+    auto* const connection = desktop.x().connection();
+    const std::uint32_t mask = XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT;
+    xcb_change_window_attributes(connection, desktop.x().root(), XCB_CW_EVENT_MASK, &mask);
+    desktop.x().synchronize();
+    auto application = desktop.start({desktop.program("orvello")});
+    std::map<xcb_window_t, int> requests;
+    EXPECT_TRUE(waitUntil([&] {
+        while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection)})
+            if ((event->response_type & 0x7F) == XCB_MAP_REQUEST)
+                ++requests[reinterpret_cast<const xcb_map_request_event_t&>(*event).window];
+        return requests.size() == 2 &&
+               std::ranges::all_of(requests, [](const auto& each) { return each.second > 1; });
+    })) << application.standardError();
 }
 
 TEST(TagWindowTest, FollowsAChangeOfTheScreen) {
