@@ -91,35 +91,38 @@ TEST_F(DiagnosticsReportTests, DescribesTheApplication) {
 }
 
 TEST_F(DiagnosticsReportTests, SavesWhereItCanAndShowsTheFile) {
+    const std::filesystem::path desktop = "/home/user/Desktop";
+    const std::filesystem::path temporary = "/tmp/";
+    folders_.temporaryFolder = temporary;
     struct Row {
         const char* name;
         std::optional<std::filesystem::path> desktop;
+        Paths taken;
         std::set<std::filesystem::path> unwritable;
         Paths shown;
-        bool logged;
+        std::string failure;
     };
-    const std::filesystem::path desktop = "/home/user/Desktop";
-    const std::filesystem::path temporary = "/tmp";
-    const Row rows[] = {{"Desktop", desktop, {}, {desktop / kName}, false},
-                        {"no Desktop", std::nullopt, {}, {temporary / kName}, false},
-                        {"Desktop not writable", desktop, {desktop}, {temporary / kName}, true},
-                        {"nothing writable", desktop, {"/"}, {}, true}};
+    const Row rows[] = {
+        {"Desktop", desktop, {desktop / kName}, {}, {desktop / kName}, ""},
+        {"no Desktop", {}, {}, {}, {temporary / kName}, ""},
+        {"no Desktop, planted", {}, {temporary / kName}, {}, {}, "rename: File exists"},
+        {"Desktop not writable", desktop, {}, {desktop}, {temporary / kName}, "open: Permission denied"},
+        {"nothing writable", desktop, {}, {"/"}, {}, "open: Permission denied"}};
+    const auto before = files_;
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         connect(false);
+        files_ = before;
         fileBrowser_.revealed.clear();
-        files_.writes.clear();
         folders_.desktopFolder = row.desktop;
+        for (const auto& path : row.taken) files_.put(path, "somebody's");
         files_.unwritable = row.unwritable;
         save();
         EXPECT_EQ(fileBrowser_.revealed, row.shown);
         EXPECT_EQ(files_.writes.size(), row.shown.size());
-        ASSERT_EQ(timelineSnapshot().size(), row.logged ? 1U : 0U);
-        if (row.logged) {
-            EXPECT_EQ(timelineSnapshot()[0],
-                      "[09:00:00.000] nav saveDiagnostics: Desktop write failed (open: Permission denied); "
-                      "trying temp dir");
-        }
+        const auto line =
+            "[09:00:00.000] nav saveDiagnostics: Desktop write failed (" + row.failure + "); trying temp dir";
+        EXPECT_EQ(timelineSnapshot(), std::vector<std::string>(row.failure.empty() ? 0 : 1, line));
     }
 }
 
