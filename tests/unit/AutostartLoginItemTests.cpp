@@ -38,6 +38,11 @@ TEST_F(AutostartLoginItemTests, HidesTheEntryAndKeepsTheRest) {
                          "# c\n[Desktop Entry]\r\nHidden=true\nName=a\n[X]\nHidden=true"},
                         {"[Desktop Entry]\nX-Hidden=true\n#Hidden=true", true,
                          "[Desktop Entry]\nHidden=true\nX-Hidden=true\n#Hidden=true"},
+                        {"[Desktop Entry]\nHidden=false", true, "[Desktop Entry]\nHidden=true"},
+                        {"[Desktop Entry]\nX-GNOME-Autostart-enabled=false", false,
+                         "[Desktop Entry]\nX-GNOME-Autostart-enabled=false"},
+                        {"[Desktop Entry]\nX-GNOME-Autostart-enabled=true", true,
+                         "[Desktop Entry]\nHidden=true\nX-GNOME-Autostart-enabled=true"},
                         {"[Desktop Entry]\nHidden= true \n", false, "[Desktop Entry]\nHidden= true \n"},
                         {"Name=a\n", false, "Name=a\n"},
                         {"", false, ""}};
