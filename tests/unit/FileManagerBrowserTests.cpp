@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <iterator>
 
 #include "platform/freedesktop/DetachedProcess.h"
 #include "tests/support/PollRunLoop.h"
@@ -59,13 +60,19 @@ TEST_F(FileManagerBrowserTests, OpensTheFolderWhenThereIsNoFileManager) {
 TEST(DetachedProcessTests, RunsOnItsOwnAndSaysWhenItCannotStart) {
     const desktop_test::TemporaryFolder folder;
     const auto file = folder.path() / "out";
+    // Its session, and which of the first descriptors lead nowhere.
     const std::vector<std::string> script = {
-        "-c", "cut -d' ' -f6 /proc/self/stat > \"$1.new\"; mv \"$1.new\" \"$1\"", "sh", file.string()};
+        "-c",
+        "r=$(cut -d' ' -f6 /proc/$$/stat; for n in 0 1 3 4 5 6 7 8 9; do "
+        "test /proc/$$/fd/$n -ef /dev/null && echo $n; done); echo $r >\"$1.new\"; mv \"$1.new\" \"$1\"",
+        "sh", file.string()};
     ASSERT_TRUE(startDetached("sh", script));
     ASSERT_TRUE(desktop_test::waitUntil([&] { return std::filesystem::exists(file); }));
+    std::ifstream report(file);
     int session = 0;
-    std::ifstream(file) >> session;
+    report >> session;
     EXPECT_NE(session, ::getsid(0));
+    EXPECT_EQ(std::vector<int>(std::istream_iterator<int>(report), {}), (std::vector{0, 1}));
     EXPECT_FALSE(startDetached("/no/such/program", {}));
     EXPECT_FALSE(startDetached("no-such-program", {}));
 }
