@@ -191,7 +191,10 @@ TEST(SettingsTests, WriteWhatASubscriberAssignsInTurn) {
     const auto veto = f.settings.killSwitchActive.subscribe([&](bool active) {
         if (active) f.settings.killSwitchActive.set(false);
     });
+    std::vector<bool> told;
+    const auto later = f.settings.killSwitchActive.subscribe([&](bool active) { told.push_back(active); });
     f.settings.killSwitchActive.set(true);
+    EXPECT_EQ(told, (std::vector{false, false})) << "never the value that was replaced already";
     EXPECT_FALSE(f.settings.killSwitchActive.get());
     EXPECT_EQ(f.defaults.value("killSwitchActive"), platform::DefaultsValue(false));
 }
