@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/freedesktop/KwinDesktops.h"
-#include "tests/support/PollRunLoop.h"
+#include "tests/support/MainLoop.h"
 #include "tests/support/PrivateBus.h"
 
 namespace platform::freedesktop {
@@ -45,12 +45,13 @@ class SessionBusTests : public testing::Test {
         Answer answer;
         const auto pending = bus.call(call, into(answer));
         EXPECT_FALSE(answer.delivered);
-        EXPECT_TRUE(runLoop_.runUntil([&] { return answer.delivered; }));
+        EXPECT_TRUE(mainLoop_.runUntil([&] { return answer.delivered; }));
         return answer;
     }
 
     desktop_test::PrivateBus daemon_;
-    desktop_test::PollRunLoop runLoop_;
+    desktop_test::MainLoop mainLoop_;
+    ui::QtRunLoop& runLoop_ = mainLoop_.runLoop;
     SystemdLibrary library_;
     int attempts_ = 0;
 };
@@ -115,7 +116,7 @@ TEST_F(SessionBusTests, AnswersAbsentWithoutWaitingWhenNobodyCan) {
     daemon_.stop();
     auto other = makeBus();
     EXPECT_FALSE(answerTo(other, exampleCall()).arguments);
-    EXPECT_LT(runLoop_.longestAction(), kLongestBusCall);
+    EXPECT_LT(mainLoop_.longestTurn, kLongestBusCall);
     daemon_.resume();
 
     SystemdLibrary missing("libsystemd-that-is-not-there.so.0");
@@ -131,9 +132,9 @@ TEST_F(SessionBusTests, ComesBackWithTheBusAndDoesNotTryAllTheTime) {
         auto call = exampleCall();
         call.timeout = desktop_test::kGenerousDeadline * 2;
         const auto pending = bus.call(call, into(inFlight));
-        EXPECT_TRUE(runLoop_.runUntil([&] { return silent.calls().size() == 1; }));
+        EXPECT_TRUE(mainLoop_.runUntil([&] { return silent.calls().size() == 1; }));
         daemon_.end();
-        EXPECT_TRUE(runLoop_.runUntil([&] { return inFlight.delivered; }));
+        EXPECT_TRUE(mainLoop_.runUntil([&] { return inFlight.delivered; }));
         EXPECT_FALSE(inFlight.arguments);
     }
     attempts_ = 0;
@@ -143,7 +144,7 @@ TEST_F(SessionBusTests, ComesBackWithTheBusAndDoesNotTryAllTheTime) {
 
     daemon_.restart();
     const StandInService service(daemon_.address(), kService, answerWith("s", "here"));
-    EXPECT_TRUE(runLoop_.runUntil([&] { return answerTo(bus, exampleCall()).arguments == json({"here"}); }));
+    EXPECT_TRUE(mainLoop_.runUntil([&] { return answerTo(bus, exampleCall()).arguments == json({"here"}); }));
 }
 
 TEST_F(SessionBusTests, DeliversNothingAfterTheSubscriptionOrTheBusEnds) {
@@ -167,7 +168,7 @@ TEST_F(SessionBusTests, RequestsKwinDesktopIds) {
     const auto request = [&] {
         const auto count = answers.size();
         const auto pending = kwin.requestIds([&](const auto& ids) { answers.push_back(ids); });
-        EXPECT_TRUE(runLoop_.runUntil([&] { return answers.size() > count; }));
+        EXPECT_TRUE(mainLoop_.runUntil([&] { return answers.size() > count; }));
     };
     request();
     const StandInService service(daemon_.address(), "org.kde.KWin",
