@@ -11,7 +11,8 @@ void AppDelegate::applicationDidFinishLaunching() {
 void AppDelegate::startCore() {
     coreStarted_ = true;
     probeSpaceReader();
-    tagManager_.start();
+    tagManager_ = &makeTagManager_();
+    tagManager_->start();
 }
 
 void AppDelegate::probeSpaceReader() const {
@@ -23,7 +24,7 @@ void AppDelegate::probeSpaceReader() const {
 }
 
 void AppDelegate::applicationWillTerminate() {
-    if (coreStarted_) tagManager_.stop();
+    if (coreStarted_) tagManager_->stop();
 }
 
 }  // namespace orvellos

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <functional>
+#include <utility>
+
 #include "orvellos/SpaceIdentifier.h"
 #include "orvellos/TagManager.h"
 
@@ -8,8 +11,10 @@ namespace orvellos {
 // The life of the running application: starts the core, and stops it at the end.
 class AppDelegate {
   public:
-    AppDelegate(const SpaceIdentifier& spaces, TagManager& tagManager)
-        : spaces_(spaces), tagManager_(tagManager) {}
+    // `makeTagManager` is called once, when the core starts: only then the user's tags are loaded. The
+    // manager outlives the delegate.
+    AppDelegate(const SpaceIdentifier& spaces, std::function<TagManager&()> makeTagManager)
+        : spaces_(spaces), makeTagManager_(std::move(makeTagManager)) {}
 
     void applicationDidFinishLaunching();
     // Nothing is saved here: every change was written when it was made.
@@ -20,7 +25,8 @@ class AppDelegate {
     void probeSpaceReader() const;
 
     const SpaceIdentifier& spaces_;
-    TagManager& tagManager_;
+    std::function<TagManager&()> makeTagManager_;
+    TagManager* tagManager_ = nullptr;  // from the start of the core on
     bool coreStarted_ = false;
 };
 

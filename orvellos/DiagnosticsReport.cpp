@@ -27,10 +27,13 @@ std::vector<TextPair> redactedLabels(std::span<const Tag> tags) {
     return pairs;
 }
 
-// Shows the file once it is written.
-platform::MaybeError writeAndReveal(const DiagnosticsServices& services, const std::filesystem::path& file,
-                                    const std::string& report) {
-    auto error = services.files.writeAtomically(file, report);
+// Shows the file once it is written. In the temporary folder, which may be everybody's, nothing is written
+// through a name that is there already.
+platform::MaybeError writeAndReveal(const DiagnosticsServices& services, const std::filesystem::path& folder,
+                                    const std::string& name, const std::string& report) {
+    const auto file = folder / name;
+    auto error = folder == services.folders.temporary() ? services.files.writeNew(file, report)
+                                                        : services.files.writeAtomically(file, report);
     if (!error) services.fileBrowser.reveal(file);
     return error;
 }
@@ -89,11 +92,11 @@ void saveDiagnostics(const DiagnosticsServices& services, const Settings& settin
                                   platform::localTimeText(services.clock.wallNow(), "%Y%m%d-%H%M%S"));
     const auto temporary = services.folders.temporary();
     const auto folder = services.folders.desktop().value_or(temporary);
-    const auto error = writeAndReveal(services, folder / name, report);
+    const auto error = writeAndReveal(services, folder, name, report);
     if (!error) return;
     log(LogCategory::Nav,
         fmt::format("saveDiagnostics: Desktop write failed ({}); trying temp dir", error->description));
-    (void)writeAndReveal(services, temporary / name, report);
+    (void)writeAndReveal(services, temporary, name, report);
 }
 
 }  // namespace orvellos

@@ -87,20 +87,19 @@ Visibility storedVisibility(const platform::DefaultsStore& defaults) {
 Settings::Settings(platform::DefaultsStore& store, platform::LoginItem& loginItem,
                    const std::optional<platform::Screen>& mainScreen)
     : defaults(migrateLegacyKeys(store, mainScreen)),
-      visibilityMode(store, objectWillChange_, "visibilityMode", storedVisibility(store).mode),
-      showRevealOnSwipe(store, objectWillChange_, "showRevealOnSwipe", storedVisibility(store).revealOnSwipe),
-      killSwitchActive(store, objectWillChange_, "killSwitchActive",
+      visibilityMode(store, objectChanged_, "visibilityMode", storedVisibility(store).mode),
+      showRevealOnSwipe(store, objectChanged_, "showRevealOnSwipe", storedVisibility(store).revealOnSwipe),
+      killSwitchActive(store, objectChanged_, "killSwitchActive",
                        stored(store, "killSwitchActive", stored(store, "hideAllLabels", false))),
-      tagSize(store, objectWillChange_, "tagSize", stored(store, "tagSize", TagSize::Medium)),
-      embiggenAllTags(store, objectWillChange_, "embiggenAllTags", stored(store, "embiggenAllTags", false)),
-      missionControlStyle(store, objectWillChange_, "missionControlStyle",
+      tagSize(store, objectChanged_, "tagSize", stored(store, "tagSize", TagSize::Medium)),
+      embiggenAllTags(store, objectChanged_, "embiggenAllTags", stored(store, "embiggenAllTags", false)),
+      missionControlStyle(store, objectChanged_, "missionControlStyle",
                           stored(store, "missionControlStyle", MissionControlStyle::HeaderBar)),
-      hasSeenWelcome(store, objectWillChange_, "hasSeenWelcome", stored(store, "hasSeenWelcome", false)),
-      lastWelcomeVersion(store, objectWillChange_, "lastWelcomeVersion",
+      hasSeenWelcome(store, objectChanged_, "hasSeenWelcome", stored(store, "hasSeenWelcome", false)),
+      lastWelcomeVersion(store, objectChanged_, "lastWelcomeVersion",
                          stored(store, "lastWelcomeVersion", std::int64_t{0})),
-      globalTagShape(store, objectWillChange_, "globalTagShape",
-                     stored(store, "globalTagShape", TagShape::Tag)),
-      globalAnchoredPosition(store, objectWillChange_, "globalAnchoredPosition",
+      globalTagShape(store, objectChanged_, "globalTagShape", stored(store, "globalTagShape", TagShape::Tag)),
+      globalAnchoredPosition(store, objectChanged_, "globalAnchoredPosition",
                              storedValue<AnchoredPosition>(store, "globalAnchoredPosition")),
       loginItem_(loginItem) {}
 
@@ -109,7 +108,7 @@ void Settings::setLaunchAtLogin(bool enabled) {
         const auto error = enabled ? loginItem_.enable() : loginItem_.disable();
         if (error) logGeneral(fmt::format("orvello: launch-at-login toggle failed: {}", error->description));
     }
-    objectWillChange_.notify();
+    objectChanged_.notify();
 }
 
 }  // namespace orvellos

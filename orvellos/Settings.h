@@ -40,7 +40,7 @@ class Settings {
 
     // Called with every assignment of a field and after every setLaunchAtLogin.
     platform::Subscription subscribe(std::function<void()> callback) {
-        return objectWillChange_.subscribe(std::move(callback));
+        return objectChanged_.subscribe(std::move(callback));
     }
 
     // The state of the login item itself; it is not stored here.
@@ -49,7 +49,7 @@ class Settings {
     void setLaunchAtLogin(bool enabled);
 
   private:
-    Observers<> objectWillChange_;
+    Observers<> objectChanged_;
     platform::LoginItem& loginItem_;
 };
 

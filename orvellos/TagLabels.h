@@ -20,7 +20,6 @@ struct MiniTag {
 // Which label each Space has, made from the text of a tag file.
 class TagLabels {
   public:
-    TagLabels() = default;
     // Of several tags of one Space the last counts. A text that does not decode gives no labels.
     explicit TagLabels(std::string_view json);
 

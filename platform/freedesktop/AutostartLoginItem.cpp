@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -47,38 +48,43 @@ class DesktopEntry {
             start = end + 1;
         }
         const auto isMain = [](const std::string& line) { return trimmed(line) == kMainGroup; };
+        const auto isHeader = [](const std::string& line) { return line.starts_with('['); };
         const auto header = std::ranges::find_if(lines_, isMain);
         hasMainGroup_ = header != lines_.end();
-        first_ = hasMainGroup_ ? header + 1 : header;
-        end_ = std::find_if(first_, lines_.end(), [](const auto& line) { return line.starts_with('['); });
+        const auto first = hasMainGroup_ ? header + 1 : header;
+        before_ = first - lines_.begin();
+        after_ = lines_.end() - std::find_if(first, lines_.end(), isHeader);
     }
-
-    DesktopEntry(const DesktopEntry&) = delete;
-    DesktopEntry& operator=(const DesktopEntry&) = delete;
 
     // Whether a session would start it.
     [[nodiscard]] bool isOn() const {
-        const auto hides = [](const std::string& line) {
-            return isHiddenKey(line) && trimmed(line.substr(line.find('=') + 1)) == "true";
+        const auto isOff = [](const std::string& line) {
+            return is(line, kHiddenKey, "true") || is(line, "X-GNOME-Autostart-enabled", "false");
         };
-        return hasMainGroup_ && std::none_of(first_, end_, hides);
+        return hasMainGroup_ && std::none_of(lines_.begin() + before_, lines_.end() - after_, isOff);
     }
 
     [[nodiscard]] std::string hiddenText() && {
-        lines_.erase(std::remove_if(first_, end_, isHiddenKey), end_);
-        lines_.insert(first_, fmt::format("{}=true", kHiddenKey));
+        const auto hides = [](const std::string& line) { return keyOf(line) == kHiddenKey; };
+        const auto end = lines_.end() - after_;
+        lines_.erase(std::remove_if(lines_.begin() + before_, end, hides), end);
+        lines_.insert(lines_.begin() + before_, fmt::format("{}=true", kHiddenKey));
         return fmt::format("{}", fmt::join(lines_, "\n"));
     }
 
   private:
-    static bool isHiddenKey(const std::string& line) {
+    // Empty for a line that assigns nothing.
+    static std::string_view keyOf(std::string_view line) {
         const auto equals = line.find('=');
-        return equals != std::string::npos && trimmed(std::string_view(line).substr(0, equals)) == kHiddenKey;
+        return equals == std::string_view::npos ? std::string_view() : trimmed(line.substr(0, equals));
+    }
+    static bool is(std::string_view line, std::string_view key, std::string_view value) {
+        return keyOf(line) == key && trimmed(line.substr(line.find('=') + 1)) == value;
     }
 
     std::vector<std::string> lines_;
-    std::vector<std::string>::iterator first_;
-    std::vector<std::string>::iterator end_;
+    std::ptrdiff_t before_ = 0;  // how many lines are not of the main group at the start, its header included
+    std::ptrdiff_t after_ = 0;   // and at the end
     bool hasMainGroup_ = false;
 };
 

@@ -10,7 +10,8 @@
 namespace platform::freedesktop {
 
 // The application's entry among the programs that the session starts (Desktop Application Autostart
-// Specification). It is off when there is no entry, or one with Hidden=true.
+// Specification). It is off when there is no entry, or one with Hidden=true, or one
+// that GNOME's own settings have turned off (X-GNOME-Autostart-enabled=false).
 class AutostartLoginItem final : public LoginItem {
   public:
     // `configHome` is where the user's settings are; without it the item is off and cannot be enabled.

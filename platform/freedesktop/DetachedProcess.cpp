@@ -22,6 +22,7 @@ namespace {
     const int nothing = ::open("/dev/null", O_RDWR);
     ::dup2(nothing, STDIN_FILENO);
     ::dup2(nothing, STDOUT_FILENO);
+    if (nothing > STDERR_FILENO) ::close(nothing);
     ::execvp(arguments[0], arguments);
     (void)!::write(report, "", 1);
     ::_exit(127);

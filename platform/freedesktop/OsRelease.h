@@ -18,6 +18,7 @@ class OsRelease final : public SystemInformation {
     explicit OsRelease(const FileSystem& files) : files_(files) {}
 
     [[nodiscard]] std::string operatingSystemVersion() const override;
+    // A link that the kernel follows to the running program even when its file has been replaced since.
     [[nodiscard]] std::optional<std::filesystem::path> executablePath() const override;
 
   private:

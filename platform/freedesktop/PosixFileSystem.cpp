@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <charconv>
+#include <csignal>
 #include <system_error>
 
 namespace platform::freedesktop {
@@ -19,6 +21,8 @@ constexpr mode_t kPrivateFolder = 0700;
 constexpr mode_t kPermissionBits = 0777;
 constexpr int kMostLinks = 40;  // the kernel's own bound on a chain of symbolic links
 constexpr int kMostTemporaryNames = 100;
+constexpr std::string_view kTemporaryPrefix = ".orvello-";
+constexpr std::string_view kTemporarySuffix = ".tmp";
 
 Error failure(std::string_view operation, int code = errno) {
     return {fmt::format("{}: {}", operation, std::generic_category().message(code))};
@@ -59,16 +63,29 @@ Result<fs::path> linkTarget(fs::path path) {
     return failure("open", ELOOP);
 }
 
-// The permissions to give the file that will be at `path`.
-Result<mode_t> permissionsFor(const fs::path& path) {
-    struct stat status {};
-    if (::stat(path.c_str(), &status) != 0) {
-        if (errno == ENOENT) return kPrivateFile;
-        return failure("stat");
+// The permissions for a file whose group is not the intended one: its group may do no more than everybody.
+mode_t withoutGroup(mode_t permissions) {
+    const mode_t ofAll = (permissions & S_IRWXO) << 3;
+    return (permissions & ~S_IRWXG) | (permissions & S_IRWXG & ofAll);
+}
+
+// The process that wrote a temporary file; absent when the name is not of that form.
+std::optional<pid_t> writerOf(std::string_view name) {
+    if (!name.starts_with(kTemporaryPrefix) || !name.ends_with(kTemporarySuffix)) return std::nullopt;
+    name.remove_prefix(kTemporaryPrefix.size());
+    pid_t writer = 0;
+    const auto [end, error] = std::from_chars(name.begin(), name.end(), writer);
+    if (error != std::errc() || *end != '-' || writer <= 0) return std::nullopt;
+    return writer;
+}
+
+// Removes what writers left behind that were killed.
+void removeAbandonedTemporaries(const fs::path& folder) {
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        const auto writer = writerOf(entry->path().filename().native());
+        if (writer && ::kill(*writer, 0) != 0 && errno == ESRCH) ::unlink(entry->path().c_str());
     }
-    if (S_ISDIR(status.st_mode)) return failure("open", EISDIR);
-    if (!S_ISREG(status.st_mode)) return Error{"open: Not a regular file"};
-    return status.st_mode & kPermissionBits;
 }
 
 // Takes a name that nobody has with an empty file or folder, which a rename may then replace: so a file
@@ -99,7 +116,7 @@ Result<std::string> readWhole(int file, std::size_t expected) {
 
 bool PosixFileSystem::exists(const fs::path& path) const {
     struct stat status {};
-    return ::lstat(path.c_str(), &status) == 0;
+    return ::stat(path.c_str(), &status) == 0 || (errno != ENOENT && errno != ENOTDIR);
 }
 
 Result<std::string> PosixFileSystem::read(const fs::path& path) const {
@@ -129,8 +146,10 @@ MaybeError PosixFileSystem::sync(int file) const {
     return std::nullopt;
 }
 
-MaybeError PosixFileSystem::fillTemporary(int file, std::string_view bytes, mode_t permissions) const {
+MaybeError PosixFileSystem::fillTemporary(int file, std::string_view bytes, const Access& access) const {
     if (auto error = writeWhole(file, bytes)) return error;
+    const bool inGroup = !access.group || calls_.changeGroup(file, *access.group) == 0;
+    const mode_t permissions = inGroup ? access.permissions : withoutGroup(access.permissions);
     if (permissions != kPrivateFile && ::fchmod(file, permissions) != 0) return failure("chmod");
     return sync(file);
 }
@@ -138,7 +157,7 @@ MaybeError PosixFileSystem::fillTemporary(int file, std::string_view bytes, mode
 int PosixFileSystem::createTemporary(const fs::path& folder, fs::path& path) const {
     int file = -1;
     for (int number = 0; number < kMostTemporaryNames; ++number) {
-        path = folder / fmt::format(".orvello-{}-{}.tmp", ::getpid(), number);
+        path = folder / fmt::format("{}{}-{}{}", kTemporaryPrefix, ::getpid(), number, kTemporarySuffix);
         file = retried(
             [&] { return calls_.open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kPrivateFile); });
         if (file >= 0 || errno != EEXIST) break;
@@ -146,23 +165,46 @@ int PosixFileSystem::createTemporary(const fs::path& folder, fs::path& path) con
     return file;
 }
 
+Result<PosixFileSystem::Access> PosixFileSystem::accessOf(const fs::path& path) {
+    struct stat status {};
+    if (::stat(path.c_str(), &status) != 0) {
+        if (errno == ENOENT) return Access{kPrivateFile, std::nullopt};
+        return failure("stat");
+    }
+    if (S_ISDIR(status.st_mode)) return failure("open", EISDIR);
+    if (!S_ISREG(status.st_mode)) return Error{"open: Not a regular file"};
+    return Access{status.st_mode & kPermissionBits, status.st_gid};
+}
+
 MaybeError PosixFileSystem::writeAtomically(const fs::path& path, std::string_view bytes) {
     const auto target = linkTarget(path);
     if (!target) return target.error();
-    const auto permissions = permissionsFor(target.value());
-    if (!permissions) return permissions.error();
-    const fs::path parent = target.value().parent_path();
+    const auto access = accessOf(target.value());
+    if (!access) return access.error();
+    return publish(target.value(), bytes, access.value(), calls_.rename);
+}
+
+MaybeError PosixFileSystem::writeNew(const fs::path& path, std::string_view bytes) {
+    return publish(path, bytes, {kPrivateFile, std::nullopt},
+                   [this](const char* from, const char* to) { return renameToNewName(from, to); });
+}
+
+MaybeError PosixFileSystem::publish(const fs::path& target, std::string_view bytes, const Access& access,
+                                    const Rename& rename) const {
+    if (target.empty()) return failure("open", ENOENT);
+    const fs::path parent = target.parent_path();
     const fs::path folderPath = parent.empty() ? "." : parent;
     // Opened first, so that a folder that cannot be synced fails the write before anything has changed.
     const FileDescriptor folder(
         retried([&] { return calls_.open(folderPath.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0); }));
     if (!folder.isOpen()) return failure("open");
+    removeAbandonedTemporaries(folderPath);
 
     fs::path temporary;
     const FileDescriptor file(createTemporary(folderPath, temporary));
     if (!file.isOpen()) return failure("open");
-    auto error = fillTemporary(file.get(), bytes, permissions.value());
-    if (!error && calls_.rename(temporary.c_str(), target.value().c_str()) != 0) error = failure("rename");
+    auto error = fillTemporary(file.get(), bytes, access);
+    if (!error && rename(temporary.c_str(), target.c_str()) != 0) error = failure("rename");
     if (error) {
         ::unlink(temporary.c_str());
         return error;
@@ -172,17 +214,33 @@ MaybeError PosixFileSystem::writeAtomically(const fs::path& path, std::string_vi
     return std::nullopt;
 }
 
-MaybeError PosixFileSystem::move(const fs::path& from, const fs::path& to) {
-    if (calls_.renameNoReplace(from.c_str(), to.c_str()) == 0) return std::nullopt;
-    if (errno != ENOSYS && errno != EINVAL) return failure("rename");
+int PosixFileSystem::renameToNewName(const char* from, const char* to) const {
+    if (calls_.renameNoReplace(from, to) == 0) return 0;
     struct stat status {};
-    if (::lstat(from.c_str(), &status) != 0) return failure("rename");
+    if ((errno != ENOSYS && errno != EINVAL) || ::lstat(from, &status) != 0) return -1;
     const bool isFolder = S_ISDIR(status.st_mode);
-    if (!claimName(to, isFolder)) return failure("rename");
-    if (calls_.rename(from.c_str(), to.c_str()) == 0) return std::nullopt;
-    auto error = failure("rename");
-    static_cast<void>(isFolder ? ::rmdir(to.c_str()) : ::unlink(to.c_str()));
-    return error;
+    if (!claimName(to, isFolder)) return -1;
+    if (calls_.rename(from, to) == 0) return 0;
+    const int code = errno;
+    static_cast<void>(isFolder ? ::rmdir(to) : ::unlink(to));
+    errno = code;
+    return -1;
+}
+
+MaybeError PosixFileSystem::move(const fs::path& from, const fs::path& to) {
+    const auto target = linkTarget(from);
+    const auto& source =
+        target ? target.value() : from;  // links in a circle stand for nothing but themselves
+    if (renameToNewName(source.c_str(), to.c_str()) == 0) return std::nullopt;
+    return errno == EXDEV ? moveByCopying(source, to) : failure("rename");
+}
+
+MaybeError PosixFileSystem::moveByCopying(const fs::path& from, const fs::path& to) {
+    const auto content = read(from);
+    if (!content) return content.error();
+    if (auto error = writeNew(to, content.value())) return error;
+    if (::unlink(from.c_str()) != 0) return failure("unlink");
+    return std::nullopt;
 }
 
 MaybeError PosixFileSystem::createFolders(const fs::path& folder) {

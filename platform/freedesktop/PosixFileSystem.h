@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <utility>
 
 #include "platform/FileSystem.h"
@@ -25,6 +26,9 @@ struct FileCalls {
     std::function<int(const char*, const char*)> renameNoReplace = [](const char* from, const char* to) {
         return ::renameat2(AT_FDCWD, from, AT_FDCWD, to, RENAME_NOREPLACE);
     };
+    std::function<int(int, gid_t)> changeGroup = [](int file, gid_t group) {
+        return ::fchown(file, static_cast<uid_t>(-1), group);
+    };
 };
 
 // The files of this machine. A failure reads as the operation and the system's words for its reason.
@@ -37,6 +41,8 @@ class PosixFileSystem final : public FileSystem {
     // A new file can be read and written by its owner alone.
     [[nodiscard]] MaybeError writeAtomically(const std::filesystem::path& path,
                                              std::string_view bytes) override;
+    [[nodiscard]] MaybeError writeNew(const std::filesystem::path& path, std::string_view bytes) override;
+    // Between file systems a file is copied.
     [[nodiscard]] MaybeError move(const std::filesystem::path& from,
                                   const std::filesystem::path& to) override;
     // A folder that is made belongs to its owner alone, as the XDG Base Directory Specification asks.
@@ -44,11 +50,26 @@ class PosixFileSystem final : public FileSystem {
     [[nodiscard]] std::optional<WallTime> modificationDate(const std::filesystem::path& path) const override;
 
   private:
+    // Who may use a file besides its owner. A new file has the group that the system gives it.
+    struct Access {
+        mode_t permissions;
+        std::optional<gid_t> group;
+    };
+    using Rename = std::function<int(const char* from, const char* to)>;
+
+    [[nodiscard]] static Result<Access> accessOf(const std::filesystem::path& path);
+    // Writes a file beside the target and then gives it the target's name with `rename`.
+    [[nodiscard]] MaybeError publish(const std::filesystem::path& target, std::string_view bytes,
+                                     const Access& access, const Rename& rename) const;
     // A new file in the folder under a name nobody has, which `path` receives; -1 with errno on failure.
     [[nodiscard]] int createTemporary(const std::filesystem::path& folder, std::filesystem::path& path) const;
     [[nodiscard]] MaybeError writeWhole(int file, std::string_view bytes) const;
-    [[nodiscard]] MaybeError fillTemporary(int file, std::string_view bytes, mode_t permissions) const;
+    [[nodiscard]] MaybeError fillTemporary(int file, std::string_view bytes, const Access& access) const;
     [[nodiscard]] MaybeError sync(int file) const;
+    // Renames to a name that nobody has, in one step or two; -1 with errno on failure.
+    [[nodiscard]] int renameToNewName(const char* from, const char* to) const;
+    [[nodiscard]] MaybeError moveByCopying(const std::filesystem::path& from,
+                                           const std::filesystem::path& to);
 
     FileCalls calls_;
 };

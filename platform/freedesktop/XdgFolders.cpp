@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "platform/freedesktop/PosixFileSystem.h"
+#include "platform/freedesktop/QuotedWord.h"
 
 namespace platform::freedesktop {
 
@@ -33,26 +34,18 @@ std::optional<std::string_view> after(std::string_view text, std::string_view pr
     return text.substr(prefix.size());
 }
 
-// The text up to the closing quote, without its backslashes.
-std::string unquoted(std::string_view text) {
-    std::string plain;
-    for (std::size_t i = 0; i < text.size() && text[i] != '"'; ++i) {
-        if (text[i] == '\\' && i + 1 < text.size()) ++i;
-        plain += text[i];
-    }
-    return plain;
-}
-
 // The folder in one line of user-dirs.dirs, XDG_DESKTOP_DIR="$HOME/…" or ="/…"; absent for any other line.
 std::optional<fs::path> desktopInLine(std::string_view line, const std::optional<fs::path>& home) {
+    constexpr std::string_view homeVariable = "$HOME";
     auto value = after(line, "XDG_DESKTOP_DIR");
     if (value) value = after(*value, "=");
-    if (value) value = after(*value, "\"");
-    if (!value) return std::nullopt;
-    if (value->starts_with('/')) return unquoted(*value);
-    const auto inHome = after(*value, "$HOME");
-    if (!inHome || !home || (!inHome->starts_with('/') && !inHome->starts_with('"'))) return std::nullopt;
-    return home->string() + unquoted(*inHome);
+    if (!value || !withoutLeadingSpace(*value).starts_with('"')) return std::nullopt;
+    const auto path = unquoted(withoutLeadingSpace(*value));
+    if (path.starts_with('/')) return path;
+    if (!home || !path.starts_with(homeVariable)) return std::nullopt;
+    const auto inHome = path.substr(homeVariable.size());
+    if (!inHome.empty() && !inHome.starts_with('/')) return std::nullopt;
+    return home->string() + inHome;
 }
 
 }  // namespace

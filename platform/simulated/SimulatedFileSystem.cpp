@@ -60,6 +60,11 @@ MaybeError SimulatedFileSystem::writeAtomically(const std::filesystem::path& pat
     return std::nullopt;
 }
 
+MaybeError SimulatedFileSystem::writeNew(const std::filesystem::path& path, std::string_view bytes) {
+    if (exists(path)) return failure("rename", std::errc::file_exists);
+    return writeAtomically(path, bytes);
+}
+
 MaybeError SimulatedFileSystem::move(const std::filesystem::path& from, const std::filesystem::path& to) {
     if (!exists(from) || !folders.contains(to.parent_path()))
         return failure("rename", std::errc::no_such_file_or_directory);

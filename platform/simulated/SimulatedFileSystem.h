@@ -20,6 +20,7 @@ class SimulatedFileSystem final : public FileSystem {
     [[nodiscard]] Result<std::string> read(const std::filesystem::path& path) const override;
     [[nodiscard]] MaybeError writeAtomically(const std::filesystem::path& path,
                                              std::string_view bytes) override;
+    [[nodiscard]] MaybeError writeNew(const std::filesystem::path& path, std::string_view bytes) override;
     [[nodiscard]] MaybeError move(const std::filesystem::path& from,
                                   const std::filesystem::path& to) override;
     [[nodiscard]] MaybeError createFolders(const std::filesystem::path& folder) override;

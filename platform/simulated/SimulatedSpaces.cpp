@@ -73,6 +73,13 @@ void SimulatedSpaces::putWindow(WindowNumber window, std::vector<ManagedSpaceId>
     windows_[window] = std::move(spaces);
 }
 
+bool SimulatedSpaces::isOnActiveSpace(WindowNumber window) const {
+    const auto on = copySpacesForWindow(window);
+    return on.empty() || std::ranges::any_of(displays_, [&](const DisplayEntry& display) {
+               return display.currentSpace && display.currentSpace->managedSpaceId == on.front();
+           });
+}
+
 std::optional<ManagedDisplaySpaces> SimulatedSpaces::copyManagedDisplaySpaces() const {
     ++layoutReads_;
     if (!answering_) return std::nullopt;

@@ -40,6 +40,8 @@ class SimulatedSpaces final : public SpaceLayout,
     void notifyActiveSpaceChanged();
 
     void putWindow(WindowNumber window, std::vector<ManagedSpaceId> spaces);
+    // Whether the window is on a display's current Space; one on no Space counts as being on every one.
+    [[nodiscard]] bool isOnActiveSpace(WindowNumber window) const;
     void forgetWindow(WindowNumber window) { windows_.erase(window); }
 
     // What the window server answers, for tests of odd answers; every change above works on it too.

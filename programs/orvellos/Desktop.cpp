@@ -1,5 +1,7 @@
 #include "programs/orvellos/Desktop.h"
 
+#include <fmt/format.h>
+
 #include "orvellos/DebugLog.h"
 #include "platform/freedesktop/ProgramLocations.h"
 
@@ -11,13 +13,25 @@ constexpr auto kLongestWaitForSpaces = std::chrono::seconds(1);
 
 }  // namespace
 
+Desktop::Core::Core(Desktop& desktop)
+    : defaults(desktop.files_, desktop.runLoop_,
+               platform::freedesktop::defaultsFilePath(desktop.folders_.configHome()),
+               [](std::string_view message) { orvellos::logGeneral(fmt::format("orvello: {}", message)); }),
+      settings(defaults, desktop.loginItem_, desktop.screens_.mainScreen()),
+      store(desktop.files_, desktop.runLoop_, orvellos::tagFolder(desktop.folders_)),
+      tagManager({{desktop.windowSystem_, desktop.runLoop_, desktop.screens_, desktop.textMeasurer_, settings,
+                   editingContext},
+                  desktop.spaces_,
+                  desktop.spaceServer_,
+                  desktop.screens_,
+                  desktop.screens_},
+                 store) {}
+
 Desktop::Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
                  platform::freedesktop::SystemdLibrary& systemd, double scale)
     : runLoop_(runLoop),
       bus_(systemd, runLoop, runLoop),
       kwinDesktops_(bus_),
-      defaults_(files_, runLoop, platform::freedesktop::defaultsFilePath(folders_.configHome()),
-                [](std::string_view message) { orvellos::logGeneral(message); }),
       loginItem_(files_, folders_.configHome(), platform::freedesktop::ProgramLocations().command()),
       atoms_(platform::x11::Atoms::intern(connection)),
       events_(connection, runLoop, runLoop),
@@ -30,15 +44,7 @@ Desktop::Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
           connection, atoms_, [this] { return spaceServer_.canSwitch(); },
           [this] { return spaceServer_.lastTime(); }),
       spaces_(spaceServer_, windowSystem_, switching_, screens_, screens_),
-      settings_(defaults_, loginItem_, screens_.mainScreen()),
-      store_(files_, runLoop, orvellos::tagFolder(folders_)),
-      tagManager_({{windowSystem_, runLoop, screens_, textMeasurer_, settings_, editingContext_},
-                   spaces_,
-                   spaceServer_,
-                   screens_,
-                   screens_},
-                  store_),
-      delegate_(spaces_, tagManager_),
+      delegate_(spaces_, [this]() -> orvellos::TagManager& { return core_.emplace(*this).tagManager; }),
       windowManagerChanged_(spaceServer_.onWindowManagerChanged([this] { windowSystem_.reassertStates(); })) {
     connection.setPatience(kPatienceWhileRunning);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "orvellos/AppDelegate.h"
 #include "orvellos/EditingContext.h"
 #include "orvellos/Settings.h"
@@ -37,6 +39,17 @@ class Desktop {
     }
 
   private:
+    // What the user has stored, and the manager of their tags.
+    struct Core {
+        explicit Core(Desktop& desktop);
+
+        platform::freedesktop::JsonDefaultsStore defaults;
+        orvellos::Settings settings;
+        orvellos::EditingContext editingContext;
+        orvellos::TagStore store;
+        orvellos::TagManager tagManager;
+    };
+
     void launchNow();
 
     ui::QtRunLoop& runLoop_;
@@ -45,7 +58,6 @@ class Desktop {
     platform::Subscription kwinCall_;
     platform::freedesktop::PosixFileSystem files_;
     platform::freedesktop::XdgFolders folders_;
-    platform::freedesktop::JsonDefaultsStore defaults_;
     platform::freedesktop::AutostartLoginItem loginItem_;
 
     platform::x11::Atoms atoms_;
@@ -58,10 +70,7 @@ class Desktop {
     platform::x11::EwmhSpaceSwitching switching_;
 
     orvellos::SpaceIdentifier spaces_;
-    orvellos::Settings settings_;
-    orvellos::EditingContext editingContext_;
-    orvellos::TagStore store_;
-    orvellos::TagManager tagManager_;
+    std::optional<Core> core_;
     orvellos::AppDelegate delegate_;
     platform::Subscription windowManagerChanged_;
     platform::Subscription spacesKnown_;

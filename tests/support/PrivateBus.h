@@ -58,4 +58,9 @@ class StandInService {
     std::jthread thread_;
 };
 
+// An answer with these values, given as to sd_bus_message_append.
+StandInService::Answer answerWith(auto... values) {
+    return [=](auto*, auto* reply) { return sd_bus_message_append(reply, values...); };
+}
+
 }  // namespace desktop_test

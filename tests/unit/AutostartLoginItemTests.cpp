@@ -15,32 +15,27 @@ class AutostartLoginItemTests : public testing::Test {
     AutostartLoginItem item_{files_, "/c", "/usr/bin/orvello"};
 };
 
-TEST_F(AutostartLoginItemTests, TurnsOnAndOffAndOnAgain) {
-    EXPECT_FALSE(item_.isEnabled());
-    EXPECT_EQ(item_.disable(), std::nullopt);
-    EXPECT_FALSE(files_.exists(kEntry));
-    for (int round = 0; round < 2; ++round) {
-        EXPECT_EQ(item_.enable(), std::nullopt);
-        EXPECT_TRUE(item_.isEnabled());
-        EXPECT_EQ(item_.disable(), std::nullopt);
-        EXPECT_FALSE(item_.isEnabled());
-    }
-}
-
 TEST_F(AutostartLoginItemTests, HidesTheEntryAndKeepsTheRest) {
     struct Row {
         std::string before;
         bool enabled;
         std::string after;
     };
-    const Row rows[] = {{"[Desktop Entry]\nName=a\n", true, "[Desktop Entry]\nHidden=true\nName=a\n"},
-                        {"# c\n[Desktop Entry]\r\nHidden = false\nName=a\n[X]\nHidden=true", true,
-                         "# c\n[Desktop Entry]\r\nHidden=true\nName=a\n[X]\nHidden=true"},
-                        {"[Desktop Entry]\nX-Hidden=true\n#Hidden=true", true,
-                         "[Desktop Entry]\nHidden=true\nX-Hidden=true\n#Hidden=true"},
-                        {"[Desktop Entry]\nHidden= true \n", false, "[Desktop Entry]\nHidden= true \n"},
-                        {"Name=a\n", false, "Name=a\n"},
-                        {"", false, ""}};
+    const std::string off = "[Desktop Entry]\nX-GNOME-Autostart-enabled=false";
+    const Row rows[] = {
+        {"[Desktop Entry]\nName=a\n", true, "[Desktop Entry]\nHidden=true\nName=a\n"},
+        {"# c\n[Desktop Entry]\r\nHidden = false\nName=a\n[X]\nHidden=true", true,
+         "# c\n[Desktop Entry]\r\nHidden=true\nName=a\n[X]\nHidden=true"},
+        {"[Desktop Entry]\nX-Hidden=true\nX-GNOME-Autostart-enabled=true\n#Hidden=true", true,
+         "[Desktop Entry]\nHidden=true\nX-Hidden=true\nX-GNOME-Autostart-enabled=true\n#Hidden=true"},
+        {"[Desktop Entry]\nHidden=false", true, "[Desktop Entry]\nHidden=true"},
+        {"[Desktop Entry]\nHidden= true \n", false, "[Desktop Entry]\nHidden= true \n"},
+        {off, false, off},
+        {"Name=a\n", false, "Name=a\n"},
+        {"", false, ""}};
+    EXPECT_FALSE(item_.isEnabled());
+    EXPECT_EQ(item_.disable(), std::nullopt);
+    EXPECT_FALSE(files_.exists(kEntry));
     for (const auto& row : rows) {
         SCOPED_TRACE(row.before);
         files_.put(kEntry, row.before);
@@ -48,6 +43,8 @@ TEST_F(AutostartLoginItemTests, HidesTheEntryAndKeepsTheRest) {
         EXPECT_EQ(item_.disable(), std::nullopt);
         EXPECT_EQ(files_.files[kEntry], row.after);
         EXPECT_FALSE(item_.isEnabled());
+        EXPECT_EQ(item_.enable(), std::nullopt);
+        EXPECT_TRUE(item_.isEnabled());
     }
 }
 

@@ -1,125 +1,100 @@
 #include "orvellos/DiagnosticsReport.h"
 
-#include <gtest/gtest.h>
-
 #include "orvellos/ApplicationVersion.h"
-#include "orvellos/DebugLog.h"
-#include "platform/simulated/SimulatedDefaultsStore.h"
-#include "platform/simulated/SimulatedFileBrowser.h"
-#include "platform/simulated/SimulatedFileSystem.h"
-#include "platform/simulated/SimulatedFolders.h"
-#include "platform/simulated/SimulatedLoginItem.h"
-#include "platform/simulated/SimulatedRunLoop.h"
-#include "platform/simulated/SimulatedSystemInformation.h"
-#include "tests/support/TimeZone.h"
+#include "tests/support/ApplicationTest.h"
 
 namespace orvellos {
 namespace {
 
-using Paths = std::vector<std::filesystem::path>;
+using Path = std::filesystem::path;
+using Paths = std::vector<Path>;
 
-constexpr const char* kName = "orvellos-diagnostics-20260314-090000.txt";
+constexpr const char* kName = "orvellos-diagnostics-20260314-143000.txt";
 
-class DiagnosticsReportTests : public testing::Test {
+class DiagnosticsReportTests : public ApplicationTest {
   protected:
-    DiagnosticsReportTests() {
-        connect(false);
-        files_.folders.insert({"/tmp", "/home/user/Desktop"});
-    }
-    void TearDown() override { connectDebugLog({}); }
-
-    void connect(bool debugging) {
-        connectDebugLog({.standardError = [](auto) {}, .clock = &clock_, .echoEnabled = debugging});
-    }
+    DiagnosticsReportTests() { desktop_.files.folders.insert({"/tmp", "/home/user/Desktop"}); }
 
     void save(std::span<const Tag> tags = {}) {
-        saveDiagnostics({files_, folders_, fileBrowser_, clock_, system_}, settings_, tags);
+        auto& d = desktop_;
+        saveDiagnostics({d.files, d.folders, d.fileBrowser, d.runLoop, d.system}, settings_, tags);
     }
-
-    desktop_test::TimeZone timeZone_{"UTC"};
-    platform::simulated::SimulatedRunLoop clock_;
-    platform::simulated::SimulatedFileSystem files_;
-    platform::simulated::SimulatedFolders folders_;
-    platform::simulated::SimulatedFileBrowser fileBrowser_;
-    platform::simulated::SimulatedSystemInformation system_;
-    platform::simulated::SimulatedDefaultsStore defaults_;
-    platform::simulated::SimulatedLoginItem loginItem_;
-    Settings settings_{defaults_, loginItem_, std::nullopt};
 };
 
 TEST_F(DiagnosticsReportTests, PutsTheLabelBehindEveryRedactedOne) {
+    struct Row {
+        bool debugging;
+        std::string logged, shown;
+    };
     const auto hash = redactedLabel("Work");
-    log(LogCategory::Nav, "to " + hash + " from " + hash + " or #9dc5");
-    const TextPair header[] = {{"app", "1"}, {"tags", "2"}};
-    const TextPair tags[] = {{redactedLabel(""), ""}, {hash, "Work"}};
-    EXPECT_EQ(buildDiagnosticsReport(header, tags),
-              "===== orvellos diagnostics report =====\napp: 1\ntags: 2\n\n"
-              "--- tags (hash → name) ---\n" +
-                  hash + " = Work\n\n--- log timeline (1 lines) ---\n[09:00:00.000] nav to " + hash +
-                  "(Work) from " + hash + "(Work) or #9dc5\n");
-    EXPECT_EQ(buildDiagnosticsReport({}, {tags, 1}),
-              "===== orvellos diagnostics report =====\n\n--- log timeline (1 lines) ---\n"
-              "[09:00:00.000] nav to " +
-                  hash + " from " + hash + " or #9dc5\n");
-}
-
-TEST_F(DiagnosticsReportTests, PutsALabelBehindItselfWhileDebugging) {
-    connect(true);
-    log(LogCategory::General, "WorkWork");
-    const TextPair tags[] = {{redactedLabel("Work"), "Work"}};
-    EXPECT_TRUE(
-        buildDiagnosticsReport({}, tags).ends_with("Work = Work\n\n--- log timeline (1 lines) ---\n"
-                                                   "[09:00:00.000] gen Work(Work)Work(Work)\n"));
+    for (const auto& row :
+         {Row{false, hash + " from " + hash + " or #9dc5", hash + "(Work) from " + hash + "(Work) or #9dc5"},
+          Row{true, "WorkWork", "Work(Work)Work(Work)"}}) {
+        connectLog(row.debugging);
+        log(LogCategory::Nav, row.logged);
+        const TextPair header[] = {{"app", "1"}, {"tags", "2"}};
+        const TextPair tags[] = {{redactedLabel(""), ""}, {redactedLabel("Work"), "Work"}};
+        EXPECT_EQ(buildDiagnosticsReport(header, tags),
+                  "===== orvellos diagnostics report =====\napp: 1\ntags: 2\n\n"
+                  "--- tags (hash → name) ---\n" +
+                      tags[1].first + " = Work\n\n--- log timeline (1 lines) ---\n[14:30:00.000] nav " +
+                      row.shown + "\n");
+        EXPECT_EQ(buildDiagnosticsReport({}, {tags, 1}),
+                  "===== orvellos diagnostics report =====\n\n--- log timeline (1 lines) ---\n"
+                  "[14:30:00.000] nav " +
+                      row.logged + "\n");
+    }
 }
 
 TEST_F(DiagnosticsReportTests, DescribesTheApplication) {
-    files_.put(*system_.executable, "");
-    files_.modificationDates[*system_.executable] = clock_.wallNow() + std::chrono::minutes(26);
-    const std::vector<Tag> tags(3);
+    desktop_.files.now = desktop_.runLoop.wallNow() + std::chrono::minutes(26);
+    desktop_.files.put(*desktop_.system.executable, "");
     settings_.showRevealOnSwipe.set(false);
     settings_.killSwitchActive.set(true);
     settings_.visibilityMode.set(TagVisibilityMode::HiddenDuringWork);
-    save(tags);
-    EXPECT_TRUE(files_.files[folders_.desktopFolder.value() / kName].starts_with(
-        "===== orvellos diagnostics report =====\ngenerated: 2026-03-14 09:00:00\napp: " +
+    save(std::vector<Tag>(3));
+    EXPECT_TRUE(desktop_.files.files[*desktop_.folders.desktopFolder / kName].starts_with(
+        "===== orvellos diagnostics report =====\ngenerated: 2026-03-14 14:30:00\napp: " +
         applicationVersionText() +
-        "\nbuilt: 2026-03-14 09:26\nbundle: orvellos\nmacOS: Example OS 1.0\n"
+        "\nbuilt: 2026-03-14 14:56\nbundle: orvellos\nmacOS: Example OS 1.0\n"
         "visibility: Hidden during normal work\nreveal on swipe: off\nscreen-share hide: on\n"
         "space API (pro): available\ntags: 3\n\n--- log"));
-    system_.executable.reset();
-    EXPECT_EQ(buildDateText(files_, system_), std::nullopt);
+    desktop_.system.executable.reset();
+    EXPECT_EQ(buildDateText(desktop_.files, desktop_.system), std::nullopt);
 }
 
 TEST_F(DiagnosticsReportTests, SavesWhereItCanAndShowsTheFile) {
+    const Path desktop = "/home/user/Desktop";
+    const Path temporary = "/tmp/";
     struct Row {
         const char* name;
-        std::optional<std::filesystem::path> desktop;
-        std::set<std::filesystem::path> unwritable;
+        std::optional<Path> desktop;
+        Paths taken;
+        std::set<Path> unwritable;
         Paths shown;
-        bool logged;
+        std::string failure;
     };
-    const std::filesystem::path desktop = "/home/user/Desktop";
-    const std::filesystem::path temporary = "/tmp";
-    const Row rows[] = {{"Desktop", desktop, {}, {desktop / kName}, false},
-                        {"no Desktop", std::nullopt, {}, {temporary / kName}, false},
-                        {"Desktop not writable", desktop, {desktop}, {temporary / kName}, true},
-                        {"nothing writable", desktop, {"/"}, {}, true}};
+    const Row rows[] = {
+        {"Desktop", desktop, {desktop / kName}, {}, {desktop / kName}, ""},
+        {"no Desktop", {}, {}, {}, {temporary / kName}, ""},
+        {"no Desktop, planted", {}, {temporary / kName}, {}, {}, "rename: File exists"},
+        {"Desktop not writable", desktop, {}, {desktop}, {temporary / kName}, "open: Permission denied"},
+        {"nothing writable", desktop, {}, {"/"}, {}, "open: Permission denied"}};
+    const auto before = desktop_.files;
+    desktop_.folders.temporaryFolder = temporary;
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        connect(false);
-        fileBrowser_.revealed.clear();
-        files_.writes.clear();
-        folders_.desktopFolder = row.desktop;
-        files_.unwritable = row.unwritable;
+        connectLog(false);
+        desktop_.files = before;
+        desktop_.fileBrowser.revealed.clear();
+        desktop_.folders.desktopFolder = row.desktop;
+        for (const auto& path : row.taken) desktop_.files.put(path, "somebody's");
+        desktop_.files.unwritable = row.unwritable;
         save();
-        EXPECT_EQ(fileBrowser_.revealed, row.shown);
-        EXPECT_EQ(files_.writes.size(), row.shown.size());
-        ASSERT_EQ(timelineSnapshot().size(), row.logged ? 1U : 0U);
-        if (row.logged) {
-            EXPECT_EQ(timelineSnapshot()[0],
-                      "[09:00:00.000] nav saveDiagnostics: Desktop write failed (open: Permission denied); "
-                      "trying temp dir");
-        }
+        EXPECT_EQ(desktop_.fileBrowser.revealed, row.shown);
+        EXPECT_EQ(desktop_.files.writes.size(), row.shown.size());
+        EXPECT_EQ(logged(), Texts(row.failure.empty() ? 0 : 1, "saveDiagnostics: Desktop write failed (" +
+                                                                   row.failure + "); trying temp dir"));
     }
 }
 

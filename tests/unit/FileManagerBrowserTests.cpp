@@ -3,9 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <future>
+#include <iterator>
 
 #include "platform/freedesktop/DetachedProcess.h"
-#include "tests/support/PollRunLoop.h"
+#include "tests/support/MainLoop.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -18,7 +20,8 @@ using desktop_test::StandInService;
 class FileManagerBrowserTests : public testing::Test {
   protected:
     PrivateBus daemon_;
-    desktop_test::PollRunLoop runLoop_;
+    desktop_test::MainLoop mainLoop_;
+    ui::QtRunLoop& runLoop_ = mainLoop_.runLoop;
     SystemdLibrary library_;
     SessionBus bus_{library_, runLoop_, runLoop_, [this] { return daemon_.address(); }};
     std::vector<std::filesystem::path> opened_;
@@ -26,22 +29,17 @@ class FileManagerBrowserTests : public testing::Test {
 };
 
 TEST_F(FileManagerBrowserTests, AsksTheFileManagerToShowTheFile) {
-    std::vector<std::string> shown;
-    std::mutex lock;
+    std::promise<std::string> shown;
     const StandInService manager(daemon_.address(), "org.freedesktop.FileManager1", [&](auto* call, auto*) {
         const char* uri = nullptr;
         const char* startupId = nullptr;
         const int read = sd_bus_message_read(call, "ass", 1, &uri, &startupId);
-        const std::scoped_lock guard(lock);
-        if (read > 0) shown.emplace_back(uri);
+        if (read > 0) shown.set_value(uri);
         return read;
     });
     browser_.reveal("/home/ü ser/100%/a#b.txt");
-    EXPECT_TRUE(runLoop_.runUntil([&] {
-        const std::scoped_lock guard(lock);
-        return !shown.empty();
-    }));
-    EXPECT_EQ(shown, std::vector<std::string>{"file:///home/%C3%BC%20ser/100%25/a%23b.txt"});
+    EXPECT_TRUE(mainLoop_.runUntil([&] { return !manager.calls().empty(); }));
+    EXPECT_EQ(shown.get_future().get(), "file:///home/%C3%BC%20ser/100%25/a%23b.txt");
     EXPECT_EQ(manager.calls(), std::vector<std::string>{
                                    "/org/freedesktop/FileManager1 org.freedesktop.FileManager1.ShowItems"});
     EXPECT_TRUE(opened_.empty());
@@ -49,23 +47,29 @@ TEST_F(FileManagerBrowserTests, AsksTheFileManagerToShowTheFile) {
 
 TEST_F(FileManagerBrowserTests, OpensTheFolderWhenThereIsNoFileManager) {
     browser_.reveal("/home/user/report.txt");
-    EXPECT_TRUE(runLoop_.runUntil([&] { return !opened_.empty(); }));
+    EXPECT_TRUE(mainLoop_.runUntil([&] { return !opened_.empty(); }));
     daemon_.end();
     browser_.reveal("/tmp/report.txt");
-    EXPECT_TRUE(runLoop_.runUntil([&] { return opened_.size() == 2; }));
+    EXPECT_TRUE(mainLoop_.runUntil([&] { return opened_.size() == 2; }));
     EXPECT_EQ(opened_, (std::vector<std::filesystem::path>{"/home/user", "/tmp"}));
 }
 
 TEST(DetachedProcessTests, RunsOnItsOwnAndSaysWhenItCannotStart) {
     const desktop_test::TemporaryFolder folder;
     const auto file = folder.path() / "out";
+    // Its session, and which of the first descriptors lead nowhere.
     const std::vector<std::string> script = {
-        "-c", "cut -d' ' -f6 /proc/self/stat > \"$1.new\"; mv \"$1.new\" \"$1\"", "sh", file.string()};
+        "-c",
+        "r=$(cut -d' ' -f6 /proc/$$/stat; for n in 0 1 3 4 5 6 7 8 9; do "
+        "test /proc/$$/fd/$n -ef /dev/null && echo $n; done); echo $r >\"$1.new\"; mv \"$1.new\" \"$1\"",
+        "sh", file.string()};
     ASSERT_TRUE(startDetached("sh", script));
     ASSERT_TRUE(desktop_test::waitUntil([&] { return std::filesystem::exists(file); }));
+    std::ifstream report(file);
     int session = 0;
-    std::ifstream(file) >> session;
+    report >> session;
     EXPECT_NE(session, ::getsid(0));
+    EXPECT_EQ(std::vector<int>(std::istream_iterator<int>(report), {}), (std::vector{0, 1}));
     EXPECT_FALSE(startDetached("/no/such/program", {}));
     EXPECT_FALSE(startDetached("no-such-program", {}));
 }

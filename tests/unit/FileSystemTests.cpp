@@ -13,6 +13,7 @@ void expectContract(FileSystem& files, const std::filesystem::path& root) {
     const auto folder = root / "a" / "b";
     const auto file = folder / "f";
     EXPECT_EQ(files.writeAtomically(file, "x")->description, "open: No such file or directory");
+    EXPECT_EQ(files.writeAtomically("", "x")->description, "open: No such file or directory");
     EXPECT_EQ(files.createFolders(folder), std::nullopt);
     EXPECT_EQ(files.createFolders(folder / ""), std::nullopt);
     EXPECT_FALSE(files.exists(file));
@@ -28,7 +29,10 @@ void expectContract(FileSystem& files, const std::filesystem::path& root) {
     EXPECT_TRUE(files.modificationDate(file));
     EXPECT_EQ(files.createFolders(file / "c")->description, "mkdir: Not a directory");
 
-    EXPECT_EQ(files.writeAtomically(root / "g", "g"), std::nullopt);
+    EXPECT_EQ(files.writeNew(root / "g", "g"), std::nullopt);
+    EXPECT_EQ(files.writeNew(root / "g", "x")->description, "rename: File exists");
+    EXPECT_EQ(files.writeNew(folder, "x")->description, "rename: File exists");
+    EXPECT_EQ(files.read(root / "g").value(), "g");
     EXPECT_EQ(files.move(root / "g", file)->description, "rename: File exists");
     EXPECT_EQ(files.move(root / "h", file)->description, "rename: No such file or directory");
     EXPECT_EQ(files.read(file).value(), "");

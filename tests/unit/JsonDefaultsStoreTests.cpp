@@ -4,10 +4,8 @@
 
 #include <vector>
 
-#include "platform/freedesktop/PosixFileSystem.h"
 #include "platform/simulated/SimulatedFileSystem.h"
 #include "platform/simulated/SimulatedRunLoop.h"
-#include "tests/support/TemporaryFolder.h"
 #include "tests/support/TimeZone.h"
 
 namespace platform::freedesktop {
@@ -29,24 +27,27 @@ class JsonDefaultsStoreTests : public testing::Test {
 };
 
 TEST_F(JsonDefaultsStoreTests, KeepsEveryTypeAcrossRuns) {
-    const std::vector<DefaultsValue> values = {true,
-                                               false,
-                                               std::int64_t{0},
-                                               std::int64_t{INT64_MIN},
-                                               std::int64_t{INT64_MAX},
-                                               3.0,
-                                               -0.1,
-                                               1e300,
-                                               std::string(),
-                                               std::string("ä\n\"\\\0z", 7),
-                                               DefaultsData{},
-                                               DefaultsData{R"({"hEdge":"right"})"},
-                                               DefaultsData{std::string("\xff\0\x80", 3)},
-                                               DefaultsDictionary{},
-                                               DefaultsDictionary{{"data", 1}},
-                                               DefaultsDictionary{{"x", 100}, {"y", -2.5}}};
+    using Integer = std::int64_t;
+    const std::string text("ä\n\"\\\0z", 7);
+    const std::string bytes("\xff\0\x80", 3);
+    const DefaultsValue values[] = {true,
+                                    false,
+                                    Integer{0},
+                                    Integer{INT64_MIN},
+                                    Integer{INT64_MAX},
+                                    3.0,
+                                    -0.1,
+                                    1e300,
+                                    std::string(),
+                                    text,
+                                    DefaultsData{},
+                                    DefaultsData{R"({"hEdge":"right"})"},
+                                    DefaultsData{bytes},
+                                    DefaultsDictionary{},
+                                    DefaultsDictionary{{"data", 1}},
+                                    DefaultsDictionary{{"x", 100}, {"y", -2.5}}};
     for (const auto& value : values) {
-        SCOPED_TRACE(&value - values.data());
+        SCOPED_TRACE(&value - values);
         open().set("key", value);
         EXPECT_EQ(open().value("key"), value) << files_.files[kFile];
     }
@@ -107,47 +108,41 @@ TEST_F(JsonDefaultsStoreTests, MovesAFileItCannotReadAsideAndStartsAnew) {
         EXPECT_EQ(open().value("a"), DefaultsValue(true));
         EXPECT_EQ(files_.files[kAside], text);
     }
+    files_ = {};
+    files_.put(kFile / "precious", "");
+    open().set("a", true);
+    EXPECT_EQ(open().value("a"), DefaultsValue(true)) << "a folder in the file's place";
+    EXPECT_TRUE(files_.folders.contains(kAside));
 }
 
-TEST_F(JsonDefaultsStoreTests, LivesInMemoryWhenABadFileCannotBeMoved) {
-    files_.put(kFile, "{");
-    files_.put(kAside, "an earlier one");
-    auto store = open();
-    store.set("a", true);
-    store.set("b", true);
-    EXPECT_EQ(store.value("a"), DefaultsValue(true));
-    EXPECT_EQ(files_.files[kFile], "{");
-    EXPECT_EQ(files_.files[kAside], "an earlier one");
-    EXPECT_EQ(reports_.size(), 2U);
-}
-
-TEST_F(JsonDefaultsStoreTests, LivesInMemoryWithoutAPlaceToWrite) {
-    auto homeless = open(defaultsFilePath(std::nullopt));
-    homeless.set("a", true);
-    EXPECT_EQ(homeless.value("a"), DefaultsValue(true));
-    EXPECT_EQ(reports_.size(), 1U);
-
-    files_.put(kFile, R"({"a": 1})");
-    files_.unwritable = {"/config"};
-    auto store = open(defaultsFilePath("/config"));
-    store.set("a", std::int64_t{2});
-    EXPECT_EQ(store.value("a"), DefaultsValue(std::int64_t{2}));
-    EXPECT_EQ(files_.files[kFile], R"({"a": 1})");
-    EXPECT_EQ(reports_.size(), 2U);
-    files_.unwritable.clear();
-    store.set("b", true);
-    EXPECT_EQ(open().value("a"), DefaultsValue(std::int64_t{2}));
-}
-
-TEST_F(JsonDefaultsStoreTests, MovesAFolderInTheFilesPlaceAside) {
-    const desktop_test::TemporaryFolder folder;
-    const auto file = folder.path() / "defaults.json";
-    std::filesystem::create_directories(file / "precious");
-    PosixFileSystem files;
-    JsonDefaultsStore store(files, clock_, file, [](auto) {});
-    store.set("a", true);
-    EXPECT_TRUE(std::filesystem::is_regular_file(file));
-    EXPECT_TRUE(std::filesystem::exists(folder.path() / kAside.filename() / "precious"));
+TEST_F(JsonDefaultsStoreTests, LivesInMemoryWhereItCannotWrite) {
+    struct Row {
+        const char* name;
+        std::optional<std::filesystem::path> folder;
+        std::map<std::filesystem::path, std::string> files;
+        std::set<std::filesystem::path> unwritable;
+        std::size_t reports;
+    };
+    const Row rows[] = {{"no folder", std::nullopt, {}, {}, 1},
+                        {"a bad file that stays", "/config", {{kFile, "{"}, {kAside, "older"}}, {}, 2},
+                        {"a folder that stays as it is", "/config", {{kFile, "{}"}}, {"/config"}, 2}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        reports_.clear();
+        files_ = {};
+        for (const auto& [path, text] : row.files) files_.put(path, text);
+        files_.unwritable = row.unwritable;
+        auto store = open(defaultsFilePath(row.folder));
+        store.set("a", true);
+        store.set("b", true);
+        EXPECT_EQ(store.value("a"), DefaultsValue(true));
+        EXPECT_EQ(files_.files, row.files);
+        EXPECT_EQ(reports_.size(), row.reports);
+        if (row.unwritable.empty()) continue;
+        files_.unwritable.clear();
+        store.remove("b");
+        EXPECT_EQ(files_.files[kFile], "{\n    \"a\": true\n}\n") << "all of it once it can";
+    }
 }
 
 }  // namespace

@@ -1,47 +1,28 @@
 #include "orvellos/OrvelloCLI.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <limits>
 #include <nlohmann/json.hpp>
 
 #include "orvellos/SpaceScript.h"
 #include "orvellos/TagLabels.h"
-#include "platform/simulated/SimulatedChildProcesses.h"
-#include "platform/simulated/SimulatedRunLoop.h"
-#include "platform/simulated/SimulatedScreens.h"
-#include "platform/simulated/SimulatedSpaces.h"
-#include "platform/simulated/SimulatedWindowList.h"
+#include "tests/support/ApplicationTest.h"
 
 namespace orvellos {
 namespace {
 
-class OrvelloCLITest : public testing::Test {
+class OrvelloCLITest : public ApplicationTest {
   protected:
-    platform::simulated::SimulatedRunLoop runLoop;
-    platform::simulated::SimulatedSpaces spaces{runLoop};
-    platform::simulated::SimulatedScreens screens{runLoop};
-    platform::simulated::SimulatedWindowList windows;
-    platform::simulated::SimulatedChildProcesses processes;
-    SpaceIdentifier identifier{spaces, spaces, spaces, screens, screens};
-    std::optional<std::string> tagFile;
-    bool switching = true;
-    std::vector<std::string> switched;
-    std::string out;
-    std::string err;
-
-    void SetUp() override {
-        screens.addScreen({0, 0, 100, 100}, "UUID-1");
+    OrvelloCLITest() {
+        desktop_.screens.addScreen({0, 0, 100, 100}, "UUID-1");
         spaces.addDisplay("Main", {"A", "B", "C"});
-        tagFile = R"([{"label":"Mail & Chat","spaceUUID":"B"},{"label":"2","spaceUUID":"C"}])";
     }
 
     int run(const std::vector<std::string_view>& arguments) {
         out.clear();
         err.clear();
-        const OrvelloCLI cli({.spaces = identifier,
-                              .windows = windows,
+        const OrvelloCLI cli({.spaces = identifier_,
+                              .windows = desktop_.windowList,
                               .childProcesses = processes,
                               .readTagFile = [this] { return tagFile; },
                               .switchToSpace =
@@ -54,6 +35,15 @@ class OrvelloCLITest : public testing::Test {
         const auto command = OrvelloCLI::commandOf(arguments);
         return command ? cli.run(*command, arguments) : -1;
     }
+
+    platform::simulated::SimulatedSpaces& spaces = desktop_.spaces;
+    platform::simulated::SimulatedChildProcesses& processes = desktop_.childProcesses;
+    std::optional<std::string> tagFile =
+        R"([{"label":"Mail & Chat","spaceUUID":"B"},{"label":"2","spaceUUID":"C"}])";
+    bool switching = true;
+    Texts switched;
+    std::string out;
+    std::string err;
 };
 
 TEST_F(OrvelloCLITest, leavesOtherArgumentsToTheApplication) {
@@ -126,7 +116,7 @@ TEST_F(OrvelloCLITest, goesByTheScript) {
              {"A", {SpaceScript::Direction::Left, 1}},
          }) {
         EXPECT_EQ(run({"goto", target}), 0) << target;
-        const std::vector<std::string> arguments = {"-e", script.text(SpaceScript::Layout::CommandLine)};
+        const Texts arguments = {"-e", script.text(SpaceScript::Layout::CommandLine)};
         EXPECT_EQ(processes.runs().back(),
                   (platform::simulated::SimulatedChildProcesses::Run{"/usr/bin/osascript", arguments}));
     }
@@ -148,7 +138,7 @@ TEST_F(OrvelloCLITest, switchesItselfWhenTheScriptCannot) {
     for (const auto status : {std::optional<int>(1), std::optional<int>()}) {
         processes.setExitStatus(status);
         EXPECT_EQ(run({"goto", "3"}), 0);
-        EXPECT_EQ(switched, std::vector<std::string>{"C"});
+        EXPECT_EQ(switched, Texts{"C"});
         switching = false;
         EXPECT_EQ(run({"goto", "3"}), 1);
         EXPECT_EQ(err + out, "");
@@ -160,13 +150,13 @@ TEST_F(OrvelloCLITest, switchesItselfWhenTheScriptCannot) {
     tagFile = R"([{"label":"far","spaceUUID":"E"},{"label":"closed","spaceUUID":"Z"}])";
     EXPECT_EQ(run({"goto", "far"}), 0);
     EXPECT_EQ(run({"goto", "closed"}), 0);
-    EXPECT_EQ(switched, (std::vector<std::string>{"E", "Z"}));
+    EXPECT_EQ(switched, (Texts{"E", "Z"}));
     EXPECT_EQ(processes.runs().size(), scriptRuns) << "neither is on the pointer's display";
 }
 
 TEST_F(OrvelloCLITest, listsOrdinaryWindows) {
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
-    windows.set(std::vector<platform::WindowInfo>{
+    desktop_.windowList.set(std::vector<platform::WindowInfo>{
         {0, 7, 42, "XTerm", platform::Rect{-1.9, 2.9, 10.5, 20}},
         {25, 8, {}, {}, {}},
         {{}, 9, {}, {}, {}},
@@ -187,7 +177,7 @@ TEST_F(OrvelloCLITest, listsOrdinaryWindows) {
     EXPECT_FALSE(rows[1].contains("space")) << "a Space that is not in the layout";
     EXPECT_EQ(rows[2],
               (nlohmann::json{{"cgwindowid", 11}, {"pid", -1}, {"x", 0}, {"y", 0}, {"w", 0}, {"h", 0}}));
-    windows.set(std::nullopt);
+    desktop_.windowList.set(std::nullopt);
     EXPECT_EQ(run({"windows"}), 0);
     EXPECT_EQ(out, "[]\n");
 }

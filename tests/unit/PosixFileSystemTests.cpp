@@ -1,7 +1,9 @@
 #include "platform/freedesktop/PosixFileSystem.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -86,15 +88,30 @@ TEST_F(PosixFileSystemTests, SyncsAllBytesBeforeTheRenameAndTheFolderAfterIt) {
 }
 
 TEST_F(PosixFileSystemTests, KeepsPermissionsAndMakesNewFilesPrivate) {
-    const auto permissionsAfterWrite = [this](const fs::path& path) {
-        EXPECT_EQ(files_.writeAtomically(path, "new"), std::nullopt);
+    const auto permissionsAfterWrite = [](FileSystem& files, const fs::path& path) {
+        EXPECT_EQ(files.writeAtomically(path, "new"), std::nullopt);
         return static_cast<unsigned>(fs::status(path).permissions());
     };
-    for (const unsigned mode : {0644U, 0400U, 0660U}) {
+    PosixFileSystem stranger({.changeGroup = [](int, gid_t) { return fail(EPERM); }});
+    const std::pair<unsigned, unsigned> rows[] = {{0644, 0644}, {0400, 0400}, {0660, 0600}, {0654, 0644}};
+    for (const auto& [mode, ofAnotherGroup] : rows) {
         fs::permissions(file_, static_cast<fs::perms>(mode));
-        EXPECT_EQ(permissionsAfterWrite(file_), mode);
+        EXPECT_EQ(permissionsAfterWrite(files_, file_), mode);
+        EXPECT_EQ(permissionsAfterWrite(stranger, file_), ofAnotherGroup);
     }
-    EXPECT_EQ(permissionsAfterWrite(root_ / "new"), 0600U);
+    EXPECT_EQ(permissionsAfterWrite(files_, root_ / "new"), 0600U);
+}
+
+TEST_F(PosixFileSystemTests, ClearsAwayWhatKilledWritersLeft) {
+    const auto killed = ::fork();
+    if (killed == 0) ::_exit(0);
+    ASSERT_EQ(::waitpid(killed, nullptr, 0), killed);
+    const auto left = fmt::format(".orvello-{}-0.tmp", killed);
+    const std::vector<std::string> others = {".orvello-1-0.tmp", left + "x", ".orvello-x-0.tmp", "file"};
+    for (const auto& name : others) writeFile(root_ / name, "");
+    writeFile(root_ / left, "half of");
+    EXPECT_EQ(files_.writeAtomically(file_, "new"), std::nullopt);
+    EXPECT_EQ(names(), others);
 }
 
 TEST_F(PosixFileSystemTests, FollowsSymbolicLinks) {
@@ -112,7 +129,31 @@ TEST_F(PosixFileSystemTests, FollowsSymbolicLinks) {
     EXPECT_EQ(files_.writeAtomically(root_ / "lost", "x")->description, "open: No such file or directory");
     EXPECT_EQ(files_.writeAtomically(root_ / "cycle", "x")->description,
               "open: Too many levels of symbolic links");
-    EXPECT_TRUE(files_.exists(root_ / "lost"));
+    for (const char* link : {"first", "cycle"}) EXPECT_TRUE(files_.exists(root_ / link)) << link;
+    EXPECT_EQ(files_.writeNew(root_ / "lost", "x"), Error{"rename: File exists"});
+    EXPECT_FALSE(files_.exists(root_ / "lost")) << "a dangling link is no file";
+    EXPECT_FALSE(files_.exists(file_ / "below"));
+    EXPECT_TRUE(files_.exists(root_ / std::string(1000, 'x'))) << "nobody can tell";
+}
+
+TEST_F(PosixFileSystemTests, MovesWhatALinkStandsForAndKeepsTheLink) {
+    fs::create_symlink("file", root_ / "link");
+    fs::create_symlink("cycle", root_ / "cycle");
+    EXPECT_EQ(files_.move(root_ / "link", root_ / "aside"), std::nullopt);
+    EXPECT_EQ(files_.read(root_ / "aside").value(), "old");
+    EXPECT_TRUE(fs::is_symlink(root_ / "link"));
+    EXPECT_FALSE(fs::exists(file_));
+    EXPECT_EQ(files_.move(root_ / "cycle", root_ / "broken"), std::nullopt) << "a link that leads nowhere";
+    EXPECT_EQ(names(), (std::vector<std::string>{"aside", "broken", "link"}));
+
+    PosixFileSystem apart({.renameNoReplace = [](const char* from, const char* to) {
+        return std::string_view(from).ends_with("aside") ? fail(EXDEV)
+                                                         : FileCalls().renameNoReplace(from, to);
+    }});
+    EXPECT_EQ(apart.move(root_ / "aside", root_ / "link"), Error{"rename: File exists"});
+    EXPECT_EQ(apart.move(root_ / "aside", root_ / "copy"), std::nullopt) << "on another disk";
+    EXPECT_EQ(files_.read(root_ / "copy").value(), "old");
+    EXPECT_FALSE(fs::exists(root_ / "aside"));
 }
 
 TEST_F(PosixFileSystemTests, RefusesWhatIsNoFileOrTooLarge) {

@@ -3,12 +3,13 @@
 #include <gtest/gtest.h>
 
 #include "platform/freedesktop/KwinDesktops.h"
-#include "tests/support/PollRunLoop.h"
+#include "tests/support/MainLoop.h"
 #include "tests/support/PrivateBus.h"
 
 namespace platform::freedesktop {
 namespace {
 
+using desktop_test::answerWith;
 using desktop_test::StandInService;
 using nlohmann::json;
 
@@ -44,12 +45,13 @@ class SessionBusTests : public testing::Test {
         Answer answer;
         const auto pending = bus.call(call, into(answer));
         EXPECT_FALSE(answer.delivered);
-        EXPECT_TRUE(runLoop_.runUntil([&] { return answer.delivered; }));
+        EXPECT_TRUE(mainLoop_.runUntil([&] { return answer.delivered; }));
         return answer;
     }
 
     desktop_test::PrivateBus daemon_;
-    desktop_test::PollRunLoop runLoop_;
+    desktop_test::MainLoop mainLoop_;
+    ui::QtRunLoop& runLoop_ = mainLoop_.runLoop;
     SystemdLibrary library_;
     int attempts_ = 0;
 };
@@ -62,24 +64,13 @@ TEST_F(SessionBusTests, ReadsAnswersOfEveryType) {
     };
     const Row rows[] = {
         {"nothing", [](auto*, auto*) { return 0; }, "[]"},
-        {"numbers",
-         [](auto*, auto* r) {
-             return sd_bus_message_append(r, "ynqiuxtdb", 255, -1, 65535, -2, 3000000000U, int64_t{-3},
-                                          UINT64_MAX, 0.5, 1);
-         },
+        {"numbers", answerWith("ynqiuxtdb", 255, -1, 65535, -2, 3000000000U, int64_t{-3}, UINT64_MAX, 0.5, 1),
          "[255, -1, 65535, -2, 3000000000, -3, 18446744073709551615, 0.5, true]"},
-        {"texts", [](auto*, auto* r) { return sd_bus_message_append(r, "sog", "é", "/a", "a{sv}"); },
-         R"(["é", "/a", "a{sv}"])"},
-        {"a variant in a variant", [](auto*, auto* r) { return sd_bus_message_append(r, "v", "v", "b", 0); },
-         "[false]"},
-        {"a dictionary of variants",
-         [](auto*, auto* r) { return sd_bus_message_append(r, "a{sv}", 2, "a", "u", 1U, "b", "s", "x"); },
-         R"([[["a", 1], ["b", "x"]]])"},
-        {"an array of structures",
-         [](auto*, auto* r) { return sd_bus_message_append(r, "a(is)", 2, 7, "s", 8, "t"); },
-         R"([[[7, "s"], [8, "t"]]])"},
-        {"a descriptor", [](auto*, auto* r) { return sd_bus_message_append(r, "hs", 0, "after"); },
-         R"([null, "after"])"},
+        {"texts", answerWith("sog", "é", "/a", "a{sv}"), R"(["é", "/a", "a{sv}"])"},
+        {"a variant in a variant", answerWith("v", "v", "b", 0), "[false]"},
+        {"a dictionary", answerWith("a{sv}", 2, "a", "u", 1U, "b", "s", "x"), R"([[["a", 1], ["b", "x"]]])"},
+        {"structures", answerWith("a(is)", 2, 7, "s", 8, "t"), R"([[[7, "s"], [8, "t"]]])"},
+        {"a descriptor", answerWith("hs", 0, "after"), R"([null, "after"])"},
         {"an error", [](auto*, auto*) { return -1; }, nullptr},
         {"too many values",
          [](auto*, auto* r) {
@@ -125,7 +116,7 @@ TEST_F(SessionBusTests, AnswersAbsentWithoutWaitingWhenNobodyCan) {
     daemon_.stop();
     auto other = makeBus();
     EXPECT_FALSE(answerTo(other, exampleCall()).arguments);
-    EXPECT_LT(runLoop_.longestAction(), kLongestBusCall);
+    EXPECT_LT(mainLoop_.longestTurn, kLongestBusCall);
     daemon_.resume();
 
     SystemdLibrary missing("libsystemd-that-is-not-there.so.0");
@@ -134,7 +125,6 @@ TEST_F(SessionBusTests, AnswersAbsentWithoutWaitingWhenNobodyCan) {
 }
 
 TEST_F(SessionBusTests, ComesBackWithTheBusAndDoesNotTryAllTheTime) {
-    const auto answer = [](auto*, auto* reply) { return sd_bus_message_append(reply, "s", "here"); };
     auto bus = makeBus();
     Answer inFlight;
     {
@@ -142,9 +132,9 @@ TEST_F(SessionBusTests, ComesBackWithTheBusAndDoesNotTryAllTheTime) {
         auto call = exampleCall();
         call.timeout = desktop_test::kGenerousDeadline * 2;
         const auto pending = bus.call(call, into(inFlight));
-        EXPECT_TRUE(runLoop_.runUntil([&] { return silent.calls().size() == 1; }));
+        EXPECT_TRUE(mainLoop_.runUntil([&] { return silent.calls().size() == 1; }));
         daemon_.end();
-        EXPECT_TRUE(runLoop_.runUntil([&] { return inFlight.delivered; }));
+        EXPECT_TRUE(mainLoop_.runUntil([&] { return inFlight.delivered; }));
         EXPECT_FALSE(inFlight.arguments);
     }
     attempts_ = 0;
@@ -153,8 +143,8 @@ TEST_F(SessionBusTests, ComesBackWithTheBusAndDoesNotTryAllTheTime) {
     EXPECT_LE(attempts_, 1 + (runLoop_.now() - start) / std::chrono::seconds(1));
 
     daemon_.restart();
-    const StandInService service(daemon_.address(), kService, answer);
-    EXPECT_TRUE(runLoop_.runUntil([&] { return answerTo(bus, exampleCall()).arguments == json({"here"}); }));
+    const StandInService service(daemon_.address(), kService, answerWith("s", "here"));
+    EXPECT_TRUE(mainLoop_.runUntil([&] { return answerTo(bus, exampleCall()).arguments == json({"here"}); }));
 }
 
 TEST_F(SessionBusTests, DeliversNothingAfterTheSubscriptionOrTheBusEnds) {
@@ -178,12 +168,11 @@ TEST_F(SessionBusTests, RequestsKwinDesktopIds) {
     const auto request = [&] {
         const auto count = answers.size();
         const auto pending = kwin.requestIds([&](const auto& ids) { answers.push_back(ids); });
-        EXPECT_TRUE(runLoop_.runUntil([&] { return answers.size() > count; }));
+        EXPECT_TRUE(mainLoop_.runUntil([&] { return answers.size() > count; }));
     };
     request();
-    const StandInService service(daemon_.address(), "org.kde.KWin", [](auto*, auto* reply) {
-        return sd_bus_message_append(reply, "v", "a(uss)", 2, 1U, "b", "B", 0U, "a", "A");
-    });
+    const StandInService service(daemon_.address(), "org.kde.KWin",
+                                 answerWith("v", "a(uss)", 2, 1U, "b", "B", 0U, "a", "A"));
     request();
     EXPECT_EQ(answers, (std::vector<std::optional<KwinDesktopIds>>{std::nullopt, {{"a", "b"}}}));
 }

@@ -1,204 +1,77 @@
 #include "orvellos/Settings.h"
 
-#include <gtest/gtest.h>
+#include <fmt/format.h>
 
 #include <cmath>
 
-#include "orvellos/DebugLog.h"
-#include "platform/simulated/SimulatedDefaultsStore.h"
-#include "platform/simulated/SimulatedLoginItem.h"
-#include "platform/simulated/SimulatedSystemLog.h"
+#include "platform/freedesktop/JsonDefaultsStore.h"
+#include "tests/support/ApplicationTest.h"
 
 namespace orvellos {
 namespace {
 
-using platform::DefaultsData;
-using platform::DefaultsDictionary;
-using platform::simulated::SimulatedDefaultsStore;
-using Values = SimulatedDefaultsStore::Values;
+using nlohmann::json;
 
-const std::string kDefaultPosition = R"({"hEdge":"right","hOffset":224.0,"vEdge":"top","vOffset":56.0})";
-const Values kPositioned = {{"globalAnchoredPosition", DefaultsData{kDefaultPosition}}};
+constexpr const char* kFile = "/defaults.json";
+const json kRightTop = {{"data", R"({"hEdge":"right","hOffset":224.0,"vEdge":"top","vOffset":56.0})"}};
+const json kLeftTop = {{"data", R"({"hEdge":"left","hOffset":100.0,"vEdge":"top","vOffset":-25.0})"}};
+const platform::Screen kMainScreen{platform::DisplayId{1}, {0, 0, 1440, 900}, {0, 0, 1440, 875}, 1};
 
-platform::Screen mainScreen() {
-    return {platform::DisplayId{1}, {0, 0, 1440, 900}, {0, 0, 1440, 875}, 1};
+json with(json stored, const char* key, const json& value) {
+    stored[key] = value;
+    return stored;
 }
 
-// The settings on a store that holds these values besides a position.
-struct Fixture {
-    explicit Fixture(Values values = {}, std::optional<platform::Screen> screen = mainScreen())
-        : defaults(std::move(values)), settings(defaults, loginItem, screen) {}
+class SettingsTests : public ApplicationTest {
+  protected:
+    // Starts on a file with these members.
+    Settings& open(const json& stored, const std::optional<platform::Screen>& screen = kMainScreen) {
+        auto& files = desktop_.files;
+        files.put(kFile, stored.dump());
+        files.writes.clear();
+        store_.emplace(files, desktop_.runLoop, kFile, [](auto message) { FAIL() << message; });
+        return opened_.emplace(*store_, desktop_.loginItem, screen);
+    }
+    json stored() { return json::parse(desktop_.files.files[kFile]); }
+    // Every field in the order of its declaration.
+    [[nodiscard]] std::string fields() const {
+        const auto& s = *opened_;
+        return fmt::format("{} {} {} {} {} {} {} {} {} {}", rawValue(s.visibilityMode.get()),
+                           s.showRevealOnSwipe.get(), s.killSwitchActive.get(), rawValue(s.tagSize.get()),
+                           s.embiggenAllTags.get(), rawValue(s.missionControlStyle.get()),
+                           s.hasSeenWelcome.get(), s.lastWelcomeVersion.get(),
+                           rawValue(s.globalTagShape.get()),
+                           s.globalAnchoredPosition.get().value_or(AnchoredPosition{}).hOffset);
+    }
 
-    SimulatedDefaultsStore defaults;
-    platform::simulated::SimulatedLoginItem loginItem;
-    Settings settings;
+    std::optional<platform::freedesktop::JsonDefaultsStore> store_;
+    std::optional<Settings> opened_;
 };
 
-Values with(const Values& values) {
-    Values all = kPositioned;
-    all.insert(values.begin(), values.end());
-    return all;
-}
-
-TEST(SettingsTests, StartWithTheDefaultsAndWriteThePositionAlone) {
-    const Fixture f;
-    const auto& s = f.settings;
-    EXPECT_EQ(s.visibilityMode.get(), TagVisibilityMode::AlwaysVisible);
-    EXPECT_TRUE(s.showRevealOnSwipe.get());
-    EXPECT_FALSE(s.killSwitchActive.get() || s.embiggenAllTags.get() || s.hasSeenWelcome.get());
-    EXPECT_EQ(s.tagSize.get(), TagSize::Medium);
-    EXPECT_EQ(s.missionControlStyle.get(), MissionControlStyle::HeaderBar);
-    EXPECT_EQ(s.lastWelcomeVersion.get(), 0);
-    EXPECT_EQ(s.globalTagShape.get(), TagShape::Tag);
-    EXPECT_EQ(s.globalAnchoredPosition.get(), (AnchoredPosition{HEdge::Right, 224, VEdge::Top, 56}));
-    EXPECT_EQ(f.defaults.values, kPositioned);
-}
-
-TEST(SettingsTests, ResolveTheVisibilityFromTheModeAndTheKeysBeforeIt) {
-    constexpr auto kHidden = TagVisibilityMode::HiddenDuringWork;
-    constexpr auto kVisible = TagVisibilityMode::AlwaysVisible;
-    struct Row {
-        std::optional<std::string> mode;
-        std::optional<bool> onSwipe, inMissionControl, onSpaceChange;
-        TagVisibilityMode expectedMode = kVisible;
-        bool expectedOnSwipe = true;
-    };
-    constexpr auto kAbsent = std::nullopt;
-    const Row rows[] = {
-        {"alwaysVisible", kAbsent, true, false, kVisible, true},
-        {"alwaysVisible", false, kAbsent, kAbsent, kVisible, false},
-        {"hiddenDuringWork", kAbsent, kAbsent, kAbsent, kHidden, true},
-        {"hiddenDuringWork", false, kAbsent, true, kHidden, false},
-        {"revealInMC", true, kAbsent, true, kHidden, false},
-        {"revealOnSwipe", false, true, false, kHidden, true},
-        {"revealInMCAndOnSwipe", false, true, false, kHidden, true},
-        {"HiddenDuringWork", false, kAbsent, kAbsent, kVisible, true},
-        {kAbsent, false, kAbsent, kAbsent, kVisible, true},
-        {kAbsent, kAbsent, kAbsent, false, kVisible, true},
-        {kAbsent, kAbsent, kAbsent, true, kHidden, true},
-        {kAbsent, kAbsent, false, kAbsent, kHidden, true},
-        {kAbsent, kAbsent, false, false, kVisible, true},
-        {kAbsent, kAbsent, false, true, kHidden, true},
-        {kAbsent, kAbsent, true, kAbsent, kHidden, true},
-        {kAbsent, true, true, false, kHidden, false},
-        {kAbsent, kAbsent, true, true, kHidden, true},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(&row - rows);
-        Values values = kPositioned;
-        if (row.mode) values.emplace("visibilityMode", *row.mode);
-        if (row.onSwipe) values.emplace("showRevealOnSwipe", *row.onSwipe);
-        if (row.inMissionControl) values.emplace("revealOnlyInMissionControl", *row.inMissionControl);
-        if (row.onSpaceChange) values.emplace("revealOnSpaceChange", *row.onSpaceChange);
-        const Fixture f(values);
-        EXPECT_EQ(f.settings.visibilityMode.get(), row.expectedMode);
-        EXPECT_EQ(f.settings.showRevealOnSwipe.get(), row.expectedOnSwipe);
-        EXPECT_EQ(f.defaults.values, values);
+TEST_F(SettingsTests, ReadWhatIsThereAndFallBackFromTheRest) {
+    const auto complete = R"({
+        "visibilityMode": "hiddenDuringWork", "showRevealOnSwipe": false, "killSwitchActive": true,
+        "tagSize": "missionControl", "embiggenAllTags": true, "missionControlStyle": "fullscreen",
+        "hasSeenWelcome": true, "lastWelcomeVersion": 3, "globalTagShape": "pill"})"_json;
+    const auto unusable = R"({
+        "visibilityMode": true, "showRevealOnSwipe": 0, "revealOnSpaceChange": "yes",
+        "killSwitchActive": "yes", "hideAllLabels": true, "tagSize": "huge", "embiggenAllTags": 1,
+        "missionControlStyle": "Pill", "hasSeenWelcome": "yes", "lastWelcomeVersion": true,
+        "globalTagShape": "Pill", "globalAnchoredPosition": {"data": "{\"hEdge\":\"middle\"}"}})"_json;
+    const std::pair<json, std::string> rows[] = {
+        {json::object(), "alwaysVisible true false medium false headerBar false 0 tag 224"},
+        {with(complete, "globalAnchoredPosition", kLeftTop),
+         "hiddenDuringWork false true missionControl true fullscreen true 3 pill 100"},
+        {unusable, "alwaysVisible true true medium false headerBar false 0 tag 0"}};
+    for (const auto& [before, expected] : rows) {
+        open(before);
+        EXPECT_EQ(fields(), expected);
+        EXPECT_EQ(stored(), before.empty() ? with(before, "globalAnchoredPosition", kRightTop) : before);
     }
 }
 
-TEST(SettingsTests, FallBackFromValuesOfAnotherKind) {
-    const std::string text = "yes";
-    const Fixture f({{"visibilityMode", true},
-                     {"showRevealOnSwipe", std::int64_t{0}},
-                     {"revealOnSpaceChange", text},
-                     {"killSwitchActive", text},
-                     {"hideAllLabels", true},
-                     {"tagSize", std::string("huge")},
-                     {"embiggenAllTags", std::int64_t{1}},
-                     {"missionControlStyle", std::string("Pill")},
-                     {"hasSeenWelcome", text},
-                     {"lastWelcomeVersion", true},
-                     {"globalTagShape", std::string("Pill")},
-                     {"globalAnchoredPosition", DefaultsData{R"({"hEdge":"middle"})"}}});
-    const auto& s = f.settings;
-    EXPECT_EQ(s.visibilityMode.get(), TagVisibilityMode::AlwaysVisible);
-    EXPECT_TRUE(s.showRevealOnSwipe.get() && s.killSwitchActive.get());
-    EXPECT_FALSE(s.embiggenAllTags.get() || s.hasSeenWelcome.get());
-    EXPECT_EQ(s.tagSize.get(), TagSize::Medium);
-    EXPECT_EQ(s.missionControlStyle.get(), MissionControlStyle::HeaderBar);
-    EXPECT_EQ(s.lastWelcomeVersion.get(), 0);
-    EXPECT_EQ(s.globalTagShape.get(), TagShape::Tag);
-    EXPECT_EQ(s.globalAnchoredPosition.get(), std::nullopt);
-    EXPECT_TRUE(f.defaults.writes.empty());
-}
-
-TEST(SettingsTests, MigrateTheKeysOfEarlierVersionsOnce) {
-    const DefaultsDictionary center = {{"x", 100}, {"y", 900}};
-    const DefaultsData migrated{R"({"hEdge":"left","hOffset":100.0,"vEdge":"top","vOffset":-25.0})"};
-    struct Row {
-        const char* name;
-        Values before;
-        std::optional<platform::Screen> screen;
-        Values after;
-    };
-    const Row rows[] = {
-        {"full screen", with({{"missionControlFullscreen", true}}), mainScreen(),
-         with({{"missionControlStyle", std::string("fullscreen")}})},
-        {"not full screen", with({{"missionControlFullscreen", false}}), mainScreen(),
-         with({{"missionControlStyle", std::string("pill")}})},
-        {"no boolean", with({{"missionControlFullscreen", std::int64_t{1}}}), mainScreen(), kPositioned},
-        {"a style already",
-         with({{"missionControlFullscreen", true}, {"missionControlStyle", std::string("headerBar")}}),
-         mainScreen(), with({{"missionControlStyle", std::string("headerBar")}})},
-        {"centre", {{"globalTagCenter", center}}, mainScreen(), {{"globalAnchoredPosition", migrated}}},
-        {"centre without a screen",
-         {{"globalTagCenter", center}},
-         std::nullopt,
-         with({{"globalTagCenter", center}})},
-        {"centre and a position", with({{"globalTagCenter", center}}), mainScreen(),
-         with({{"globalTagCenter", center}})},
-        {"half a centre",
-         {{"globalTagCenter", DefaultsDictionary{{"x", 1}}}},
-         mainScreen(),
-         with({{"globalTagCenter", DefaultsDictionary{{"x", 1}}}})},
-        {"a position that is no data",
-         {{"globalAnchoredPosition", std::string("right")}},
-         mainScreen(),
-         kPositioned},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        const Fixture first(row.before, row.screen);
-        EXPECT_EQ(first.defaults.values, row.after);
-        const Fixture second(row.after, row.screen);
-        EXPECT_TRUE(second.defaults.writes.empty());
-    }
-    EXPECT_EQ(Fixture(with({{"missionControlFullscreen", true}})).settings.missionControlStyle.get(),
-              MissionControlStyle::Fullscreen);
-}
-
-TEST(SettingsTests, TellTheFieldThenTheObjectThenWriteEveryAssignment) {
-    Fixture f(kPositioned);
-    std::vector<std::string> events;
-    const auto note = [&](const std::string& what) {
-        events.push_back(what + " after " + std::to_string(f.defaults.writes.size()) + " writes");
-    };
-    const auto field =
-        f.settings.tagSize.subscribe([&](TagSize size) { note("field " + std::string(rawValue(size))); });
-    const auto object =
-        f.settings.subscribe([&] { note("object " + std::string(rawValue(f.settings.tagSize.get()))); });
-    f.settings.tagSize.set(TagSize::Large);
-    f.settings.tagSize.set(TagSize::Large);
-    EXPECT_EQ(events, (std::vector<std::string>{"field medium after 0 writes", "field large after 0 writes",
-                                                "object large after 0 writes", "field large after 1 writes",
-                                                "object large after 1 writes"}));
-    EXPECT_EQ(f.defaults.writes, (std::vector<std::string>{"tagSize", "tagSize"}));
-}
-
-TEST(SettingsTests, WriteWhatASubscriberAssignsInTurn) {
-    Fixture f(kPositioned);
-    const auto veto = f.settings.killSwitchActive.subscribe([&](bool active) {
-        if (active) f.settings.killSwitchActive.set(false);
-    });
-    f.settings.killSwitchActive.set(true);
-    EXPECT_FALSE(f.settings.killSwitchActive.get());
-    EXPECT_EQ(f.defaults.value("killSwitchActive"), platform::DefaultsValue(false));
-}
-
-TEST(SettingsTests, WriteEachFieldUnderItsKeyInItsForm) {
-    Fixture f;
-    auto& s = f.settings;
+TEST_F(SettingsTests, WriteEachFieldInTheFormInWhichItIsRead) {
+    auto& s = open(json::object());
     s.visibilityMode.set(TagVisibilityMode::HiddenDuringWork);
     s.showRevealOnSwipe.set(false);
     s.killSwitchActive.set(true);
@@ -208,54 +81,129 @@ TEST(SettingsTests, WriteEachFieldUnderItsKeyInItsForm) {
     s.hasSeenWelcome.set(true);
     s.lastWelcomeVersion.set(3);
     s.globalTagShape.set(TagShape::Pill);
-    s.globalAnchoredPosition.set(AnchoredPosition{HEdge::Left, 1, VEdge::Bottom, 2.5});
-    const Values expected = {
-        {"visibilityMode", std::string("hiddenDuringWork")},
-        {"showRevealOnSwipe", false},
-        {"killSwitchActive", true},
-        {"tagSize", std::string("missionControl")},
-        {"embiggenAllTags", true},
-        {"missionControlStyle", std::string("fullscreen")},
-        {"hasSeenWelcome", true},
-        {"lastWelcomeVersion", std::int64_t{3}},
-        {"globalTagShape", std::string("pill")},
-        {"globalAnchoredPosition",
-         DefaultsData{R"({"hEdge":"left","hOffset":1.0,"vEdge":"bottom","vOffset":2.5})"}}};
-    EXPECT_EQ(f.defaults.values, expected);
-    const Fixture again(expected);
-    EXPECT_EQ(again.settings.globalAnchoredPosition.get(), s.globalAnchoredPosition.get());
-    EXPECT_EQ(again.settings.lastWelcomeVersion.get(), 3);
-    EXPECT_TRUE(again.settings.killSwitchActive.get() && !again.settings.showRevealOnSwipe.get());
+    s.globalAnchoredPosition.set(AnchoredPosition{HEdge::Left, 100, VEdge::Top, -25});
+    EXPECT_EQ(stored()["globalAnchoredPosition"], kLeftTop);
+    open(stored());
+    EXPECT_EQ(fields(), "hiddenDuringWork false true missionControl true fullscreen true 3 pill 100");
 
-    s.globalAnchoredPosition.set(std::nullopt);
-    EXPECT_FALSE(f.defaults.values.contains("globalAnchoredPosition"));
-    s.globalAnchoredPosition.set(AnchoredPosition{});
-    EXPECT_TRUE(f.defaults.values.contains("globalAnchoredPosition"));
-    s.globalAnchoredPosition.set(AnchoredPosition{HEdge::Left, std::nan("")});
-    EXPECT_FALSE(f.defaults.values.contains("globalAnchoredPosition"));
+    const AnchoredPosition nowhere{HEdge::Left, std::nan(""), VEdge::Top, 0};
+    for (const auto& none : {std::optional<AnchoredPosition>(), std::optional(nowhere)}) {
+        opened_->globalAnchoredPosition.set(AnchoredPosition{});
+        EXPECT_TRUE(stored().contains("globalAnchoredPosition"));
+        opened_->globalAnchoredPosition.set(none);
+        EXPECT_FALSE(stored().contains("globalAnchoredPosition"));
+    }
 }
 
-TEST(SettingsTests, SwitchTheLoginItemWhenItIsNotSoAlready) {
-    platform::simulated::SimulatedSystemLog systemLog;
-    connectDebugLog({.systemLog = &systemLog});
-    Fixture f(kPositioned);
-    int announced = 0;
-    const auto object = f.settings.subscribe([&] { ++announced; });
-    f.settings.setLaunchAtLogin(false);
-    f.settings.setLaunchAtLogin(true);
-    f.settings.setLaunchAtLogin(true);
-    EXPECT_EQ(f.loginItem.switches, 1);
-    EXPECT_TRUE(f.settings.launchAtLogin());
-    EXPECT_TRUE(systemLog.general().empty());
+TEST_F(SettingsTests, ResolveTheVisibilityFromTheModeAndTheKeysBeforeIt) {
+    const std::pair<const char*, const char*> rows[] = {
+        {R"({"visibilityMode": "alwaysVisible", "revealOnlyInMissionControl": true,
+             "revealOnSpaceChange": false})",
+         "alwaysVisible true"},
+        {R"({"visibilityMode": "alwaysVisible", "showRevealOnSwipe": false})", "alwaysVisible false"},
+        {R"({"visibilityMode": "hiddenDuringWork"})", "hiddenDuringWork true"},
+        {R"({"visibilityMode": "hiddenDuringWork", "showRevealOnSwipe": false})", "hiddenDuringWork false"},
+        {R"({"visibilityMode": "revealInMC", "showRevealOnSwipe": true})", "hiddenDuringWork false"},
+        {R"({"visibilityMode": "revealOnSwipe", "showRevealOnSwipe": false})", "hiddenDuringWork true"},
+        {R"({"visibilityMode": "revealInMCAndOnSwipe", "showRevealOnSwipe": false})",
+         "hiddenDuringWork true"},
+        {R"({"visibilityMode": "HiddenDuringWork", "showRevealOnSwipe": false})", "alwaysVisible true"},
+        {R"({"showRevealOnSwipe": false})", "alwaysVisible true"},
+        {R"({"revealOnSpaceChange": false})", "alwaysVisible true"},
+        {R"({"revealOnSpaceChange": true})", "hiddenDuringWork true"},
+        {R"({"revealOnlyInMissionControl": false})", "hiddenDuringWork true"},
+        {R"({"revealOnlyInMissionControl": false, "revealOnSpaceChange": false})", "alwaysVisible true"},
+        {R"({"revealOnlyInMissionControl": false, "revealOnSpaceChange": true})", "hiddenDuringWork true"},
+        {R"({"revealOnlyInMissionControl": true})", "hiddenDuringWork true"},
+        {R"({"revealOnlyInMissionControl": true, "revealOnSpaceChange": false,
+             "showRevealOnSwipe": true})",
+         "hiddenDuringWork false"},
+        {R"({"revealOnlyInMissionControl": true, "revealOnSpaceChange": true})", "hiddenDuringWork true"},
+    };
+    for (const auto& [text, expected] : rows) {
+        const auto before = with(json::parse(text), "globalAnchoredPosition", kRightTop);
+        open(before);
+        EXPECT_TRUE(fields().starts_with(std::string(expected) + " ")) << text << fields();
+        EXPECT_EQ(stored(), before);
+    }
+}
 
-    f.loginItem.failure = platform::Error{"No space left on device"};
-    f.settings.setLaunchAtLogin(false);
-    EXPECT_TRUE(f.settings.launchAtLogin());
+TEST_F(SettingsTests, MigrateTheKeysOfEarlierVersionsOnce) {
+    const json placed = {{"globalAnchoredPosition", kRightTop}};
+    const json center = {{"x", 100}, {"y", 900}};
+    const auto style = [&](const char* name) { return with(placed, "missionControlStyle", name); };
+    struct Row {
+        const char* name;
+        json before;
+        std::optional<platform::Screen> screen;
+        json after;
+    };
+    const Row rows[] = {
+        {"full screen", with(placed, "missionControlFullscreen", true), {}, style("fullscreen")},
+        {"not full screen", with(placed, "missionControlFullscreen", false), {}, style("pill")},
+        {"no boolean", with(placed, "missionControlFullscreen", 1), {}, placed},
+        {"styled", with(style("headerBar"), "missionControlFullscreen", true), {}, style("headerBar")},
+        {"centre", {{"globalTagCenter", center}}, kMainScreen, {{"globalAnchoredPosition", kLeftTop}}},
+        {"no screen", {{"globalTagCenter", center}}, {}, with(placed, "globalTagCenter", center)},
+        {"placed", with(placed, "globalTagCenter", center), kMainScreen,
+         with(placed, "globalTagCenter", center)},
+        {"half", with({}, "globalTagCenter", {{"x", 1}}), kMainScreen,
+         with(placed, "globalTagCenter", {{"x", 1}})},
+        {"a position that is no data", {{"globalAnchoredPosition", "right"}}, kMainScreen, placed},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const auto migratedStyle = open(row.before, row.screen).missionControlStyle.get();
+        EXPECT_EQ(stored(), row.after);
+        EXPECT_EQ(rawValue(migratedStyle), row.after.value("missionControlStyle", "headerBar"));
+        open(row.after, row.screen);
+        EXPECT_TRUE(desktop_.files.writes.empty());
+    }
+}
+
+TEST_F(SettingsTests, TellTheFieldThenTheObjectThenWriteEveryAssignment) {
+    Texts events;
+    const auto note = [&](const char* what) {
+        events.push_back(fmt::format("{} {} {}", what, rawValue(settings_.tagSize.get()),
+                                     desktop_.defaults.writes.size()));
+    };
+    desktop_.defaults.writes.clear();
+    const auto field = settings_.tagSize.subscribe([&](TagSize) { note("field"); });
+    const auto object = settings_.subscribe([&] { note("object"); });
+    settings_.tagSize.set(TagSize::Large);
+    settings_.tagSize.set(TagSize::Large);
+    EXPECT_EQ(events, (Texts{"field medium 0", "field large 0", "object large 0", "field large 1",
+                             "object large 1"}));
+    EXPECT_EQ(desktop_.defaults.writes, (Texts{"tagSize", "tagSize"}));
+}
+
+TEST_F(SettingsTests, DeliverAndWriteLastWhatASubscriberAssignsInTurn) {
+    auto& killSwitch = settings_.killSwitchActive;
+    const auto veto = killSwitch.subscribe([&](bool active) {
+        if (active) killSwitch.set(false);
+    });
+    std::vector<bool> told;
+    const auto later = killSwitch.subscribe([&](bool active) { told.push_back(active); });
+    killSwitch.set(true);
+    EXPECT_FALSE(killSwitch.get());
+    EXPECT_EQ(told, (std::vector{false, false})) << "never the value that was replaced already";
+    EXPECT_EQ(desktop_.defaults.value("killSwitchActive"), platform::DefaultsValue(false));
+}
+
+TEST_F(SettingsTests, SwitchTheLoginItemWhenItIsNotSoAlready) {
+    int announced = 0;
+    const auto object = settings_.subscribe([&] { ++announced; });
+    for (const bool enabled : {false, true, true}) settings_.setLaunchAtLogin(enabled);
+    EXPECT_EQ(desktop_.loginItem.switches, 1);
+    EXPECT_TRUE(settings_.launchAtLogin());
+    EXPECT_TRUE(desktop_.systemLog.general().empty());
+
+    desktop_.loginItem.failure = platform::Error{"No space left on device"};
+    settings_.setLaunchAtLogin(false);
+    EXPECT_TRUE(settings_.launchAtLogin());
     EXPECT_EQ(announced, 4);
-    EXPECT_EQ(systemLog.general(),
-              std::vector<std::string>{"orvello: launch-at-login toggle failed: No space left on device"});
-    EXPECT_TRUE(f.defaults.writes.empty());
-    connectDebugLog({});
+    EXPECT_EQ(desktop_.systemLog.general(),
+              Texts{"orvello: launch-at-login toggle failed: No space left on device"});
 }
 
 }  // namespace

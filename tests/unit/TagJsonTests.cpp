@@ -11,52 +11,39 @@ namespace {
 constexpr const char* kId = "E621E1F8-C36C-495A-93FC-0C247A3E6E5F";
 
 TEST(TagJsonTests, ReadsTagsStrictly) {
-    struct Row {
-        const char* name;
-        const char* members;  // after the id
-        bool decodes;
+    const std::pair<const char*, bool> rows[] = {
+        // What follows the id, and whether that makes a tag.
+        {R"("label":"A","colorHex":"blue")", true},
+        {R"("label":"","colorHex":"#1","frame":[[1,-2.5],[3e2,4]],"spaceUUID":"S","x":{"y":[]})", true},
+        {R"("label":"A","colorHex":"#1","frame":null,"spaceUUID":null)", true},
+        {R"("label":"A","colorHex":"#1","frame":[[1,2],[3,4]],"frame":null)", true},
+        {R"("colorHex":"#1")", false},
+        {R"("label":"A")", false},
+        {R"("label":null,"colorHex":"#1")", false},
+        {R"("label":1,"colorHex":"#1")", false},
+        {R"("label":["A"],"colorHex":"#1")", false},
+        {R"("x":{"label":"A","colorHex":"#1"})", false},
+        {R"("label":"A","colorHex":"#1","spaceUUID":7)", false},
     };
-    const Row rows[] = {
-        {"required members only", R"("label":"A","colorHex":"blue")", true},
-        {"all members and an unknown one",
-         R"("label":"","colorHex":"#1","frame":[[1,-2.5],[3e2,4]],"spaceUUID":"S","x":{"y":[]})", true},
-        {"nulls", R"("label":"A","colorHex":"#1","frame":null,"spaceUUID":null)", true},
-        {"no label", R"("colorHex":"#1")", false},
-        {"no colour", R"("label":"A")", false},
-        {"null label", R"("label":null,"colorHex":"#1")", false},
-        {"label of another type", R"("label":1,"colorHex":"#1")", false},
-        {"frame as one flat list", R"("label":"A","colorHex":"#1","frame":[1,2,3,4])", false},
-        {"frame with three pairs", R"("label":"A","colorHex":"#1","frame":[[1,2],[3,4],[5,6]])", false},
-        {"frame with a short pair", R"("label":"A","colorHex":"#1","frame":[[1,2],[3]])", false},
-        {"frame of texts", R"("label":"A","colorHex":"#1","frame":[["1",2],[3,4]])", false},
-        {"frame with a boolean", R"("label":"A","colorHex":"#1","frame":[[true,2],[3,4]])", false},
-        {"frame as an object", R"("label":"A","colorHex":"#1","frame":{"x":1})", false},
-        {"frame with a triple and a single", R"("label":"A","colorHex":"#1","frame":[[1,2,3],[4]])", false},
-        {"frame with an empty pair", R"("label":"A","colorHex":"#1","frame":[[1,2],[],[3,4]])", false},
-        {"frame with a pair too deep", R"("label":"A","colorHex":"#1","frame":[[[1,2]],[3,4]])", false},
-        {"frame with five numbers", R"("label":"A","colorHex":"#1","frame":[[1,2],[3,4,5]])", false},
-        {"label in a list", R"("label":["A"],"colorHex":"#1")", false},
-        {"required members of an inner object", R"("x":{"label":"A","colorHex":"#1"})", false},
-        {"the later of two members", R"("label":"A","colorHex":"#1","frame":[[1,2],[3,4]],"frame":null)",
-         true},
-        {"Space of another type", R"("label":"A","colorHex":"#1","spaceUUID":7)", false},
+    const auto decodes = [](const std::string& members) {
+        return decodeTags(fmt::format(R"([{{"id":"{0}","label":"G","colorHex":""}},{{"id":"{0}",{1}}}])", kId,
+                                      members))
+            .has_value();
     };
-    const std::string good = R"({"id":")" + std::string(kId) + R"(","label":"G","colorHex":""})";
-    for (const auto& row : rows) {
-        const auto text = fmt::format(R"([{},{{"id":"{}",{}}}])", good, kId, row.members);
-        EXPECT_EQ(decodeTags(text).has_value(), row.decodes) << row.name;
+    for (const auto& [members, isTag] : rows) EXPECT_EQ(decodes(members), isTag) << members;
+    for (const auto* frame :
+         {"[1,2,3,4]", "[[1,2],[3,4],[5,6]]", "[[1,2],[3]]", R"([["1",2],[3,4]])", "[[true,2],[3,4]]",
+          R"({"x":1})", "[[1,2,3],[4]]", "[[1,2],[],[3,4]]", "[[[1,2]],[3,4]]", "[[1,2],[3,4,5]]"})
+        EXPECT_FALSE(decodes(fmt::format(R"("label":"A","colorHex":"#1","frame":{})", frame))) << frame;
+    for (const auto& [depth, isTag] : {std::pair(60, true), std::pair(1000000, false)}) {
+        const std::string open(depth, '['), close(depth, ']');
+        EXPECT_EQ(decodes(R"("label":"A","colorHex":"#1","x":)" + open + close), isTag);
     }
     for (const auto* text :
          {"", "1", "null", "[1]", "[null]", "[[1]]", "[]]", "{}", "[[]]",
           R"([{"label":"A","colorHex":"#1"}])", "[", R"([{"id":"no","label":"A","colorHex":"#1"}])"})
         EXPECT_FALSE(decodeTags(text)) << text;
     EXPECT_EQ(decodeTags(" [ ] "), std::vector<Tag>());
-    for (const bool tooDeep : {false, true}) {
-        const std::size_t depth = tooDeep ? 1000000 : 60;
-        const auto text = fmt::format(R"([{{"id":"{}","label":"A","colorHex":"#1","x":{}{}}}])", kId,
-                                      std::string(depth, '['), std::string(depth, ']'));
-        EXPECT_EQ(decodeTags(text).has_value(), !tooDeep);
-    }
 }
 
 TEST(TagJsonTests, WritesSortedMembersOnePerLine) {

@@ -1,21 +1,12 @@
 #include "orvellos/TagStore.h"
 
-#include <gtest/gtest.h>
-
 #include <limits>
 
-#include "orvellos/DebugLog.h"
 #include "orvellos/TagJson.h"
-#include "platform/simulated/SimulatedFileSystem.h"
-#include "platform/simulated/SimulatedFolders.h"
-#include "platform/simulated/SimulatedRunLoop.h"
-#include "tests/support/TimeZone.h"
+#include "tests/support/ApplicationTest.h"
 
 namespace orvellos {
 namespace {
-
-using Lines = std::vector<std::string>;
-using platform::Rect;
 
 const platform::Error kFull{"write: No space left on device"};
 
@@ -37,11 +28,9 @@ std::vector<Tag> makeTags(int count) {
     return tags;
 }
 
-class TagStoreTests : public testing::Test {
+class TagStoreTests : public ApplicationTest {
   protected:
-    TagStoreTests() { connectDebugLog({}); }
-
-    TagStore open() { return {files_, clock_, tagFolder(folders_)}; }
+    TagStore open() { return {files_, desktop_.runLoop, tagFolder(desktop_.folders)}; }
     void put(const std::filesystem::path& path, const std::vector<Tag>& tags) {
         files_.put(path, encodeTags(tags).value());
     }
@@ -49,66 +38,58 @@ class TagStoreTests : public testing::Test {
         const auto text = files_.read(path);
         return text ? decodeTags(text.value()).value_or(std::vector<Tag>()) : std::vector<Tag>();
     }
-    static Lines logged() {
-        Lines lines;
-        for (const auto& line : timelineSnapshot()) lines.push_back(line.substr(line.find(" nav ") + 5));
-        return lines;
-    }
 
-    desktop_test::TimeZone ahead_{"TEST-5:30"};  // five and a half hours ahead of UTC
-    platform::simulated::SimulatedFileSystem files_;
-    platform::simulated::SimulatedFolders folders_;
-    platform::simulated::SimulatedRunLoop clock_;
+    platform::simulated::SimulatedFileSystem& files_ = desktop_.files;
 };
 
 TEST_F(TagStoreTests, FirstStartMakesTheFolderAndNothingElse) {
-    files_.folders.insert({"/home", "/home/user"});
-    auto store = open();
-    EXPECT_EQ(store.fileURL(), kFile);
+    EXPECT_EQ(open().fileURL(), kFile);
     EXPECT_TRUE(files_.folders.contains(kFolder));
     EXPECT_TRUE(files_.files.empty());
-    EXPECT_EQ(logged(), Lines());
-    folders_.applicationSupportFolder.reset();
-    EXPECT_EQ(tagFilePath(folders_), "/home/user/Library/Application Support/orvello/tags.json");
-    folders_.homeFolder.reset();
-    EXPECT_EQ(tagFilePath(folders_), "");
+    EXPECT_EQ(logged(), Texts());
+
+    desktop_.folders.applicationSupportFolder.reset();
+    EXPECT_EQ(tagFilePath(desktop_.folders), "/home/user/Library/Application Support/orvello/tags.json");
+    desktop_.folders.homeFolder.reset();
+    EXPECT_EQ(tagFilePath(desktop_.folders), "");
+    auto store = open();
+    store.tags = makeTags(1);
+    store.save();
+    EXPECT_EQ(logged(), Texts{"TagStore: SAVE FAILED for 1 tag(s): open: No such file or directory"});
+    EXPECT_TRUE(files_.files.empty());
 }
 
 TEST_F(TagStoreTests, LoadsOrRecoversWithoutLosingAnything) {
     const auto three = makeTags(3);
-    const std::string damaged = R"([{"id":"E621E1F8-C36C-495A-93FC-0C247A3E6E5F","label":"A"}])";
+    const auto damage = [this](const std::filesystem::path& path) {
+        files_.put(path, R"([{"id":"E621E1F8-C36C-495A-93FC-0C247A3E6E5F","label":"A"}])");
+    };
     struct Row {
         const char* name;
         std::function<void()> prepare;
         std::size_t tags;
-        Lines log;
+        Texts log;
     };
     const Row rows[] = {
-        {"empty array keeps the backup", [&] { put(kFile, {}), put(kBackup, three); }, 0, {}},
-        {"good file", [&] { put(kFile, three); }, 3, {}},
-        {"damaged file, good backup",
-         [&] { files_.put(kFile, damaged), put(kBackup, three); },
+        {"empty keeps the backup", [&] { put(kFile, {}), put(kBackup, three); }, 0, {}},
+        {"good", [&] { put(kFile, three); }, 3, {}},
+        {"damaged, good backup", [&] { damage(kFile), put(kBackup, three); }, 3, {kQuarantined, kRecovered}},
+        {"damaged, no backup", [&] { damage(kFile); }, 0, {kQuarantined, kStartingEmpty}},
+        {"both damaged", [&] { damage(kFile), damage(kBackup); }, 0, {kQuarantined, kStartingEmpty}},
+        {"unreadable",
+         [&] { put(kFile, makeTags(1)), files_.unreadable = {kFile}, put(kBackup, three); },
          3,
          {kQuarantined, kRecovered}},
-        {"damaged file, no backup", [&] { files_.put(kFile, damaged); }, 0, {kQuarantined, kStartingEmpty}},
-        {"damaged file and backup",
-         [&] { files_.put(kFile, damaged), files_.put(kBackup, damaged); },
-         0,
-         {kQuarantined, kStartingEmpty}},
-        {"unreadable file",
-         [&] { put(kFile, makeTags(1)), files_.unreadable.insert(kFile), put(kBackup, three); },
-         3,
-         {kQuarantined, kRecovered}},
-        {"folder in the file's place",
+        {"a folder",
          [&] { put(kBackup, three), files_.folders.insert(kFile); },
          3,
          {kQuarantined, kRecovered}},
         {"quarantine of the same second",
-         [&] { files_.put(kFile, damaged), files_.put(kQuarantine, "older"), put(kBackup, three); },
+         [&] { damage(kFile), damage(kQuarantine), put(kBackup, three); },
          3,
          {"TagStore: FAILED to quarantine unreadable store: rename: File exists", kRecovered}},
         {"folder that cannot be written",
-         [&] { files_.put(kFile, damaged), put(kBackup, three), files_.unwritable.insert(kFolder); },
+         [&] { damage(kFile), put(kBackup, three), files_.unwritable = {kFolder}; },
          3,
          {"TagStore: FAILED to quarantine unreadable store: rename: Permission denied", kRecovered,
           "TagStore: SAVE FAILED for 3 tag(s): open: Permission denied",
@@ -121,7 +102,7 @@ TEST_F(TagStoreTests, LoadsOrRecoversWithoutLosingAnything) {
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         files_ = {};
-        connectDebugLog({});
+        connectLog(false);
         row.prepare();
         const auto before = files_;
         const auto store = open();
@@ -148,28 +129,29 @@ TEST_F(TagStoreTests, WritesEachChangeAtOnceAndOnlyToTheFirstMatch) {
     auto store = open();
     files_.writes.clear();
     const auto id = tags[1].id;
-
-    store.updateFrame(id, {1, 2, 3, 4});
-    tags[1].frame = Rect{1, 2, 3, 4};
-    EXPECT_EQ(stored(kFile), tags);
-    store.updateSpaceUUID(id, "S");
-    tags[1].spaceUUID = "S";
-    EXPECT_EQ(stored(kFile), tags);
-    store.clearFrame(id);
-    store.updateSpaceUUID(id, std::nullopt);
-    tags[1] = {id, "other", "#FFFFFF", std::nullopt, "T"};
-    store.update(tags[1]);
-    EXPECT_EQ(stored(kFile), tags);
-    EXPECT_EQ(files_.writes.size(), 5U);
-    for (const auto& [path, bytes] : files_.writes) EXPECT_EQ(path, kFile) << "the backup is left alone";
-
-    const auto unknown = makeTags(1)[0];
-    store.update(unknown);
-    store.updateFrame(unknown.id, {});
-    store.clearFrame(unknown.id);
-    store.updateSpaceUUID(unknown.id, "S");
-    EXPECT_EQ(files_.writes.size(), 5U);
-    EXPECT_EQ(store.tags, tags);
+    const platform::Rect frame{1, 2, 3, 4};
+    struct Row {
+        std::function<void(const TagID&)> change;
+        Tag after;
+    };
+    const Row rows[] = {
+        {[&](auto& tag) { store.updateFrame(tag, frame); }, {id, "label", "#EF4444", frame, {}}},
+        {[&](auto& tag) { store.updateSpaceUUID(tag, "S"); }, {id, "label", "#EF4444", frame, "S"}},
+        {[&](auto& tag) { store.clearFrame(tag); }, {id, "label", "#EF4444", {}, "S"}},
+        {[&](auto& tag) { store.updateSpaceUUID(tag, std::nullopt); }, {id, "label", "#EF4444", {}, {}}},
+        {[&](auto& tag) {
+             store.update({tag, "other", "#FFFFFF", {}, "T"});
+         },
+         {id, "other", "#FFFFFF", {}, "T"}},
+    };
+    for (const auto& row : rows) {
+        row.change(TagID::random());
+        row.change(id);
+        tags[1] = row.after;
+        EXPECT_EQ(store.tags, tags);
+        EXPECT_EQ(files_.writes.size(), &row - rows + 1U);
+        EXPECT_EQ(files_.writes.back(), std::pair(kFile, encodeTags(tags).value()));
+    }
 }
 
 TEST_F(TagStoreTests, KeepsAChangeInMemoryThatCannotBeSaved) {
@@ -185,16 +167,6 @@ TEST_F(TagStoreTests, KeepsAChangeInMemoryThatCannotBeSaved) {
     ASSERT_EQ(logged().size(), 2U);
     EXPECT_EQ(logged()[0], "TagStore: SAVE FAILED for 2 tag(s): write: No space left on device");
     EXPECT_TRUE(logged()[1].starts_with("TagStore: SAVE FAILED for 2 tag(s): encode: The frame of tag "));
-}
-
-TEST_F(TagStoreTests, WithoutAnyFolderKeepsTagsInMemory) {
-    folders_.applicationSupportFolder.reset();
-    folders_.homeFolder.reset();
-    auto store = open();
-    store.tags = makeTags(1);
-    store.save();
-    EXPECT_EQ(logged(), Lines{"TagStore: SAVE FAILED for 1 tag(s): open: No such file or directory"});
-    EXPECT_TRUE(files_.files.empty());
 }
 
 }  // namespace

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/simulated/SimulatedChildProcesses.h"
+#include "platform/simulated/SimulatedDefaultsStore.h"
+#include "platform/simulated/SimulatedFileBrowser.h"
+#include "platform/simulated/SimulatedFileSystem.h"
+#include "platform/simulated/SimulatedFolders.h"
+#include "platform/simulated/SimulatedLoginItem.h"
+#include "platform/simulated/SimulatedRunLoop.h"
+#include "platform/simulated/SimulatedScreens.h"
+#include "platform/simulated/SimulatedSpaces.h"
+#include "platform/simulated/SimulatedSystemInformation.h"
+#include "platform/simulated/SimulatedSystemLog.h"
+#include "platform/simulated/SimulatedWindowList.h"
+#include "platform/simulated/SimulatedWindowSystem.h"
+
+namespace platform::simulated {
+
+// A whole desktop in memory, with neither screens nor Spaces at the start. Its parts know of each other what
+// those of a real one do: a window is on the active Space when the Spaces say so, and is gone from its Space
+// once it is closed.
+struct SimulatedDesktop {
+    SimulatedDesktop();
+    SimulatedDesktop(const SimulatedDesktop&) = delete;
+    SimulatedDesktop& operator=(const SimulatedDesktop&) = delete;
+
+    SimulatedRunLoop runLoop;
+    SimulatedScreens screens{runLoop};
+    SimulatedSpaces spaces{runLoop};
+    SimulatedWindowSystem windowSystem;
+    SimulatedTextMeasurer textMeasurer;
+    SimulatedWindowList windowList;
+    SimulatedFileSystem files;
+    SimulatedFolders folders;
+    SimulatedFileBrowser fileBrowser;
+    SimulatedDefaultsStore defaults;
+    SimulatedLoginItem loginItem;
+    SimulatedChildProcesses childProcesses;
+    SimulatedSystemInformation system;
+    SimulatedSystemLog systemLog;
+};
+
+}  // namespace platform::simulated

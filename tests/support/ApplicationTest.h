@@ -1,0 +1,59 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "orvellos/DebugLog.h"
+#include "orvellos/EditingContext.h"
+#include "orvellos/Settings.h"
+#include "orvellos/SpaceIdentifier.h"
+#include "orvellos/TagManager.h"
+#include "platform/simulated/SimulatedDesktop.h"
+#include "tests/support/TimeZone.h"
+
+namespace orvellos {
+
+using Texts = std::vector<std::string>;
+
+// A test of the application on a simulated desktop, where it is 14:30 on 14 March 2026, half an hour off the
+// full hours of UTC. The log starts empty and is the desktop's.
+class ApplicationTest : public testing::Test {
+  protected:
+    ApplicationTest() { connectLog(false); }
+    ~ApplicationTest() override { connectDebugLog({}); }
+
+    // Empties the timeline. `debugging` is what ORVELLO_DEBUG would say.
+    void connectLog(bool debugging) {
+        connectDebugLog({.systemLog = &desktop_.systemLog,
+                         .standardError = [this](std::string_view text) { echo_ += text; },
+                         .clock = &desktop_.runLoop,
+                         .echoEnabled = debugging});
+    }
+    // What the timeline holds, without the time of day and the category.
+    static Texts logged() {
+        constexpr std::size_t kTimeAndSpaces = sizeof "[14:30:00.000] " - 1;
+        auto lines = timelineSnapshot();
+        for (auto& line : lines) line.erase(0, line.find(' ', kTimeAndSpaces) + 1);
+        return lines;
+    }
+    TagWindowServices windowServices() {
+        return {desktop_.windowSystem, desktop_.runLoop, desktop_.screens,
+                desktop_.textMeasurer, settings_,        editing_};
+    }
+    TagManager::Services managerServices() {
+        return {windowServices(), identifier_, desktop_.spaces, desktop_.screens, desktop_.screens};
+    }
+
+    desktop_test::TimeZone zone_{"TEST-5:30"};  // that much ahead of UTC
+    platform::simulated::SimulatedDesktop desktop_;
+    std::string echo_;
+    Settings settings_{desktop_.defaults, desktop_.loginItem, std::nullopt};
+    EditingContext editing_;
+    SpaceIdentifier identifier_{desktop_.spaces, desktop_.spaces, desktop_.spaces, desktop_.screens,
+                                desktop_.screens};
+};
+
+}  // namespace orvellos
