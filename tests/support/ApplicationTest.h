@@ -23,7 +23,7 @@ using Texts = std::vector<std::string>;
 class ApplicationTest : public testing::Test {
   protected:
     ApplicationTest() { connectLog(false); }
-    ~ApplicationTest() override { connectDebugLog({}); }
+    void TearDown() override { connectDebugLog({}); }
 
     // Empties the timeline. `debugging` is what ORVELLO_DEBUG would say.
     void connectLog(bool debugging) {
