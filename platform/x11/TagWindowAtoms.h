@@ -10,10 +10,10 @@ namespace platform::x11 {
 // state).
 struct TagWindowAtoms {
     xcb_atom_t windowType, notification, state, above, skipTaskbar, skipPager, skipSwitcher, desktop, name,
-        utf8String, pid, userTime, motifHints, opacity, protocols, deleteWindow, ping, supportingWmCheck;
+        utf8String, pid, userTime, motifHints, opacity, protocols, deleteWindow, ping;
 
     [[nodiscard]] static TagWindowAtoms intern(XConnection& connection) {
-        constexpr std::array<std::string_view, 18> names = {"_NET_WM_WINDOW_TYPE",
+        constexpr std::array<std::string_view, 17> names = {"_NET_WM_WINDOW_TYPE",
                                                             "_NET_WM_WINDOW_TYPE_NOTIFICATION",
                                                             "_NET_WM_STATE",
                                                             "_NET_WM_STATE_ABOVE",
@@ -29,11 +29,10 @@ struct TagWindowAtoms {
                                                             "_NET_WM_WINDOW_OPACITY",
                                                             "WM_PROTOCOLS",
                                                             "WM_DELETE_WINDOW",
-                                                            "_NET_WM_PING",
-                                                            "_NET_SUPPORTING_WM_CHECK"};
+                                                            "_NET_WM_PING"};
         const auto a = connection.intern(names);
-        return {a[0], a[1],  a[2],  a[3],  a[4],  a[5],  a[6],  a[7],  a[8],
-                a[9], a[10], a[11], a[12], a[13], a[14], a[15], a[16], a[17]};
+        return {a[0], a[1],  a[2],  a[3],  a[4],  a[5],  a[6],  a[7], a[8],
+                a[9], a[10], a[11], a[12], a[13], a[14], a[15], a[16]};
     }
 };
 

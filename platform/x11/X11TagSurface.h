@@ -106,6 +106,7 @@ class X11TagSurface final : public TagSurface {
     std::optional<PixelRect> refusedPlace_;
     Timer commitTimer_;
     Timer placementTimer_;
+    Timer desktopTimer_;
 };
 
 }  // namespace platform::x11
