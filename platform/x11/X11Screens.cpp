@@ -148,7 +148,8 @@ void X11Screens::readAndTell() {
 bool X11Screens::read() {
     const auto desktop = readDesktop();
     auto monitors = readMonitors(desktop.root);
-    std::ranges::stable_partition(monitors, &Monitor::primary);
+    std::stable_partition(monitors.begin(), monitors.end(),
+                          [](const Monitor& monitor) { return monitor.primary; });
     nameMonitors(monitors);
     cutOutPanels(monitors, desktop);
     if (connection_.isLate() || connection_.isBroken()) return false;

@@ -59,6 +59,7 @@ class X11LayerTest : public testing::Test {
     }
     void setAtoms(const std::string& property, const std::vector<std::string>& names) {
         std::vector<xcb_atom_t> atoms;
+        atoms.reserve(names.size());
         for (const auto& name : names) atoms.push_back(x.atom(name));
         xcb_change_property(x.connection(), XCB_PROP_MODE_REPLACE, x.root(), x.atom(property), XCB_ATOM_ATOM,
                             32, static_cast<std::uint32_t>(atoms.size()), atoms.data());
