@@ -187,6 +187,12 @@ TEST_P(TagWindowsTest, SurviveTheWindowManagersEnd) {
     TaggedDesktop desktop(GetParam().windowManager);
     auto application = desktop.start({desktop.program("orvello")});
     ASSERT_TRUE(desktop.waitForTagOf(0)) << application.standardError();
+    // What it was asked to show and has not looked at yet would end with it.
+    for (const auto& tag : kTags)
+        for (const bool backup : {false, true})
+            ASSERT_TRUE(waitUntil([&] {
+                return std::ranges::count(desktop.x().clients(), desktop.window(tag.label, backup)) == 1;
+            })) << tag.label;
     desktop.windowManager().signal(SIGKILL);
     ASSERT_TRUE(desktop.windowManager().wait());
     desktop.startWindowManager();

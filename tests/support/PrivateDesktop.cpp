@@ -176,6 +176,8 @@ void PrivateDesktop::startShortcutDaemon() {
 
 void PrivateDesktop::startWindowManager() {
     windowManager_.reset();
+    if (!waitUntil([this] { return !client_->hasWindowManager(); }))
+        throw std::runtime_error("the former window manager's window does not go");
     launchWindowManager(false);
 }
 
