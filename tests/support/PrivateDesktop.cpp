@@ -149,7 +149,9 @@ void PrivateDesktop::startServer() {
     display_ = fmt::format(":{}", number.substr(0, number.size() - 1));
     environment["DISPLAY"] = display_;
     client_.emplace(display_);
-    photographer_ = std::make_unique<FailurePhotographer>(*this);
+    // The benchmark command runs no test.
+    if (::testing::UnitTest::GetInstance()->current_test_info())
+        photographer_ = std::make_unique<FailurePhotographer>(*this);
 }
 
 void PrivateDesktop::startBus() {
