@@ -377,7 +377,7 @@ void X11TagSurface::handle(const xcb_generic_event_t& event) {
 void X11TagSurface::handleMouse(const xcb_generic_event_t& event) {
     // Button and motion events share their layout.
     const auto& button = reinterpret_cast<const xcb_button_press_event_t&>(event);
-    const MouseEvent mouse{context_.screens.coordinates().toPoints(button.root_x, button.root_y),
+    const MouseEvent mouse{context_.screens.coordinates().pointerAt(button.root_x, button.root_y),
                            (button.state & XCB_MOD_MASK_SHIFT) != 0};
     const auto type = XEvents::type(event);
     if (type == XCB_MOTION_NOTIFY && buttonHeld_) {
@@ -426,6 +426,8 @@ void X11TagSurface::readDesktop() {
         requestProperty(context_.connection, window_, context_.atoms.desktop, XCB_ATOM_CARDINAL, 1);
     const auto reply = context_.connection.reply<xcb_get_property_reply_t>(cookie);
     if (const auto value = value32(reply.get(), XCB_ATOM_CARDINAL)) desktop_ = value;
+    if (context_.connection.isLate())
+        desktopTimer_ = context_.runLoop.after(kPlacementSettles, [this] { readDesktop(); });
 }
 
 void X11TagSurface::verifyPlacement() {
