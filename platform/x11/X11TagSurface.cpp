@@ -8,6 +8,8 @@
 #include <cstring>
 #include <utility>
 
+#include "platform/x11/EwmhDesktops.h"
+
 namespace platform::x11 {
 
 namespace {
@@ -114,7 +116,7 @@ void X11TagSurface::writeTitle() {
 
 WindowState X11TagSurface::state() const {
     const auto current = context_.currentDesktop();
-    const bool everywhere = desktop_ == 0xFFFFFFFF;
+    const bool everywhere = desktop_ == kEveryDesktop;
     const bool onActiveSpace = everywhere || (desktop_ && current && *desktop_ == *current);
     return {orderedIn_, onActiveSpace, orderedIn_ && onActiveSpace && alpha_ > 0};
 }
@@ -329,6 +331,7 @@ void X11TagSurface::moveToDesktop(std::uint32_t desktop) {
 
 void X11TagSurface::reassertStates() {
     if (!mapped_) return;
+    if (!managed_) mapUntilManaged(kManagedWithin);
     const auto& atoms = context_.atoms;
     constexpr std::uint32_t add = 1;
     const std::array<std::uint32_t, 4> first = {add, atoms.above, atoms.skipTaskbar, kSourceApplication};
@@ -438,6 +441,8 @@ void X11TagSurface::verifyPlacement() {
     const auto sizeCookie = xcb_get_geometry(connection, window_);
     const auto origin = context_.connection.reply<xcb_translate_coordinates_reply_t>(originCookie);
     const auto size = context_.connection.reply<xcb_get_geometry_reply_t>(sizeCookie);
+    if (context_.connection.isLate())
+        placementTimer_ = context_.runLoop.after(kPlacementSettles, [this] { verifyPlacement(); });
     if (!origin || !size) return;
     const PixelRect actual{origin->dst_x, origin->dst_y, size->width, size->height};
     if (actual == placed_ || refusedPlace_ == actual) return;
