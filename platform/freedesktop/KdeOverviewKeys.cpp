@@ -30,7 +30,7 @@ void appendKeys(const std::optional<BusArguments>& arguments, std::vector<std::u
 
 }  // namespace
 
-void KdeOverviewKeys::request(Callback callback) {
+void KdeOverviewKeys::request(const Callback& callback) {
     calls_.clear();
     keys_.clear();
     answersMissing_ = kActions.size();

@@ -18,7 +18,7 @@ class KdeOverviewKeys {
 
     // Delivers once, at a later turn of the main loop, unless it is asked again before. Empty without the
     // daemon, where the user has taken the keys away, and until KWin has told the daemon of its actions.
-    void request(Callback callback);
+    void request(const Callback& callback);
 
   private:
     SessionBus& bus_;
