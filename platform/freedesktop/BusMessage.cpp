@@ -149,6 +149,25 @@ std::string unixAddresses(std::string_view list) {
     return kept;
 }
 
+// The match rule (D-Bus Specification, "Match Rules") for the signals.
+std::string matchRule(const BusSignal& signal) {
+    std::string rule = "type='signal'";
+    const auto add = [&](const char* key, const std::string& value) {
+        if (!value.empty()) rule.append(",").append(key).append("='").append(value).append("'");
+    };
+    add("sender", signal.sender);
+    add("path", signal.path);
+    add("interface", signal.interface);
+    add("member", signal.member);
+    add("arg0", signal.firstArgument);
+    return rule;
+}
+
+// The bus library closes a connection that may not add a match unless somebody takes note.
+int ignoreOutcome(sd_bus_message* /*message*/, void* /*userData*/, sd_bus_error* /*error*/) {
+    return 1;
+}
+
 }  // namespace
 
 BusCall propertyRead(std::string service, std::string path, std::string interface, std::string property) {
@@ -167,6 +186,14 @@ std::string sessionBusAddress(const char* busAddress, const char* runtimeFolder)
     if (isSet(busAddress)) return unixAddresses(busAddress);
     if (isSet(runtimeFolder)) return "unix:path=" + percentEncoded(runtimeFolder) + "/bus";
     return {};
+}
+
+std::string systemBusAddress() {
+    return systemBusAddress(std::getenv("DBUS_SYSTEM_BUS_ADDRESS"));
+}
+
+std::string systemBusAddress(const char* busAddress) {
+    return isSet(busAddress) ? unixAddresses(busAddress) : "unix:path=/run/dbus/system_bus_socket";
 }
 
 BusPointer connectToBus(const SystemdFunctions& systemd, const std::string& address) {
@@ -193,6 +220,15 @@ BusSlotPointer sendCall(const SystemdFunctions& systemd, sd_bus* bus, const BusC
     if (!writer.ok) return nullptr;
     sd_bus_slot* slot = nullptr;
     if (systemd.sd_bus_call_async(bus, &slot, made, handler, userData, UINT64_MAX) < 0) return nullptr;
+    return BusSlotPointer(slot, {&systemd});
+}
+
+BusSlotPointer addMatch(const SystemdFunctions& systemd, sd_bus* bus, const BusSignal& signal,
+                        sd_bus_message_handler_t handler, void* userData) {
+    sd_bus_slot* slot = nullptr;
+    const auto rule = matchRule(signal);
+    if (systemd.sd_bus_add_match_async(bus, &slot, rule.c_str(), handler, &ignoreOutcome, userData) < 0)
+        return nullptr;
     return BusSlotPointer(slot, {&systemd});
 }
 

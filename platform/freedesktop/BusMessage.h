@@ -29,7 +29,7 @@ struct BusCall {
     std::string path;
     std::string interface;
     std::string member;
-    std::vector<BusArgument> arguments;
+    std::vector<BusArgument> arguments = {};
     bool startsService = false;  // whether the bus may start a service that is not running
     Duration timeout = kLongestBusCall;
 };
@@ -37,6 +37,15 @@ struct BusCall {
 // The call that reads a property; its answer's only argument is the value.
 [[nodiscard]] BusCall propertyRead(std::string service, std::string path, std::string interface,
                                    std::string property);
+
+// Which signals are meant; what is empty is not looked at.
+struct BusSignal {
+    std::string sender = {};  // a name on the bus, whoever owns it when the signal comes
+    std::string path = {};
+    std::string interface = {};
+    std::string member = {};
+    std::string firstArgument = {};  // a text
+};
 
 // What a bus message carries: one element per argument. Variants are unwrapped, structures are arrays, a
 // dictionary is an array of pairs, and a file descriptor is null.
@@ -49,6 +58,11 @@ using BusArguments = nlohmann::json;
 inline constexpr const char* kNoSessionBus = "disabled:";
 // The same for these values of DBUS_SESSION_BUS_ADDRESS and XDG_RUNTIME_DIR (null when unset).
 [[nodiscard]] std::string sessionBusAddress(const char* busAddress, const char* runtimeFolder);
+
+// Where the system's bus listens, by the D-Bus Specification; empty when that is no Unix socket.
+[[nodiscard]] std::string systemBusAddress();
+// The same for this value of DBUS_SYSTEM_BUS_ADDRESS (null when unset).
+[[nodiscard]] std::string systemBusAddress(const char* busAddress);
 
 struct BusDeleter {
     const SystemdFunctions* systemd = nullptr;
@@ -69,7 +83,12 @@ using BusSlotPointer = std::unique_ptr<sd_bus_slot, BusDeleter>;
 [[nodiscard]] BusSlotPointer sendCall(const SystemdFunctions& systemd, sd_bus* bus, const BusCall& call,
                                       sd_bus_message_handler_t handler, void* userData);
 
-// The arguments of an answer; absent when it is an error, is malformed or is unreasonably large.
+// Asks for the signals, without waiting; null when that cannot be asked. `handler` is called for each while
+// the bus is processed, unless the slot is destroyed first.
+[[nodiscard]] BusSlotPointer addMatch(const SystemdFunctions& systemd, sd_bus* bus, const BusSignal& signal,
+                                      sd_bus_message_handler_t handler, void* userData);
+
+// The arguments of an answer or a signal; absent when it is an error, is malformed or is unreasonably large.
 [[nodiscard]] std::optional<BusArguments> readArguments(const SystemdFunctions& systemd,
                                                         sd_bus_message* message);
 

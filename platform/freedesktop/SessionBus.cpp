@@ -2,6 +2,7 @@
 
 #include <poll.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <map>
 #include <utility>
@@ -11,6 +12,8 @@ namespace platform::freedesktop {
 namespace {
 constexpr Duration kLongestConnecting = std::chrono::seconds(1);
 constexpr Duration kPauseAfterFailure = std::chrono::seconds(1);
+constexpr Duration kFirstReconnectDelay = std::chrono::seconds(1);  // doubled at every failure
+constexpr Duration kLongestReconnectDelay = std::chrono::minutes(1);
 constexpr int kMostMessagesATurn = 32;  // so that a flood of messages does not hold up the main loop
 }  // namespace
 
@@ -20,6 +23,8 @@ class SessionBus::Connection : public std::enable_shared_from_this<Connection> {
         : library_(library), descriptors_(descriptors), runLoop_(runLoop), address_(std::move(address)) {}
 
     Subscription call(const BusCall& call, Reply reply);
+    Subscription subscribe(const BusSignal& signal, Handler handler);
+    Subscription onConnectionChanged(std::function<void(bool)> action);
 
   private:
     // A call until its answer has been delivered. Its address is what the bus knows it by.
@@ -33,12 +38,26 @@ class SessionBus::Connection : public std::enable_shared_from_this<Connection> {
         bool finished = false;
     };
 
+    // A subscription to signals. Its address is what the bus knows it by.
+    struct Listener {
+        Connection& connection;
+        std::uint64_t id;
+        BusSignal signal;
+        Handler handler;
+        BusSlotPointer slot{};
+    };
+
+    static int handleSignal(sd_bus_message* message, void* listener, sd_bus_error* error);
     static int handleReply(sd_bus_message* message, void* pendingCall, sd_bus_error* error);
     void send(PendingCall& pending, const BusCall& call);
     void finish(PendingCall& pending, std::optional<BusArguments> arguments);
     void deliver(std::uint64_t id);
+    void listen(Listener& listener);
+    void tellWatcher(std::uint64_t id, bool connected);
+    void tellWatchers(bool connected);
     bool ensureConnected();
     void disconnect();
+    void reconnectLater();
     void process();
     void processLater();
     void watch();
@@ -50,12 +69,16 @@ class SessionBus::Connection : public std::enable_shared_from_this<Connection> {
     const SystemdFunctions* systemd_ = nullptr;
     BusPointer bus_;
     std::map<std::uint64_t, PendingCall> calls_;
+    std::map<std::uint64_t, Listener> listeners_;
+    std::map<std::uint64_t, std::function<void(bool)>> watchers_;
     std::uint64_t nextId_ = 0;
     int watchedDescriptor_ = -1;
     Subscription readable_;
     Subscription writable_;
     Timer connectTimeout_;
     std::optional<Instant> pauseEnds_;
+    Duration reconnectDelay_ = kFirstReconnectDelay;
+    Timer reconnect_;
 };
 
 SessionBus::SessionBus(SystemdLibrary& library, DescriptorWatcher& descriptors, RunLoop& runLoop,
@@ -66,6 +89,14 @@ SessionBus::~SessionBus() = default;
 
 Subscription SessionBus::call(const BusCall& call, Reply reply) {
     return connection_->call(call, std::move(reply));
+}
+
+Subscription SessionBus::subscribe(const BusSignal& signal, Handler handler) {
+    return connection_->subscribe(signal, std::move(handler));
+}
+
+Subscription SessionBus::onConnectionChanged(std::function<void(bool)> action) {
+    return connection_->onConnectionChanged(std::move(action));
 }
 
 Subscription SessionBus::Connection::call(const BusCall& call, Reply reply) {
@@ -109,16 +140,78 @@ void SessionBus::Connection::deliver(std::uint64_t id) {
     if (done) done.mapped().reply(done.mapped().arguments);
 }
 
+Subscription SessionBus::Connection::subscribe(const BusSignal& signal, Handler handler) {
+    const auto id = nextId_++;
+    const bool connected = bus_ != nullptr;
+    auto& listener = listeners_.emplace(id, Listener{*this, id, signal, std::move(handler)}).first->second;
+    if (connected) listen(listener);
+    if (ensureConnected()) watch();
+    return Subscription([weak = weak_from_this(), id] {
+        if (const auto self = weak.lock()) self->listeners_.erase(id);
+    });
+}
+
+void SessionBus::Connection::listen(Listener& listener) {
+    listener.slot = addMatch(*systemd_, bus_.get(), listener.signal, &handleSignal, &listener);
+}
+
+int SessionBus::Connection::handleSignal(sd_bus_message* message, void* listener, sd_bus_error* /*error*/) {
+    const auto& [connection, id, signal, handler, slot] = *static_cast<Listener*>(listener);
+    auto arguments = readArguments(*connection.systemd_, message);
+    if (!arguments) return 0;
+    connection.runLoop_.post(
+        [weak = connection.weak_from_this(), id = id, arguments = *std::move(arguments)] {
+            const auto self = weak.lock();
+            if (!self) return;
+            const auto found = self->listeners_.find(id);
+            if (found == self->listeners_.end()) return;
+            const auto deliver = found->second.handler;  // which may end its own subscription
+            deliver(arguments);
+        });
+    return 0;
+}
+
+Subscription SessionBus::Connection::onConnectionChanged(std::function<void(bool)> action) {
+    const auto id = nextId_++;
+    const bool connected = bus_ != nullptr;
+    watchers_.emplace(id, std::move(action));
+    if (connected) tellWatcher(id, true);
+    if (ensureConnected()) watch();
+    return Subscription([weak = weak_from_this(), id] {
+        if (const auto self = weak.lock()) self->watchers_.erase(id);
+    });
+}
+
+void SessionBus::Connection::tellWatcher(std::uint64_t id, bool connected) {
+    runLoop_.post([weak = weak_from_this(), id, connected] {
+        const auto self = weak.lock();
+        if (!self) return;
+        const auto found = self->watchers_.find(id);
+        if (found == self->watchers_.end()) return;
+        const auto deliver = found->second;
+        deliver(connected);
+    });
+}
+
+void SessionBus::Connection::tellWatchers(bool connected) {
+    for (const auto& [id, watcher] : watchers_) tellWatcher(id, connected);
+}
+
 bool SessionBus::Connection::ensureConnected() {
     if (bus_) return true;
     if (pauseEnds_ && runLoop_.now() < *pauseEnds_) return false;
     systemd_ = library_.functions();
-    if (systemd_) bus_ = connectToBus(*systemd_, address_());
+    if (!systemd_) return false;
+    bus_ = connectToBus(*systemd_, address_());
     if (!bus_) {
         pauseEnds_ = runLoop_.now() + kPauseAfterFailure;
+        reconnectLater();
         return false;
     }
     connectTimeout_ = runLoop_.after(kLongestConnecting, [this] { disconnect(); });
+    reconnect_.cancel();
+    for (auto& [id, listener] : listeners_) listen(listener);
+    tellWatchers(true);
     return true;
 }
 
@@ -129,7 +222,20 @@ void SessionBus::Connection::disconnect() {
     writable_.cancel();
     watchedDescriptor_ = -1;
     for (auto& [id, pending] : calls_) finish(pending, std::nullopt);
+    for (auto& [id, listener] : listeners_) listener.slot.reset();
     bus_.reset();
+    tellWatchers(false);
+    reconnectLater();
+}
+
+void SessionBus::Connection::reconnectLater() {
+    if (reconnect_.isActive() || (listeners_.empty() && watchers_.empty())) return;
+    reconnect_ = runLoop_.after(reconnectDelay_, [this] {
+        reconnect_.cancel();
+        pauseEnds_.reset();
+        if (ensureConnected()) watch();
+    });
+    reconnectDelay_ = std::min(reconnectDelay_ * 2, kLongestReconnectDelay);
 }
 
 void SessionBus::Connection::process() {
@@ -141,7 +247,10 @@ void SessionBus::Connection::process() {
         disconnect();
         return;
     }
-    if (connectTimeout_.isActive() && systemd_->sd_bus_is_ready(bus_.get()) > 0) connectTimeout_.cancel();
+    if (connectTimeout_.isActive() && systemd_->sd_bus_is_ready(bus_.get()) > 0) {
+        connectTimeout_.cancel();
+        reconnectDelay_ = kFirstReconnectDelay;
+    }
     if (processed > 0) processLater();
     watch();
 }

@@ -21,6 +21,7 @@ namespace platform::freedesktop {
     X(sd_bus_process)                 \
     X(sd_bus_wait)                    \
     X(sd_bus_call_async)              \
+    X(sd_bus_add_match_async)         \
     X(sd_bus_slot_unref)              \
     X(sd_bus_message_new_method_call) \
     X(sd_bus_message_set_auto_start)  \

@@ -1,6 +1,7 @@
 #include "tests/support/PrivateBus.h"
 
 #include <fmt/format.h>
+#include <poll.h>
 
 #include <cstdlib>
 #include <stdexcept>
@@ -69,6 +70,12 @@ StandInService::~StandInService() {
     sd_bus_close_unref(bus_);
 }
 
+void StandInService::run(const std::function<void(sd_bus*)>& action) {
+    const std::scoped_lock guard(busLock_);
+    action(bus_);
+    require(sd_bus_flush(bus_), "the bus does not take it");
+}
+
 std::vector<std::string> StandInService::calls() const {
     const std::scoped_lock guard(lock_);
     return calls_;
@@ -96,11 +103,16 @@ int StandInService::handle(sd_bus_message* call, void* self, sd_bus_error* /*err
 }
 
 void StandInService::serve(const std::stop_token& stopped) {
-    constexpr std::uint64_t kMicrosecondsToNoticeTheStop = 20000;
+    constexpr int kMillisecondsToNoticeTheStop = 20;
+    const auto process = [this] {
+        const std::scoped_lock guard(busLock_);
+        return sd_bus_process(bus_, nullptr);
+    };
+    pollfd readable{sd_bus_get_fd(bus_), POLLIN, 0};
     while (!stopped.stop_requested()) {
-        const int processed = sd_bus_process(bus_, nullptr);
+        const int processed = process();
         if (processed < 0) return;
-        if (processed == 0 && sd_bus_wait(bus_, kMicrosecondsToNoticeTheStop) < 0) return;
+        if (processed == 0) ::poll(&readable, 1, kMillisecondsToNoticeTheStop);
     }
 }
 

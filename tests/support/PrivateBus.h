@@ -44,6 +44,10 @@ class StandInService {
     StandInService& operator=(const StandInService&) = delete;
     ~StandInService();
 
+    // Runs `action` on the service's connection, and returns when it has, so that the service can send
+    // signals.
+    void run(const std::function<void(sd_bus* bus)>& action);
+
     // The calls so far: "path interface.member", oldest first.
     [[nodiscard]] std::vector<std::string> calls() const;
 
@@ -54,6 +58,7 @@ class StandInService {
     Answer answer_;
     sd_bus* bus_ = nullptr;
     mutable std::mutex lock_;
+    std::mutex busLock_;
     std::vector<std::string> calls_;
     std::jthread thread_;
 };

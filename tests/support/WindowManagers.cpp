@@ -85,7 +85,7 @@ WindowManagerLaunch launchOf(const WindowManagerOptions& options, const std::fil
             launch.command = {"xfwm4", options.composited ? "--compositor=on" : "--compositor=off"};
             break;
         case WindowManager::Kwin:
-            launch.command = {"kwin_x11", "--no-kactivities"};
+            launch.command = {"kwin_x11"};
             launch.environment["KWIN_COMPOSE"] = options.composited ? "O2" : "N";
             break;
     }

@@ -102,6 +102,9 @@ TEST(KwinDesktopsTests, TakesUnixSocketsAloneForTheSessionBus) {
                         {nullptr, nullptr, ""}};
     for (const auto& row : rows)
         EXPECT_EQ(sessionBusAddress(row.busAddress, row.runtimeFolder), row.expected);
+    EXPECT_EQ(systemBusAddress("tcp:host=h;unix:path=/a"), "unix:path=/a");
+    for (const char* unset : {"", static_cast<const char*>(nullptr)})
+        EXPECT_EQ(systemBusAddress(unset), "unix:path=/run/dbus/system_bus_socket");
 }
 
 }  // namespace

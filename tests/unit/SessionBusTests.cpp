@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+
+#include "platform/freedesktop/BusProperty.h"
+#include "platform/freedesktop/BusServiceWatch.h"
 #include "platform/freedesktop/KwinDesktops.h"
 #include "tests/support/MainLoop.h"
 #include "tests/support/PrivateBus.h"
@@ -159,6 +163,128 @@ TEST_F(SessionBusTests, DeliversNothingAfterTheSubscriptionOrTheBusEnds) {
     bus.call(exampleCall(), into(cancelled)).cancel();
     EXPECT_TRUE(answerTo(bus, exampleCall()).arguments);
     EXPECT_FALSE(cancelled.delivered || orphaned.delivered);
+}
+
+TEST_F(SessionBusTests, DeliversTheSignalsThatWereAskedFor) {
+    auto bus = makeBus();
+    const BusSignal all{.sender = kService, .path = "/p", .interface = "i.f", .member = "M"};
+    auto one = all;
+    one.firstArgument = "a";
+    std::vector<json> received, narrow, cancelled;
+    const auto listening = bus.subscribe(all, [&](const auto& arguments) { received.push_back(arguments); });
+    const auto listeningNarrowly =
+        bus.subscribe(one, [&](const auto& arguments) { narrow.push_back(arguments); });
+    Subscription ending;
+    ending = bus.subscribe(all, [&](const auto& arguments) {
+        cancelled.push_back(arguments);
+        ending.cancel();
+    });
+    EXPECT_TRUE(answerTo(bus, {"org.freedesktop.DBus", "/", "org.freedesktop.DBus", "GetId"}).arguments);
+
+    StandInService other(daemon_.address(), "org.example.Other", nullptr);
+    other.run([](auto* b) { sd_bus_emit_signal(b, "/p", "i.f", "M", "s", "another's"); });
+    StandInService service(daemon_.address(), kService, nullptr);
+    service.run([](auto* b) {
+        sd_bus_emit_signal(b, "/q", "i.f", "M", "s", "path");
+        sd_bus_emit_signal(b, "/p", "i.g", "M", "s", "interface");
+        sd_bus_emit_signal(b, "/p", "i.f", "N", "s", "member");
+        sd_bus_emit_signal(b, "/p", "i.f", "M", "sb", "b", 1);
+        sd_bus_emit_signal(b, "/p", "i.f", "M", "s", "a");
+    });
+    EXPECT_TRUE(mainLoop_.runUntil([&] { return received.size() == 2; }));
+    EXPECT_EQ(received, (std::vector<json>{{"b", true}, {"a"}}));
+    EXPECT_EQ(narrow, (std::vector<json>{{"a"}}));
+    EXPECT_EQ(cancelled, (std::vector<json>{{"b", true}}));
+}
+
+TEST_F(SessionBusTests, KeepsListeningWhenTheBusOrTheServiceComesAnew) {
+    auto bus = makeBus();
+    std::vector<bool> running, connected;
+    std::vector<json> texts;
+    const auto connection = bus.onConnectionChanged([&](bool is) { connected.push_back(is); });
+    const auto listening = bus.subscribe({.sender = kService, .member = "M"},
+                                         [&](const auto& a) { texts.push_back(a.front()); });
+    const BusServiceWatch watch(bus, kService, [&](bool is) { running.push_back(is); });
+    const auto signalWithin = [&](const char* text) {
+        StandInService service(daemon_.address(), kService, nullptr);
+        EXPECT_TRUE(mainLoop_.runUntil([&] { return watch.isRunning(); }));
+        service.run([&](auto* b) { sd_bus_emit_signal(b, "/p", "i.f", "M", "s", text); });
+        EXPECT_TRUE(mainLoop_.runUntil([&] { return !texts.empty() && texts.back() == text; }));
+    };
+    signalWithin("first");
+    EXPECT_TRUE(mainLoop_.runUntil([&] { return !watch.isRunning(); }));
+    signalWithin("second");
+    EXPECT_TRUE(mainLoop_.runUntil([&] { return !watch.isRunning(); }));
+    daemon_.restart();
+    signalWithin("third");
+    daemon_.end();
+    EXPECT_TRUE(mainLoop_.runUntil([&] { return !watch.isRunning(); }));
+    EXPECT_EQ(running, (std::vector{true, false, true, false, true, false}));
+    EXPECT_EQ(connected, (std::vector{true, false, true, false}));
+    EXPECT_EQ(texts, (std::vector<json>{"first", "second", "third"}));
+}
+
+TEST_F(SessionBusTests, KnowsAServiceThatWasThereBeforeAndOneThatIsReplaced) {
+    auto bus = makeBus();
+    StandInService service(daemon_.address(), kService, nullptr);
+    service.run([](auto* b) {
+        sd_bus_release_name(b, kService);
+        sd_bus_request_name(b, kService, SD_BUS_NAME_ALLOW_REPLACEMENT);
+    });
+    std::vector<bool> running;
+    const BusServiceWatch watch(bus, kService, [&](bool is) { running.push_back(is); });
+    EXPECT_TRUE(mainLoop_.runUntil([&] { return watch.isRunning(); }));
+    StandInService successor(daemon_.address(), "org.example.Successor", nullptr);
+    successor.run([](auto* b) { sd_bus_request_name(b, kService, SD_BUS_NAME_REPLACE_EXISTING); });
+    EXPECT_TRUE(mainLoop_.runUntil([&] { return running.size() == 3; }));
+    EXPECT_EQ(running, (std::vector{true, false, true}));
+}
+
+TEST_F(SessionBusTests, FollowsAProperty) {
+    const auto change = [](const char* changed, const char* invalidated) {
+        return [=](sd_bus* b) {
+            sd_bus_emit_signal(b, "/p", "org.freedesktop.DBus.Properties", "PropertiesChanged", "sa{sv}as",
+                               "i.f", 2, "Other", "b", 1, changed, "u", 8U, invalidated ? 1 : 0, invalidated);
+        };
+    };
+    auto bus = makeBus();
+    std::vector<json> values;
+    const BusProperty property(bus, {kService, "/p", "i.f", "Number"},
+                               [&] { values.push_back(property.value()); });
+    {
+        std::atomic<unsigned> number = 7;
+        StandInService service(daemon_.address(), kService, [&](auto*, auto* reply) {
+            return sd_bus_message_append(reply, "v", "u", number.load());
+        });
+        EXPECT_TRUE(mainLoop_.runUntil([&] { return property.value() == 7; }));
+        service.run(change("Another", nullptr));
+        service.run(change("Number", nullptr));
+        EXPECT_TRUE(mainLoop_.runUntil([&] { return property.value() == 8; }));
+        number = 9;
+        service.run(change("Another", "Number"));
+        EXPECT_TRUE(mainLoop_.runUntil([&] { return property.value() == 9; }));
+    }
+    EXPECT_TRUE(mainLoop_.runUntil([&] { return property.value().is_null(); }));
+    EXPECT_EQ(values, (std::vector<json>{7, 8, 9, nullptr}));
+}
+
+TEST_F(SessionBusTests, TakesNoHarmFromSignalsThatAreNotAsTheyShouldBe) {
+    auto bus = makeBus();
+    const BusProperty property(bus, {kService, "/p", "i.f", "Number"}, [] {});
+    StandInService service(daemon_.address(), kService, answerWith("v", "u", 7U));
+    EXPECT_TRUE(mainLoop_.runUntil([&] { return property.value() == 7; }));
+    service.run([](auto* b) {
+        const auto send = [&](const char* types, auto... values) {
+            sd_bus_emit_signal(b, "/p", "org.freedesktop.DBus.Properties", "PropertiesChanged", types,
+                               values...);
+        };
+        send("s", "i.f");
+        send("sss", "i.f", "Number", "Number");
+        send("sasas", "i.f", 2, "Number", "x", 0);
+        send("sa(su)u", "i.f", 1, "Another", 1U, 5U);
+        send("sa{su}as", "i.f", 1, "Number", 8U, 0);
+    });
+    EXPECT_TRUE(mainLoop_.runUntil([&] { return property.value() == 8; }));
 }
 
 TEST_F(SessionBusTests, RequestsKwinDesktopIds) {

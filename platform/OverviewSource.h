@@ -1,0 +1,14 @@
+#pragma once
+
+namespace platform {
+
+// One of those that can tell whether the desktop's overview of windows and Spaces is open.
+class OverviewSource {
+  public:
+    virtual ~OverviewSource() = default;
+
+    // As far as is known; asked many times a second, so it never waits.
+    [[nodiscard]] virtual bool isOverviewOpen() const = 0;
+};
+
+}  // namespace platform

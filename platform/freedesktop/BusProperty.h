@@ -1,0 +1,46 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "platform/freedesktop/BusServiceWatch.h"
+#include "platform/freedesktop/SessionBus.h"
+
+namespace platform::freedesktop {
+
+// Where a property is on a bus.
+struct BusPropertyName {
+    std::string service;
+    std::string path;
+    std::string interface;
+    std::string property;
+};
+
+// Follows a property whose service announces its changes (PropertiesChanged), and reads it whenever the
+// service appears.
+class BusProperty {
+  public:
+    // `changed` is called at a later turn of the main loop whenever the value is another.
+    BusProperty(SessionBus& bus, BusPropertyName name, std::function<void()> changed);
+    BusProperty(const BusProperty&) = delete;
+    BusProperty& operator=(const BusProperty&) = delete;
+
+    // Null while it is not known, as when the service is not running.
+    [[nodiscard]] const nlohmann::json& value() const { return value_; }
+    [[nodiscard]] bool isServiceRunning() const { return service_.isRunning(); }
+
+  private:
+    void read();
+    void handlePropertiesChanged(const BusArguments& arguments);
+    void set(nlohmann::json value);
+
+    SessionBus& bus_;
+    BusPropertyName name_;
+    std::function<void()> changed_;
+    nlohmann::json value_;
+    Subscription question_;
+    Subscription changes_;
+    BusServiceWatch service_;
+};
+
+}  // namespace platform::freedesktop

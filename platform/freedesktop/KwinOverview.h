@@ -1,0 +1,45 @@
+#pragma once
+
+#include "platform/RunLoop.h"
+#include "platform/freedesktop/BusOverview.h"
+#include "platform/freedesktop/BusServiceWatch.h"
+#include "platform/freedesktop/SessionBus.h"
+
+namespace platform::freedesktop {
+
+// KWin's overview, desktop grid or cube. KWin says which effects are active but not when that changes, so it
+// is asked: at once when there is reason to, often while one is open, and else about once a second.
+class KwinOverview final : public BusOverview {
+  public:
+    KwinOverview(SessionBus& bus, RunLoop& runLoop);
+
+    [[nodiscard]] bool isOverviewOpen() const override { return isOpen_; }
+    [[nodiscard]] std::string name() const override { return "KWin"; }
+    [[nodiscard]] std::optional<BusCall> openingCall() const override;
+
+    // The display server has shown something that goes with an overview's opening or closing.
+    void overviewMayHaveChanged();
+    // The user is about to open or close one: asks often for a while.
+    void expectChange();
+
+  private:
+    void hurry(Duration duration);
+    void ask();
+    void handleAnswer(const std::optional<BusArguments>& answer);
+    void handleServiceChanged(bool isRunning);
+    [[nodiscard]] Duration pause() const;
+
+    SessionBus& bus_;
+    RunLoop& runLoop_;
+    bool isOpen_ = false;
+    bool hasEffects_ = false;
+    bool isAsking_ = false;
+    bool asksAgain_ = false;  // what has been asked may be answered from before the latest hint
+    bool hasFailed_ = false;  // the last question had no answer
+    Instant hurryEnds_{};
+    Subscription question_;
+    Timer next_;
+    BusServiceWatch service_;
+};
+
+}  // namespace platform::freedesktop
