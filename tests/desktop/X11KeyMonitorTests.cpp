@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+
 #include "platform/freedesktop/KdeOverviewKeys.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "tests/support/PlainWindow.h"
@@ -129,6 +131,20 @@ TEST(X11KeyMonitorTest, KnowsTheModifiersThatWereThereBefore) {
     const auto connection = XConnection::open(desktop.display().c_str(), kGenerousDeadline);
     XEvents events(*connection, loop, loop);
     EXPECT_EQ(X11Keyboard(*connection, events, loop).modifierFlags(), kCommand);
+}
+
+TEST(X11KeyMonitorTest, IsInactiveWhenTheServerDoesNotAnswer) {
+    PrivateDesktop desktop({.windowManager = {.kind = WindowManager::None}});
+    PollRunLoop loop;
+    const auto connection = XConnection::open(desktop.display().c_str(), kGenerousDeadline);
+    XEvents events(*connection, loop, loop);
+    connection->setPatience(std::chrono::milliseconds(20));
+    desktop.server().signal(SIGSTOP);
+    RawInput input(*connection, events);
+    X11Keyboard keyboard(*connection, events, loop);
+    X11KeyMonitor monitor(input, keyboard, loop);
+    EXPECT_FALSE(monitor.addGlobalKeyDownMonitor([](const auto&) {}).isActive());
+    desktop.server().signal(SIGCONT);
 }
 
 TEST(X11KeyMonitorTest, SeesNothingWhileAWindowOfItsOwnHasTheKeyboardNorAfterItsEnd) {

@@ -85,6 +85,9 @@ TEST_F(InstanceLockTest, KnowsTheOneOtherInstanceAndTakesOverWhenItHasDied) {
     EXPECT_EQ(lock.withBundleIdentifier("org.norvath.orvello.pro"), Processes{});
     EXPECT_FALSE(lock.hasTerminated(other.process()));
     EXPECT_EQ(read(), std::to_string(other.process()) + "\n");
+    EXPECT_EQ(fs::status(file_).permissions(),
+              fs::perms::owner_read | fs::perms::owner_write | fs::perms::sticky_bit)
+        << "private, and kept when runtime files are cleaned up";
     write("no number at all, and a long one, longer than any process id has digits");
     EXPECT_EQ(lock.withBundleIdentifier(kOrvello), Processes{other.process()});
 

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <functional>
+
+#include "platform/SessionMonitor.h"
+#include "platform/x11/XEvents.h"
+
+namespace platform::x11 {
+
+// Whether the screens are dark to save power: the server's screen saver is on (MIT-SCREEN-SAVER). The server
+// turns it on too when it puts the monitors into a power saving state (DPMS), which has no events of its own,
+// so nothing is ever asked for.
+class X11ScreenPower {
+  public:
+    // Waits for the saver's present state.
+    X11ScreenPower(XConnection& connection, XEvents& events);
+
+    // ScreensDidSleep and ScreensDidWake in turn; never where the server has no such extension.
+    Subscription onEvent(std::function<void(SessionEvent)> action) {
+        return changed_.subscribe(std::move(action));
+    }
+
+  private:
+    void handle(const xcb_generic_event_t& event);
+
+    std::uint8_t firstEvent_ = 0;
+    bool asleep_ = false;
+    Observers<SessionEvent> changed_;
+    Subscription events_;
+};
+
+}  // namespace platform::x11
