@@ -9,6 +9,7 @@
 
 #include "platform/freedesktop/DesktopOverview.h"
 #include "platform/freedesktop/KwinOverview.h"
+#include "platform/freedesktop/OverviewLauncher.h"
 #include "platform/x11/OverviewHints.h"
 #include "platform/x11/OverviewPrograms.h"
 #include "platform/x11/X11Screens.h"
@@ -83,8 +84,13 @@ TEST(KwinOverviewTest, IsKnownWhileItIsOpen) {
         ASSERT_TRUE(invoke(shortcut));
         EXPECT_TRUE(watcher.waitUntilOpen(false));
     }
-    ASSERT_TRUE(invoke("Overview"));
+    platform::freedesktop::OverviewLauncher launcher(watcher.bus, watcher.mainLoop.runLoop, {&watcher.kwin},
+                                                     {});
+    std::optional<std::string> error = "not opened yet";
+    launcher.open(launcher.urlForApplication("com.apple.exposelauncher").value(),
+                  [&](const auto& problem) { error = problem; });
     EXPECT_TRUE(watcher.waitUntilOpen(true));
+    EXPECT_EQ(error, std::nullopt);
     desktop.windowManager().signal(SIGKILL);
     EXPECT_TRUE(watcher.waitUntilOpen(false));
 }
