@@ -1,4 +1,5 @@
-# Writes the build's version, number and source revision into a header, anew whenever the revision changes.
+# Writes the build's version, number and source revision, and where it is installed, into a header, anew whenever
+# the revision changes.
 find_package(Git QUIET)
 set(ORVELLOS_BUILD_NUMBER 0)
 set(ORVELLOS_REVISION "unknown")
@@ -21,4 +22,7 @@ if(Git_FOUND AND EXISTS "${PROJECT_SOURCE_DIR}/.git")
         set(ORVELLOS_REVISION "${revision}")
     endif()
 endif()
+# Below the prefix, so that an installation can be moved as a whole.
+file(RELATIVE_PATH ORVELLOS_BIN_FOLDER "${CMAKE_INSTALL_PREFIX}" "${CMAKE_INSTALL_FULL_BINDIR}")
+file(RELATIVE_PATH ORVELLOS_LIBEXEC_FOLDER "${CMAKE_INSTALL_PREFIX}" "${CMAKE_INSTALL_FULL_LIBEXECDIR}/orvello")
 configure_file("${PROJECT_SOURCE_DIR}/cmake/BuildInformation.h.in" "${PROJECT_BINARY_DIR}/generated/BuildInformation.h" @ONLY)

@@ -30,6 +30,7 @@ std::vector<std::string_view> graphemeClusters(std::string_view text, std::size_
             at < text.size() ? firstCodePoint(text.substr(at)) : std::pair{-1, std::size_t{0}};
         const bool together = at < text.size() && point >= 0 && previous >= 0 &&
                               !utf8proc_grapheme_break_stateful(previous, point, &state);
+        if (point < 0) state = 0;
         if (!together) {
             clusters.push_back(text.substr(start, at - start));
             start = at;

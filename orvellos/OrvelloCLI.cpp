@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <limits>
 
 #include "orvellos/PrettyJson.h"
 #include "orvellos/SpaceScript.h"

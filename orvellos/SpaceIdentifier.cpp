@@ -193,8 +193,10 @@ const SpaceIdentifier::EntryPoints& SpaceIdentifier::entryPoints() const {
     return entryPoints_;
 }
 
-// Absent when there is no screen, or the screen has no display id.
+// Absent when there is no screen, or the screen has no display id. Screens that share their Spaces are the
+// main display, wherever on them the pointer is.
 std::optional<DisplayId> SpaceIdentifier::pointerDisplayID() const {
+    if (isSharedSpacesMode()) return screens_.mainDisplayId();
     const auto location = pointer_.location();
     for (const auto& screen : screens_.screens())
         if (screen.frame.contains(location)) return screen.displayId;

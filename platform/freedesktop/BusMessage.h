@@ -56,6 +56,8 @@ using BusArguments = nlohmann::json;
 // Where the user's session bus listens; empty when there is none. Only Unix sockets are taken, because other
 // transports can start a program or wait for a name server.
 [[nodiscard]] std::string sessionBusAddress();
+// An address that is none, for bus libraries that would start a bus where none is named.
+inline constexpr const char* kNoSessionBus = "disabled:";
 // The same for these values of DBUS_SESSION_BUS_ADDRESS and XDG_RUNTIME_DIR (null when unset).
 [[nodiscard]] std::string sessionBusAddress(const char* busAddress, const char* runtimeFolder);
 

@@ -52,8 +52,8 @@ class PosixFileSystem final : public FileSystem {
   private:
     // Who may use a file besides its owner. A new file has the group that the system gives it.
     struct Access {
-        mode_t permissions;
-        std::optional<gid_t> group;
+        mode_t permissions = 0;
+        std::optional<gid_t> group = std::nullopt;
     };
     using Rename = std::function<int(const char* from, const char* to)>;
 

@@ -1,13 +1,17 @@
 #pragma once
 
+#include "platform/simulated/SimulatedApplications.h"
 #include "platform/simulated/SimulatedChildProcesses.h"
 #include "platform/simulated/SimulatedDefaultsStore.h"
 #include "platform/simulated/SimulatedFileBrowser.h"
 #include "platform/simulated/SimulatedFileSystem.h"
 #include "platform/simulated/SimulatedFolders.h"
+#include "platform/simulated/SimulatedKeyboard.h"
 #include "platform/simulated/SimulatedLoginItem.h"
+#include "platform/simulated/SimulatedOverview.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/simulated/SimulatedScreens.h"
+#include "platform/simulated/SimulatedSession.h"
 #include "platform/simulated/SimulatedSpaces.h"
 #include "platform/simulated/SimulatedSystemInformation.h"
 #include "platform/simulated/SimulatedSystemLog.h"
@@ -30,6 +34,10 @@ struct SimulatedDesktop {
     SimulatedWindowSystem windowSystem;
     SimulatedTextMeasurer textMeasurer;
     SimulatedWindowList windowList;
+    SimulatedOverview overview;
+    SimulatedKeyboard keyboard;
+    SimulatedSession session;
+    SimulatedApplications applications;
     SimulatedFileSystem files;
     SimulatedFolders folders;
     SimulatedFileBrowser fileBrowser;

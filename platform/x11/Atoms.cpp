@@ -8,8 +8,6 @@ namespace platform::x11 {
 namespace {
 
 constexpr std::array<std::string_view, static_cast<std::size_t>(Atom::Count)> kNames = {
-    "UTF8_STRING",
-    "WM_STATE",
     "_NET_SUPPORTED",
     "_NET_SUPPORTING_WM_CHECK",
     "_NET_NUMBER_OF_DESKTOPS",

@@ -10,8 +10,6 @@
 namespace platform::x11 {
 
 enum class Atom : std::size_t {
-    Utf8String,
-    WmState,
     NetSupported,
     NetSupportingWmCheck,
     NetNumberOfDesktops,

@@ -29,6 +29,12 @@ class CoordinateSpace {
     [[nodiscard]] Point toPoints(std::int32_t pixelX, std::int32_t pixelY) const {
         return {(pixelX - mainScreen_.x) / scale_, (mainScreen_.y + mainScreen_.height - pixelY) / scale_};
     }
+    // Where the pointer is when the server says that it is on that pixel: at the pixel's centre, which every
+    // rectangle that has the pixel contains.
+    [[nodiscard]] Point pointerAt(std::int32_t pixelX, std::int32_t pixelY) const {
+        const Point corner = toPoints(pixelX, pixelY);
+        return {corner.x + 0.5 / scale_, corner.y - 0.5 / scale_};
+    }
     [[nodiscard]] Rect toPoints(const PixelRect& r) const {
         const Point lowerLeft = toPoints(r.x, r.y + r.height);
         return {lowerLeft.x, lowerLeft.y, r.width / scale_, r.height / scale_};

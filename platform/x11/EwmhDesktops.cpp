@@ -30,15 +30,19 @@ EwmhRoot parseRoot(const Atoms& atoms, const EwmhRootReplies& replies) {
     EwmhRoot root;
     const auto check = value32(replies.check.get(), XCB_ATOM_WINDOW);
     const auto count = value32(replies.count.get(), XCB_ATOM_CARDINAL);
+    const auto supported = values32(replies.supported.get(), XCB_ATOM_ATOM);
+    const auto supports = [&](Atom atom) {
+        return std::ranges::find(supported, atoms[atom]) != supported.end();
+    };
     root.checkWindow = check.value_or(XCB_WINDOW_NONE);
-    if (check.has_value() != count.has_value()) root.state = EwmhRoot::State::Inconsistent;
+    const bool hasNoDesktops = check && !supported.empty() && !supports(Atom::NetNumberOfDesktops);
+    if (check.has_value() != count.has_value() && !hasNoDesktops) root.state = EwmhRoot::State::Inconsistent;
     if (root.checkWindow == XCB_WINDOW_NONE || !count || *count < 1 || *count > kMostDesktops) return root;
 
     root.state = EwmhRoot::State::Plausible;
     root.desktops.count = *count;
     root.desktops.current = below(value32(replies.current.get(), XCB_ATOM_CARDINAL), *count);
-    const auto supported = values32(replies.supported.get(), XCB_ATOM_ATOM);
-    root.desktops.canSwitch = std::ranges::find(supported, atoms[Atom::NetCurrentDesktop]) != supported.end();
+    root.desktops.canSwitch = supports(Atom::NetCurrentDesktop);
     return root;
 }
 
@@ -57,22 +61,38 @@ std::optional<std::string> parseCheckWindow(xcb_window_t checkWindow, const Ewmh
 EwmhRoot readRootProperties(XConnection& connection, const Atoms& atoms) {
     const auto get = [&](auto cookie) { return connection.reply<xcb_get_property_reply_t>(cookie); };
     const auto request = requestRoot(connection, atoms);
-    return parseRoot(atoms,
-                     {get(request.check), get(request.count), get(request.current), get(request.supported)});
+    auto root = parseRoot(
+        atoms, {get(request.check), get(request.count), get(request.current), get(request.supported)});
+    if (connection.isLate()) root.state = EwmhRoot::State::Unanswered;
+    return root;
+}
+
+void readCheckWindow(XConnection& connection, const Atoms& atoms, EwmhRoot& root) {
+    const auto get = [&](auto cookie) { return connection.reply<xcb_get_property_reply_t>(cookie); };
+    const auto request = requestCheckWindow(connection, atoms, root.checkWindow);
+    auto name = parseCheckWindow(root.checkWindow, {get(request.check), get(request.name)});
+    if (connection.isLate()) {
+        root.state = EwmhRoot::State::Unanswered;
+    } else if (!name) {
+        root.state = EwmhRoot::State::Inconsistent;
+    } else {
+        root.desktops.windowManager = std::move(*name);
+    }
 }
 
 EwmhRoot readRoot(XConnection& connection, const Atoms& atoms) {
-    const auto get = [&](auto cookie) { return connection.reply<xcb_get_property_reply_t>(cookie); };
     auto root = readRootProperties(connection, atoms);
-    if (root.state != EwmhRoot::State::Plausible) return root;
-    const auto checkRequest = requestCheckWindow(connection, atoms, root.checkWindow);
-    auto name = parseCheckWindow(root.checkWindow, {get(checkRequest.check), get(checkRequest.name)});
-    if (name) {
-        root.desktops.windowManager = std::move(*name);
-    } else {
-        root.state = EwmhRoot::State::Inconsistent;
-    }
+    if (root.state == EwmhRoot::State::Plausible) readCheckWindow(connection, atoms, root);
     return root;
+}
+
+std::vector<ManagedSpaceId> managedSpaceIds(std::optional<std::uint32_t> desktop, std::uint32_t count) {
+    if (!desktop) return {};
+    if (*desktop != kEveryDesktop) return {ManagedSpaceId{std::uint64_t{*desktop} + 1}};
+    std::vector<ManagedSpaceId> every;
+    every.reserve(count);
+    for (std::uint64_t id = 1; id <= count; ++id) every.push_back({id});
+    return every;
 }
 
 void sendCurrentDesktop(const XConnection& connection, const Atoms& atoms, std::uint32_t desktop,

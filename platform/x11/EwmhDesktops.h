@@ -5,7 +5,9 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
+#include "platform/Identifiers.h"
 #include "platform/x11/Atoms.h"
 #include "platform/x11/XConnection.h"
 
@@ -13,6 +15,8 @@ namespace platform::x11 {
 
 // More desktops than this are a broken property, not a desktop.
 inline constexpr std::uint32_t kMostDesktops = 512;
+// A window's desktop number that means every desktop (EWMH _NET_WM_DESKTOP).
+inline constexpr std::uint32_t kEveryDesktop = 0xFFFFFFFF;
 
 // What the window manager says about its desktops (EWMH 1.5, root window properties).
 struct EwmhDesktops {
@@ -37,8 +41,9 @@ struct EwmhRootReplies {
 
 struct EwmhRoot {
     enum class State {
-        Absent,        // no window manager, or one that tells nonsense
+        Absent,        // no window manager, one without desktops, or one that tells nonsense
         Inconsistent,  // what a window manager leaves behind that has died or is being replaced
+        Unanswered,    // the server has not told in time
         Plausible,     // `desktops` holds, if the check window does
     };
     State state = State::Absent;
@@ -61,8 +66,16 @@ struct EwmhCheckReplies {
 
 // Reads the root's properties, waiting, and leaves the check window alone.
 [[nodiscard]] EwmhRoot readRootProperties(XConnection& connection, const Atoms& atoms);
-// Reads all of it, waiting. The state is Plausible only for a window manager that is alive.
+// Reads the check window of a plausible root, waiting, and takes its word: the window manager's name, or that
+// it is not alive.
+void readCheckWindow(XConnection& connection, const Atoms& atoms, EwmhRoot& root);
+// Both. The state is Plausible only for a window manager that is alive.
 [[nodiscard]] EwmhRoot readRoot(XConnection& connection, const Atoms& atoms);
+
+// The managed ids of the Spaces that a window of this desktop number is on, of `count` desktops; empty for a
+// window that has none.
+[[nodiscard]] std::vector<ManagedSpaceId> managedSpaceIds(std::optional<std::uint32_t> desktop,
+                                                          std::uint32_t count);
 
 // Asks the window manager to show a desktop. `time` is a server time stamp.
 void sendCurrentDesktop(const XConnection& connection, const Atoms& atoms, std::uint32_t desktop,

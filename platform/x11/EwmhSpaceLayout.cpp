@@ -1,8 +1,8 @@
 #include "platform/x11/EwmhSpaceLayout.h"
 
-#include <uuid/uuid.h>
-
 #include <algorithm>
+
+#include "platform/x11/NameUuid.h"
 
 namespace platform::x11 {
 
@@ -12,25 +12,13 @@ constexpr const char* kNamespace = "58387fda-312d-425c-966d-2f3e3931d328";
 constexpr auto kReplacementTime = std::chrono::milliseconds(600);
 constexpr auto kReplacementStep = std::chrono::milliseconds(100);
 
-Instant monotonicNow() {
-    return std::chrono::time_point_cast<Duration>(std::chrono::steady_clock::now());
-}
-
 }  // namespace
 
 std::vector<std::string> desktopNumberUuids(std::uint32_t count) {
-    uuid_t nameSpace;
-    uuid_parse(kNamespace, nameSpace);
     std::vector<std::string> uuids;
     uuids.reserve(count);
-    for (std::uint32_t number = 1; number <= count; ++number) {
-        const auto name = "desktop-" + std::to_string(number);
-        uuid_t uuid;
-        char text[UUID_STR_LEN];
-        uuid_generate_sha1(uuid, nameSpace, name.data(), name.size());
-        uuid_unparse_upper(uuid, text);
-        uuids.emplace_back(text);
-    }
+    for (std::uint32_t number = 1; number <= count; ++number)
+        uuids.push_back(nameUuid(kNamespace, "desktop-" + std::to_string(number)));
     return uuids;
 }
 

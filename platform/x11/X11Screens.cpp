@@ -1,92 +1,91 @@
 #include "platform/x11/X11Screens.h"
 
-#include <uuid/uuid.h>
 #include <xcb/randr.h>
 
 #include <array>
+
+#include "platform/x11/EwmhDesktops.h"
+#include "platform/x11/NameUuid.h"
+#include "platform/x11/WorkArea.h"
 
 namespace platform::x11 {
 
 namespace {
 
 constexpr auto kCoalesce = std::chrono::milliseconds(20);
-constexpr auto kRetry = std::chrono::milliseconds(200);
+constexpr auto kLongestPause = std::chrono::seconds(1);
 constexpr std::uint32_t kMostClients = 4096;
+constexpr std::uint32_t kLongestEdid = 64;  // 32-bit units
+constexpr const char* kNamespace = "4f1d2c66-0b7e-4a90-9c51-3e88d2076a14";
 
-// The edges of the root window that a panel keeps for itself, with the stretch of each edge (EWMH
-// _NET_WM_STRUT_PARTIAL).
-struct Strut {
-    std::array<std::uint32_t, 12> values{};  // left, right, top, bottom, then start and end along each
+struct OutputRequest {
+    xcb_randr_get_output_info_cookie_t info;
+    xcb_randr_get_output_property_cookie_t edid;
 };
 
-bool overlap(std::int64_t startA, std::int64_t endA, std::int64_t startB, std::int64_t endB) {
-    return startA <= endB && startB <= endA;
-}
-
-// What is left of `area`, a part of the monitor `monitor`, beside the panel.
-PixelRect without(const Strut& strut, PixelRect area, const PixelRect& monitor, const PixelRect& root) {
-    const auto& v = strut.values;
-    const std::int64_t right = monitor.x + monitor.width;
-    const std::int64_t bottom = monitor.y + monitor.height;
-    const bool sharesRows = overlap(v[4], v[5], monitor.y, bottom - 1);
-    const bool sharesRowsRight = overlap(v[6], v[7], monitor.y, bottom - 1);
-    const bool sharesColumns = overlap(v[8], v[9], monitor.x, right - 1);
-    const bool sharesColumnsBottom = overlap(v[10], v[11], monitor.x, right - 1);
-    std::int64_t minX = area.x, minY = area.y, maxX = area.x + area.width, maxY = area.y + area.height;
-    if (v[0] > 0 && sharesRows && v[0] < right) minX = std::max<std::int64_t>(minX, v[0]);
-    if (v[1] > 0 && sharesRowsRight && root.width - std::int64_t{v[1]} > monitor.x)
-        maxX = std::min<std::int64_t>(maxX, root.width - std::int64_t{v[1]});
-    if (v[2] > 0 && sharesColumns && v[2] < bottom) minY = std::max<std::int64_t>(minY, v[2]);
-    if (v[3] > 0 && sharesColumnsBottom && root.height - std::int64_t{v[3]} > monitor.y)
-        maxY = std::min<std::int64_t>(maxY, root.height - std::int64_t{v[3]});
-    if (maxX <= minX || maxY <= minY) return area;
-    return {static_cast<std::int32_t>(minX), static_cast<std::int32_t>(minY),
-            static_cast<std::int32_t>(maxX - minX), static_cast<std::int32_t>(maxY - minY)};
-}
-
-std::optional<Strut> strutOf(const xcb_get_property_reply_t* partial, const xcb_get_property_reply_t* plain) {
-    Strut strut;
-    if (const auto values = values32(partial, XCB_ATOM_CARDINAL); values.size() >= 12) {
-        std::copy_n(values.begin(), 12, strut.values.begin());
-        return strut;
-    }
-    const auto values = values32(plain, XCB_ATOM_CARDINAL);
-    if (values.size() < 4) return std::nullopt;
-    std::copy_n(values.begin(), 4, strut.values.begin());
-    for (std::size_t edge = 0; edge < 4; ++edge) strut.values[5 + 2 * edge] = 0xFFFF;
-    return strut;
+// Of the output's name and its monitor's description of itself.
+std::optional<std::string> outputUuid(const xcb_randr_get_output_info_reply_t* info,
+                                      const xcb_randr_get_output_property_reply_t* edid) {
+    if (!info) return std::nullopt;
+    std::string identity(reinterpret_cast<const char*>(xcb_randr_get_output_info_name(info)),
+                         static_cast<std::size_t>(xcb_randr_get_output_info_name_length(info)));
+    if (edid && edid->format == 8)
+        identity.append(reinterpret_cast<const char*>(xcb_randr_get_output_property_data(edid)),
+                        edid->num_items);
+    return nameUuid(kNamespace, identity);
 }
 
 }  // namespace
 
 struct X11Screens::Monitor {
-    std::optional<DisplayId> id;
+    DisplayId id;
     bool primary = false;
     PixelRect frame;
-    PixelRect visible;
+    PixelRect visible = frame;
+    std::optional<xcb_randr_output_t> output = std::nullopt;
+    std::optional<std::string> uuid = std::nullopt;
+};
+
+// What the root window tells beside the monitors.
+struct X11Screens::Desktop {
+    PixelRect root;
+    std::vector<xcb_window_t> clients;
+    std::optional<PixelRect> workArea;
 };
 
 X11Screens::X11Screens(XConnection& connection, XEvents& events, RunLoop& runLoop, double scale)
-    : connection_(connection), runLoop_(runLoop), scale_(scale) {
-    constexpr std::array<std::string_view, 4> names = {"_NET_WORKAREA", "_NET_CLIENT_LIST", "_NET_WM_STRUT",
-                                                       "_NET_WM_STRUT_PARTIAL"};
+    : connection_(connection), runLoop_(runLoop), scale_(scale), backoff_(kCoalesce, kLongestPause) {
+    constexpr std::array<std::string_view, 6> names = {"_NET_WORKAREA",         "_NET_CURRENT_DESKTOP",
+                                                       "_NET_CLIENT_LIST",      "_NET_WM_STRUT",
+                                                       "_NET_WM_STRUT_PARTIAL", "EDID"};
     const auto atoms = connection_.intern(names);
     workArea_ = atoms[0];
-    clientList_ = atoms[1];
-    strut_ = atoms[2];
-    strutPartial_ = atoms[3];
-    if (const auto* extension = xcb_get_extension_data(connection_.get(), &xcb_randr_id);
-        extension && extension->present) {
-        randrEvents_ = extension->first_event;
-        // The server sends only the events of the version that the client has named.
-        connection_.discard(xcb_randr_query_version(connection_.get(), 1, 5));
-        xcb_randr_select_input(connection_.get(), connection_.root(),
-                               XCB_RANDR_NOTIFY_MASK_SCREEN_CHANGE | XCB_RANDR_NOTIFY_MASK_CRTC_CHANGE |
-                                   XCB_RANDR_NOTIFY_MASK_OUTPUT_CHANGE);
-    }
+    currentDesktop_ = atoms[1];
+    clientList_ = atoms[2];
+    strut_ = atoms[3];
+    strutPartial_ = atoms[4];
+    edid_ = atoms[5];
+    selectEvents(events);
+    if (!read()) readLater(backoff_.next());
+}
+
+void X11Screens::selectEvents(XEvents& events) {
     events.selectOnRoot(XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     subscription_ = events.subscribe([this](const auto& event) { handle(event); });
-    if (!read()) readLater();
+    const auto* extension = xcb_get_extension_data(connection_.get(), &xcb_randr_id);
+    if (!extension || !extension->present) return;
+    randrEvents_ = extension->first_event;
+    // The server sends only the events of the version that the client has named.
+    const auto cookie = xcb_randr_query_version(connection_.get(), 1, 5);
+    const auto version = connection_.reply<xcb_randr_query_version_reply_t>(cookie);
+    const auto isAtLeast = [&version](std::uint32_t minor) {
+        return version && (version->major_version > 1 || version->minor_version >= minor);
+    };
+    hasMonitors_ = isAtLeast(5);
+    const auto outputs = XCB_RANDR_NOTIFY_MASK_CRTC_CHANGE | XCB_RANDR_NOTIFY_MASK_OUTPUT_CHANGE;
+    xcb_randr_select_input(
+        connection_.get(), connection_.root(),
+        static_cast<std::uint16_t>(XCB_RANDR_NOTIFY_MASK_SCREEN_CHANGE | (isAtLeast(2) ? outputs : 0)));
 }
 
 std::optional<Screen> X11Screens::mainScreen() const {
@@ -97,6 +96,11 @@ DisplayId X11Screens::mainDisplayId() const {
     return screens_.empty() ? DisplayId{} : screens_.front().displayId.value_or(DisplayId{});
 }
 
+std::optional<std::string> X11Screens::displayUuid(DisplayId display) const {
+    const auto found = uuids_.find(display);
+    return found == uuids_.end() ? std::nullopt : std::optional(found->second);
+}
+
 Subscription X11Screens::onParametersChanged(std::function<void()> action) {
     return changed_.subscribe(std::move(action));
 }
@@ -104,119 +108,145 @@ Subscription X11Screens::onParametersChanged(std::function<void()> action) {
 Point X11Screens::location() const {
     const auto cookie = xcb_query_pointer(connection_.get(), connection_.root());
     if (const auto reply = connection_.reply<xcb_query_pointer_reply_t>(cookie))
-        lastLocation_ = coordinates_.toPoints(reply->root_x, reply->root_y);
+        lastLocation_ = coordinates_.pointerAt(reply->root_x, reply->root_y);
     return lastLocation_;
 }
 
 void X11Screens::handle(const xcb_generic_event_t& event) {
     const auto type = XEvents::type(event);
+    bool changes = false;
     if (randrEvents_ != 0 && (type == randrEvents_ || type == randrEvents_ + XCB_RANDR_NOTIFY)) {
-        readLater();
+        changes = true;
     } else if (type == XCB_CONFIGURE_NOTIFY) {
         const auto& configure = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
-        if (configure.window == connection_.root()) readLater();
+        changes = configure.window == connection_.root();
     } else if (type == XCB_PROPERTY_NOTIFY) {
         const auto& property = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-        if (property.window == connection_.root() && property.atom == workArea_) readLater();
+        changes = property.window == connection_.root() &&
+                  (property.atom == workArea_ || (property.atom == currentDesktop_ && workAreasDiffer_));
     }
+    if (changes && !readTimer_.isActive()) readLater(kCoalesce);
 }
 
-void X11Screens::readLater() {
-    if (readTimer_.isActive()) return;
-    readTimer_ = runLoop_.after(kCoalesce, [this] {
+void X11Screens::readLater(Duration delay) {
+    readTimer_ = runLoop_.after(delay, [this] {
         readTimer_ = {};
-        const auto before = screens_;
-        if (!read()) {
-            readTimer_ = runLoop_.after(kRetry, [this] {
-                readTimer_ = {};
-                readLater();
-            });
-        } else if (screens_ != before) {
-            changed_.notify();
-        }
+        readAndTell();
     });
 }
 
+void X11Screens::readAndTell() {
+    const auto screens = screens_;
+    const auto uuids = uuids_;
+    const auto coordinates = coordinates_;
+    if (!read()) return readLater(backoff_.next());
+    backoff_.reset();
+    if (screens_ != screens || uuids_ != uuids || coordinates_ != coordinates) changed_.notify();
+}
+
+// False, with nothing changed, when the server has not told all of it in time.
 bool X11Screens::read() {
-    auto monitors = readMonitors();
-    if (!monitors) return false;
-    std::stable_partition(monitors->begin(), monitors->end(),
+    const auto desktop = readDesktop();
+    auto monitors = readMonitors(desktop.root);
+    std::stable_partition(monitors.begin(), monitors.end(),
                           [](const Monitor& monitor) { return monitor.primary; });
-    cutOutPanels(*monitors);
-    if (!monitors->empty()) coordinates_ = CoordinateSpace(monitors->front().frame, scale_);
-    screens_.clear();
-    for (const auto& monitor : *monitors)
-        screens_.push_back({monitor.id, coordinates_.toPoints(monitor.frame),
-                            coordinates_.toPoints(monitor.visible), scale_});
+    nameMonitors(monitors);
+    cutOutPanels(monitors, desktop);
+    if (connection_.isLate() || connection_.isBroken()) return false;
+    take(monitors);
     return true;
 }
 
-std::optional<std::vector<X11Screens::Monitor>> X11Screens::readMonitors() {
-    std::vector<Monitor> monitors;
-    if (randrEvents_ == 0) {
-        const auto& screen = connection_.screen();
-        const PixelRect whole{0, 0, screen.width_in_pixels, screen.height_in_pixels};
-        monitors.push_back({DisplayId{1}, true, whole, whole});
-        return monitors;
+void X11Screens::take(const std::vector<Monitor>& monitors) {
+    if (!monitors.empty()) coordinates_ = CoordinateSpace(monitors.front().frame, scale_);
+    screens_.clear();
+    uuids_.clear();
+    for (const auto& monitor : monitors) {
+        screens_.push_back({monitor.id, coordinates_.toPoints(monitor.frame),
+                            coordinates_.toPoints(monitor.visible), scale_});
+        if (monitor.uuid) uuids_.emplace(monitor.id, *monitor.uuid);
     }
+}
+
+X11Screens::Desktop X11Screens::readDesktop() {
+    const auto ask = [&](xcb_atom_t property, xcb_atom_t type, std::uint32_t longs) {
+        return requestProperty(connection_, connection_.root(), property, type, longs);
+    };
+    const auto get = [&](auto cookie) { return connection_.reply<xcb_get_property_reply_t>(cookie); };
+    const auto rootCookie = xcb_get_geometry(connection_.get(), connection_.root());
+    const auto clientsCookie = ask(clientList_, XCB_ATOM_WINDOW, kMostClients);
+    const auto areasCookie = ask(workArea_, XCB_ATOM_CARDINAL, 4 * kMostDesktops);
+    const auto currentCookie = ask(currentDesktop_, XCB_ATOM_CARDINAL, 1);
+
+    Desktop desktop;
+    if (const auto root = connection_.reply<xcb_get_geometry_reply_t>(rootCookie))
+        desktop.root = {0, 0, root->width, root->height};
+    const auto clients = get(clientsCookie);
+    const auto windows = values32(clients.get(), XCB_ATOM_WINDOW);
+    desktop.clients.assign(windows.begin(), windows.end());
+    const auto areas = get(areasCookie);
+    const auto values = values32(areas.get(), XCB_ATOM_CARDINAL);
+    const auto current = value32(get(currentCookie).get(), XCB_ATOM_CARDINAL).value_or(0);
+    desktop.workArea = workAreaOf(values, current);
+    workAreasDiffer_ = workAreasDiffer(values);
+    return desktop;
+}
+
+std::vector<X11Screens::Monitor> X11Screens::readMonitors(const PixelRect& root) {
+    if (!hasMonitors_) return {{.id = {1}, .primary = true, .frame = root}};
     const auto cookie = xcb_randr_get_monitors(connection_.get(), connection_.root(), 1);
     const auto reply = connection_.reply<xcb_randr_get_monitors_reply_t>(cookie);
-    if (!reply) return std::nullopt;
+    if (!reply) return {};
+    std::vector<Monitor> monitors;
     for (auto it = xcb_randr_get_monitors_monitors_iterator(reply.get()); it.rem > 0;
          xcb_randr_monitor_info_next(&it)) {
-        const PixelRect frame{it.data->x, it.data->y, it.data->width, it.data->height};
-        const auto* outputs = xcb_randr_monitor_info_outputs(it.data);
-        const bool hasOutput = xcb_randr_monitor_info_outputs_length(it.data) > 0;
-        const DisplayId id{hasOutput ? outputs[0] : it.data->name};
-        if (frame.width > 0 && frame.height > 0)
-            monitors.push_back({id, it.data->primary != 0, frame, frame});
+        Monitor monitor{.id = {it.data->name},
+                        .primary = it.data->primary != 0,
+                        .frame = {it.data->x, it.data->y, it.data->width, it.data->height}};
+        if (xcb_randr_monitor_info_outputs_length(it.data) > 0) {
+            monitor.output = xcb_randr_monitor_info_outputs(it.data)[0];
+            monitor.id = {*monitor.output};
+        }
+        if (monitor.frame.width > 0 && monitor.frame.height > 0) monitors.push_back(std::move(monitor));
     }
     return monitors;
 }
 
-void X11Screens::cutOutPanels(std::vector<Monitor>& monitors) {
-    const auto rootCookie = xcb_get_geometry(connection_.get(), connection_.root());
-    const auto listCookie =
-        requestProperty(connection_, connection_.root(), clientList_, XCB_ATOM_WINDOW, kMostClients);
-    const auto geometry = connection_.reply<xcb_get_geometry_reply_t>(rootCookie);
-    const auto list = connection_.reply<xcb_get_property_reply_t>(listCookie);
-    if (!geometry) return;
-    const PixelRect root{0, 0, geometry->width, geometry->height};
+void X11Screens::nameMonitors(std::vector<Monitor>& monitors) {
+    auto* xcb = connection_.get();
+    std::vector<std::pair<Monitor*, OutputRequest>> requests;
+    for (auto& monitor : monitors)
+        if (monitor.output)
+            requests.push_back({&monitor,
+                                {xcb_randr_get_output_info(xcb, *monitor.output, XCB_CURRENT_TIME),
+                                 xcb_randr_get_output_property(xcb, *monitor.output, edid_, XCB_ATOM_ANY, 0,
+                                                               kLongestEdid, 0, 0)}});
+    for (const auto& [monitor, request] : requests) {
+        const auto info = connection_.reply<xcb_randr_get_output_info_reply_t>(request.info);
+        const auto edid = connection_.reply<xcb_randr_get_output_property_reply_t>(request.edid);
+        monitor->uuid = outputUuid(info.get(), edid.get());
+    }
+}
+
+// The panels' own struts tell which monitor they are on; the window manager's work area, one for all
+// monitors, counts where they tell nothing.
+void X11Screens::cutOutPanels(std::vector<Monitor>& monitors, const Desktop& desktop) {
     std::vector<std::pair<xcb_get_property_cookie_t, xcb_get_property_cookie_t>> cookies;
-    for (const auto window : values32(list.get(), XCB_ATOM_WINDOW))
+    for (const auto window : desktop.clients)
         cookies.emplace_back(requestProperty(connection_, window, strutPartial_, XCB_ATOM_CARDINAL, 12),
                              requestProperty(connection_, window, strut_, XCB_ATOM_CARDINAL, 4));
     for (const auto& [partialCookie, plainCookie] : cookies) {
         const auto partial = connection_.reply<xcb_get_property_reply_t>(partialCookie);
         const auto plain = connection_.reply<xcb_get_property_reply_t>(plainCookie);
-        const auto strut = strutOf(partial.get(), plain.get());
+        const auto strut =
+            strutOf(values32(partial.get(), XCB_ATOM_CARDINAL), values32(plain.get(), XCB_ATOM_CARDINAL));
         if (!strut) continue;
         for (auto& monitor : monitors)
-            monitor.visible = without(*strut, monitor.visible, monitor.frame, root);
+            monitor.visible = without(*strut, monitor.visible, monitor.frame, desktop.root);
     }
-}
-
-std::optional<std::string> X11Screens::displayUuid(DisplayId display) const {
-    static constexpr uuid_t kNamespace = {0x4f, 0x1d, 0x2c, 0x66, 0x0b, 0x7e, 0x4a, 0x90,
-                                          0x9c, 0x51, 0x3e, 0x88, 0xd2, 0x07, 0x6a, 0x14};
-    const auto infoCookie = xcb_randr_get_output_info(connection_.get(), display.value, XCB_CURRENT_TIME);
-    const auto info = connection_.reply<xcb_randr_get_output_info_reply_t>(infoCookie);
-    if (!info) return std::nullopt;
-    constexpr std::array<std::string_view, 1> edidName = {"EDID"};
-    const auto edidAtom = connection_.intern(edidName).front();
-    const auto edidCookie =
-        xcb_randr_get_output_property(connection_.get(), display.value, edidAtom, XCB_ATOM_ANY, 0, 64, 0, 0);
-    const auto edid = connection_.reply<xcb_randr_get_output_property_reply_t>(edidCookie);
-    std::string name(reinterpret_cast<const char*>(xcb_randr_get_output_info_name(info.get())),
-                     static_cast<std::size_t>(xcb_randr_get_output_info_name_length(info.get())));
-    if (edid && edid->format == 8)
-        name.append(reinterpret_cast<const char*>(xcb_randr_get_output_property_data(edid.get())),
-                    edid->num_items);
-    uuid_t uuid;
-    uuid_generate_sha1(uuid, kNamespace, name.data(), name.size());
-    char text[UUID_STR_LEN];
-    uuid_unparse_upper(uuid, text);
-    return text;
+    if (!desktop.workArea) return;
+    for (auto& monitor : monitors)
+        if (monitor.visible == monitor.frame) monitor.visible = within(*desktop.workArea, monitor.frame);
 }
 
 }  // namespace platform::x11

@@ -1,15 +1,18 @@
 #pragma once
 
+#include <map>
+#include <string>
 #include <vector>
 
 #include "platform/Screens.h"
+#include "platform/x11/Backoff.h"
 #include "platform/x11/CoordinateSpace.h"
 #include "platform/x11/XEvents.h"
 
 namespace platform::x11 {
 
-// The RandR monitors (RandR 1.5), read again whenever the server tells of a change; in between every answer
-// comes from memory.
+// The RandR monitors, read again whenever the server tells of a change; in between every answer but the
+// pointer's comes from memory. A server without monitors (RandR 1.5) has one screen, its root window.
 class X11Screens final : public Screens, public Pointer {
   public:
     // `scale` is the desktop's device pixels per point.
@@ -26,24 +29,36 @@ class X11Screens final : public Screens, public Pointer {
 
   private:
     struct Monitor;
+    struct Desktop;
+    void selectEvents(XEvents& events);
     void handle(const xcb_generic_event_t& event);
-    void readLater();
-    bool read();
-    [[nodiscard]] std::optional<std::vector<Monitor>> readMonitors();
-    void cutOutPanels(std::vector<Monitor>& monitors);
+    void readLater(Duration delay);
+    void readAndTell();
+    [[nodiscard]] bool read();
+    void take(const std::vector<Monitor>& monitors);
+    [[nodiscard]] Desktop readDesktop();
+    [[nodiscard]] std::vector<Monitor> readMonitors(const PixelRect& root);
+    void nameMonitors(std::vector<Monitor>& monitors);
+    void cutOutPanels(std::vector<Monitor>& monitors, const Desktop& desktop);
 
     XConnection& connection_;
     RunLoop& runLoop_;
     double scale_;
     std::uint8_t randrEvents_ = 0;
+    bool hasMonitors_ = false;
     xcb_atom_t workArea_ = 0;
+    xcb_atom_t currentDesktop_ = 0;
     xcb_atom_t clientList_ = 0;
     xcb_atom_t strut_ = 0;
     xcb_atom_t strutPartial_ = 0;
+    xcb_atom_t edid_ = 0;
     std::vector<Screen> screens_;
+    std::map<DisplayId, std::string> uuids_;
     CoordinateSpace coordinates_;
+    bool workAreasDiffer_ = false;  // from desktop to desktop
     mutable Point lastLocation_;
     Observers<> changed_;
+    Backoff backoff_;
     Timer readTimer_;
     Subscription subscription_;
 };

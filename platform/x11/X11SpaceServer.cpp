@@ -7,7 +7,9 @@ namespace platform::x11 {
 namespace {
 
 constexpr auto kFrame = std::chrono::milliseconds(16);
-constexpr auto kRetry = std::chrono::milliseconds(250);
+constexpr auto kLongestReadPause = std::chrono::seconds(1);
+constexpr auto kKwinRetry = std::chrono::milliseconds(250);
+constexpr auto kLongestKwinPause = std::chrono::seconds(8);
 constexpr auto kTakeover =
     std::chrono::milliseconds(300);  // a new window manager has its desktops in order by then
 
@@ -15,7 +17,12 @@ constexpr auto kTakeover =
 
 X11SpaceServer::X11SpaceServer(XConnection& connection, const Atoms& atoms, XEvents& events, RunLoop& runLoop,
                                RequestKwinIds requestKwinIds)
-    : connection_(connection), atoms_(atoms), runLoop_(runLoop), requestKwinIds_(std::move(requestKwinIds)) {
+    : connection_(connection),
+      atoms_(atoms),
+      runLoop_(runLoop),
+      requestKwinIds_(std::move(requestKwinIds)),
+      readBackoff_(kFrame, kLongestReadPause),
+      kwinBackoff_(kKwinRetry, kLongestKwinPause) {
     constexpr std::array<std::string_view, 1> names = {"_NET_DESKTOP_NAMES"};
     desktopNames_ = connection_.intern(names).front();
     events.selectOnRoot(XCB_EVENT_MASK_PROPERTY_CHANGE);
@@ -29,41 +36,67 @@ DesktopFacts X11SpaceServer::facts() const {
 }
 
 void X11SpaceServer::handle(const xcb_generic_event_t& event) {
-    if (XEvents::type(event) != XCB_PROPERTY_NOTIFY) return;
-    const auto& property = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-    if (property.window != connection_.root()) return;
-    lastTime_ = property.time;
-    const auto is = [&](Atom atom) { return property.atom == atoms_[atom]; };
-    if (property.atom == desktopNames_ || is(Atom::NetNumberOfDesktops))
-        kwinIds_.reset();  // they may have moved
-    if (property.atom == desktopNames_ || is(Atom::NetNumberOfDesktops) || is(Atom::NetCurrentDesktop) ||
-        is(Atom::NetSupportingWmCheck) || is(Atom::NetSupported))
+    if (XEvents::type(event) == XCB_DESTROY_NOTIFY) {
+        const auto window = reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window;
+        if (window != watched_) return;
+        // The next window manager may get the same window number.
+        watched_ = XCB_WINDOW_NONE;
+        windowManager_ = XCB_WINDOW_NONE;
+        readSoon();
+    } else if (XEvents::type(event) == XCB_PROPERTY_NOTIFY) {
+        const auto& property = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+        if (property.window == connection_.root()) {
+            lastTime_ = property.time;
+            handleRootProperty(property.atom);
+        } else if (property.window == watched_) {
+            readSoon();  // a window manager that starts names its check window late
+        }
+    }
+}
+
+void X11SpaceServer::handleRootProperty(xcb_atom_t property) {
+    const auto is = [&](Atom atom) { return property == atoms_[atom]; };
+    const bool mayMoveDesktops = property == desktopNames_ || is(Atom::NetNumberOfDesktops);
+    if (mayMoveDesktops) kwinIdsAreOld_ = true;
+    if (mayMoveDesktops || is(Atom::NetCurrentDesktop) || is(Atom::NetSupportingWmCheck) ||
+        is(Atom::NetSupported))
         readSoon();
 }
 
 void X11SpaceServer::readSoon() {
     if (readTimer_.isActive()) return;
     const auto now = runLoop_.now();
-    const auto wait = lastRead_ && now - *lastRead_ < kFrame ? *lastRead_ + kFrame - now : Duration::zero();
-    readTimer_ = runLoop_.after(wait, [this] {
+    readAfter(lastRead_ && now - *lastRead_ < kFrame ? *lastRead_ + kFrame - now : Duration::zero());
+}
+
+void X11SpaceServer::readAfter(Duration delay) {
+    readTimer_ = runLoop_.after(delay, [this] {
         readTimer_ = {};
         read();
     });
 }
 
 void X11SpaceServer::read() {
+    auto root = readRootProperties(connection_, atoms_);
+    if (root.state == EwmhRoot::State::Plausible) {
+        watch(root.checkWindow);
+        readCheckWindow(connection_, atoms_, root);
+    }
     lastRead_ = runLoop_.now();
-    const auto root = readRoot(connection_, atoms_);
+    if (root.state == EwmhRoot::State::Unanswered) return readAfter(readBackoff_.next());
+    readBackoff_.reset();
     if (root.state == EwmhRoot::State::Plausible) return takeRoot(root);
     desktops_.reset();
     windowManager_ = XCB_WINDOW_NONE;
-    // Nothing tells when a window manager that is starting has become whole.
-    if (root.state == EwmhRoot::State::Inconsistent && !connection_.isBroken())
-        readTimer_ = runLoop_.after(kRetry, [this] {
-            readTimer_ = {};
-            read();
-        });
     compose();
+}
+
+// Nothing else tells that a window manager has died. Selected before the window is read, so that its end is
+// seen either way.
+void X11SpaceServer::watch(xcb_window_t checkWindow) {
+    if (std::exchange(watched_, checkWindow) == checkWindow) return;
+    const std::uint32_t events = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_change_window_attributes(connection_.get(), checkWindow, XCB_CW_EVENT_MASK, &events);
 }
 
 void X11SpaceServer::takeRoot(const EwmhRoot& root) {
@@ -72,6 +105,7 @@ void X11SpaceServer::takeRoot(const EwmhRoot& root) {
     desktops_ = root.desktops;
     if (takenOver) {
         kwinIds_.reset();
+        kwinIdsAreOld_ = true;
         if (started_)
             settleTimer_ = runLoop_.after(kTakeover, [this] {
                 settleTimer_ = {};
@@ -79,7 +113,10 @@ void X11SpaceServer::takeRoot(const EwmhRoot& root) {
                 windowManagerChanged_.notify();
             });
     }
-    if (desktops_->isKwin() && (!kwinIds_ || kwinIdsAreOld_)) askKwin();
+    if (desktops_->isKwin() && kwinIdsAreOld_) {
+        kwinBackoff_.reset();
+        askKwin();
+    }
     compose();
 }
 
@@ -90,13 +127,14 @@ void X11SpaceServer::askKwin() {
 }
 
 void X11SpaceServer::takeKwinIds(KwinIds ids) {
-    if (!desktops_ || !desktops_->isKwin()) return;
-    if (ids && ids->size() == desktops_->count) {
-        kwinIds_ = std::move(ids);
-        compose();
-    } else {
-        kwinRetry_ = runLoop_.after(kRetry, [this] { askKwin(); });
+    // When the desktops have changed since it was asked, the next read asks again.
+    if (!desktops_ || !desktops_->isKwin() || kwinIdsAreOld_) return;
+    kwinIds_ = std::move(ids);
+    if (!kwinIds_ || kwinIds_->size() != desktops_->count) {
+        kwinIds_.reset();
+        kwinRetry_ = runLoop_.after(kwinBackoff_.next(), [this] { askKwin(); });
     }
+    compose();
 }
 
 // Puts together what is known and tells when it differs from before.
@@ -105,7 +143,8 @@ void X11SpaceServer::compose() {
     if (desktops_ && !settleTimer_.isActive()) {
         if (!desktops_->isKwin()) {
             answer = managedDisplaySpaces(*desktops_, desktopNumberUuids(desktops_->count));
-        } else if (kwinIds_ && kwinIds_->size() == desktops_->count) {
+        } else if (kwinIds_) {
+            if (kwinIds_->size() != desktops_->count) return;  // KWin is being asked for those of now
             answer = managedDisplaySpaces(*desktops_, *kwinIds_);
         }
     }

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/Spaces.h"
+#include "platform/x11/Backoff.h"
 #include "platform/x11/EwmhSpaceLayout.h"
 #include "platform/x11/X11WindowSystem.h"
 #include "platform/x11/XEvents.h"
@@ -14,11 +15,13 @@ namespace platform::x11 {
 
 // The Space layout for a program that runs on: read when the window manager tells of a change, at most once a
 // frame, and answered from memory in between. The layout is absent while there is no window manager, while
-// one takes over from another, and on KWin until its desktops' ids have come.
+// one takes over from another, and on KWin until its desktops' ids have come. It stays what it was while the
+// X server does not answer, and while KWin is asked for the ids of changed desktops.
 class X11SpaceServer final : public SpaceLayout, public SpaceNotifications {
   public:
     using KwinIds = std::optional<std::vector<std::string>>;
-    // Asks KWin for its desktops' ids; the answer comes later, on the main thread.
+    // Asks KWin for its desktops' ids; the answer comes later, on the main thread. Asking again takes back a
+    // question that has not been answered.
     using RequestKwinIds = std::function<void(std::function<void(KwinIds)>)>;
 
     X11SpaceServer(XConnection& connection, const Atoms& atoms, XEvents& events, RunLoop& runLoop,
@@ -36,14 +39,18 @@ class X11SpaceServer final : public SpaceLayout, public SpaceNotifications {
     }
 
     [[nodiscard]] DesktopFacts facts() const;
-    [[nodiscard]] bool canSwitch() const { return desktops_ && desktops_->canSwitch; }
+    // No while the window manager says so; one that has not come yet may well.
+    [[nodiscard]] bool canSwitch() const { return !desktops_ || desktops_->canSwitch; }
     // The server time of the last change that was told of.
     [[nodiscard]] xcb_timestamp_t lastTime() const { return lastTime_; }
 
   private:
     void handle(const xcb_generic_event_t& event);
+    void handleRootProperty(xcb_atom_t property);
     void readSoon();
+    void readAfter(Duration delay);
     void read();
+    void watch(xcb_window_t checkWindow);
     void takeRoot(const EwmhRoot& root);
     void askKwin();
     void takeKwinIds(KwinIds ids);
@@ -54,14 +61,17 @@ class X11SpaceServer final : public SpaceLayout, public SpaceNotifications {
     RunLoop& runLoop_;
     RequestKwinIds requestKwinIds_;
     xcb_atom_t desktopNames_ = 0;
-    xcb_window_t windowManager_ = XCB_WINDOW_NONE;
+    xcb_window_t watched_ = XCB_WINDOW_NONE;        // the check window whose events are selected
+    xcb_window_t windowManager_ = XCB_WINDOW_NONE;  // the check window of the one that `desktops_` is of
     std::optional<EwmhDesktops> desktops_;
-    KwinIds kwinIds_;
-    bool kwinIdsAreOld_ = false;  // the desktops have changed since
+    KwinIds kwinIds_;             // the last that this window manager has told
+    bool kwinIdsAreOld_ = false;  // the desktops have changed since KWin was last asked
     bool started_ = false;
     std::optional<ManagedDisplaySpaces> answer_;
     xcb_timestamp_t lastTime_ = XCB_CURRENT_TIME;
     std::optional<Instant> lastRead_;
+    Backoff readBackoff_;
+    Backoff kwinBackoff_;
     Timer readTimer_;
     Timer settleTimer_;
     Timer kwinRetry_;

@@ -8,6 +8,8 @@
 #include <cstring>
 #include <utility>
 
+#include "platform/x11/EwmhDesktops.h"
+
 namespace platform::x11 {
 
 namespace {
@@ -114,7 +116,7 @@ void X11TagSurface::writeTitle() {
 
 WindowState X11TagSurface::state() const {
     const auto current = context_.currentDesktop();
-    const bool everywhere = desktop_ == 0xFFFFFFFF;
+    const bool everywhere = desktop_ == kEveryDesktop;
     const bool onActiveSpace = everywhere || (desktop_ && current && *desktop_ == *current);
     return {orderedIn_, onActiveSpace, orderedIn_ && onActiveSpace && alpha_ > 0};
 }
@@ -329,6 +331,7 @@ void X11TagSurface::moveToDesktop(std::uint32_t desktop) {
 
 void X11TagSurface::reassertStates() {
     if (!mapped_) return;
+    if (!managed_) mapUntilManaged(kManagedWithin);
     const auto& atoms = context_.atoms;
     constexpr std::uint32_t add = 1;
     const std::array<std::uint32_t, 4> first = {add, atoms.above, atoms.skipTaskbar, kSourceApplication};
@@ -377,7 +380,7 @@ void X11TagSurface::handle(const xcb_generic_event_t& event) {
 void X11TagSurface::handleMouse(const xcb_generic_event_t& event) {
     // Button and motion events share their layout.
     const auto& button = reinterpret_cast<const xcb_button_press_event_t&>(event);
-    const MouseEvent mouse{context_.screens.coordinates().toPoints(button.root_x, button.root_y),
+    const MouseEvent mouse{context_.screens.coordinates().pointerAt(button.root_x, button.root_y),
                            (button.state & XCB_MOD_MASK_SHIFT) != 0};
     const auto type = XEvents::type(event);
     if (type == XCB_MOTION_NOTIFY && buttonHeld_) {
@@ -426,6 +429,8 @@ void X11TagSurface::readDesktop() {
         requestProperty(context_.connection, window_, context_.atoms.desktop, XCB_ATOM_CARDINAL, 1);
     const auto reply = context_.connection.reply<xcb_get_property_reply_t>(cookie);
     if (const auto value = value32(reply.get(), XCB_ATOM_CARDINAL)) desktop_ = value;
+    if (context_.connection.isLate())
+        desktopTimer_ = context_.runLoop.after(kPlacementSettles, [this] { readDesktop(); });
 }
 
 void X11TagSurface::verifyPlacement() {
@@ -436,6 +441,8 @@ void X11TagSurface::verifyPlacement() {
     const auto sizeCookie = xcb_get_geometry(connection, window_);
     const auto origin = context_.connection.reply<xcb_translate_coordinates_reply_t>(originCookie);
     const auto size = context_.connection.reply<xcb_get_geometry_reply_t>(sizeCookie);
+    if (context_.connection.isLate())
+        placementTimer_ = context_.runLoop.after(kPlacementSettles, [this] { verifyPlacement(); });
     if (!origin || !size) return;
     const PixelRect actual{origin->dst_x, origin->dst_y, size->width, size->height};
     if (actual == placed_ || refusedPlace_ == actual) return;

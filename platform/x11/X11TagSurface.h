@@ -121,6 +121,7 @@ class X11TagSurface final : public TagSurface {
     Timer placementTimer_;
     Timer dragTimer_;
     Timer gestureTimer_;
+    Timer desktopTimer_;
 };
 
 }  // namespace platform::x11

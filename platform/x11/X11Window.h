@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "platform/WindowList.h"
-#include "platform/x11/Atoms.h"
+#include "platform/x11/EwmhDesktops.h"
 
 namespace platform::x11 {
 
@@ -18,7 +18,6 @@ struct X11Window {
     std::optional<std::uint32_t> desktop;  // kEveryDesktop, or an index
     bool isDesktopElement = false;
 };
-inline constexpr std::uint32_t kEveryDesktop = 0xFFFFFFFF;
 
 struct X11WindowRequest {
     xcb_get_geometry_cookie_t geometry;

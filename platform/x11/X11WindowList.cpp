@@ -9,21 +9,23 @@
 #include <iterator>
 #include <unordered_set>
 
-#include "platform/x11/EwmhDesktops.h"
-
 namespace platform::x11 {
 
 namespace {
 
 constexpr std::uint32_t kMostWindows = 65536;
 
-// Where the primary monitor starts; the root's own origin when none is primary.
-Point primaryOrigin(const xcb_randr_get_monitors_reply_t* monitors) {
+// Where the main display starts: the primary monitor, or the first when none is primary.
+Point mainOrigin(const xcb_randr_get_monitors_reply_t* monitors) {
     if (!monitors) return {};
     auto monitor = xcb_randr_get_monitors_monitors_iterator(monitors);
-    for (; monitor.rem > 0; xcb_randr_monitor_info_next(&monitor))
-        if (monitor.data->primary) return {double(monitor.data->x), double(monitor.data->y)};
-    return {};
+    std::optional<Point> first;
+    for (; monitor.rem > 0; xcb_randr_monitor_info_next(&monitor)) {
+        const Point origin{double(monitor.data->x), double(monitor.data->y)};
+        if (monitor.data->primary) return origin;
+        if (!first) first = origin;
+    }
+    return first.value_or(Point{});
 }
 
 std::optional<std::string> processName(std::int64_t pid) {
@@ -74,8 +76,7 @@ std::optional<X11WindowList::Listing> X11WindowList::readListing() const {
     const auto count = value32(get(countCookie).get(), XCB_ATOM_CARDINAL).value_or(0);
     Listing listing;
     if (hasMonitors)
-        listing.origin =
-            primaryOrigin(connection_.reply<xcb_randr_get_monitors_reply_t>(monitorsCookie).get());
+        listing.origin = mainOrigin(connection_.reply<xcb_randr_get_monitors_reply_t>(monitorsCookie).get());
     const auto isWindowList = [](const auto& reply) { return reply && reply->type == XCB_ATOM_WINDOW; };
     if (!isWindowList(stacking) && !isWindowList(list)) return std::nullopt;
     listing.windows =
@@ -119,39 +120,10 @@ std::optional<std::vector<WindowInfo>> X11WindowList::copyWindowsExcludingDeskto
     return infos;
 }
 
-std::optional<std::uint32_t> X11WindowList::desktopOf(xcb_window_t window) const {
-    if (const auto found = desktops_.find(window); found != desktops_.end()) return found->second;
-    const auto cookie =
-        requestProperty(connection_, window, atoms_[Atom::NetWmDesktop], XCB_ATOM_CARDINAL, 1);
-    return value32(connection_.reply<xcb_get_property_reply_t>(cookie).get(), XCB_ATOM_CARDINAL);
-}
-
 std::vector<ManagedSpaceId> X11WindowList::copySpacesForWindow(WindowNumber window) const {
-    const auto desktop = desktopOf(static_cast<xcb_window_t>(window.value));
-    if (!desktop) return {};
-    if (*desktop != kEveryDesktop) return {ManagedSpaceId{*desktop + std::uint64_t{1}}};
-    std::vector<ManagedSpaceId> every;
-    for (std::uint64_t id = 1; id <= desktopCount_; ++id) every.push_back({id});
-    return every;
-}
-
-void X11WindowList::addWindowToSpace(WindowNumber number, ManagedSpaceId space) {
-    const auto window = static_cast<xcb_window_t>(number.value);
-    const auto desktop = static_cast<std::uint32_t>(space.value - 1);
-    const auto cookie = requestProperty(connection_, window, atoms_[Atom::WmState], atoms_[Atom::WmState], 1);
-    const auto state =
-        value32(connection_.reply<xcb_get_property_reply_t>(cookie).get(), atoms_[Atom::WmState]);
-    constexpr std::uint32_t kWithdrawn = 0;  // ICCCM 4.1.3.1, and so is a window without the property
-    if (state.value_or(kWithdrawn) == kWithdrawn) {
-        xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, window, atoms_[Atom::NetWmDesktop],
-                            XCB_ATOM_CARDINAL, 32, 1, &desktop);
-    } else {
-        constexpr std::uint32_t kFromPager = 2;  // source indication of EWMH
-        const std::array<std::uint32_t, 2> data = {desktop, kFromPager};
-        sendRootMessage(connection_, window, atoms_[Atom::NetWmDesktop], data);
-    }
-    connection_.flush();
-    desktops_.erase(window);
+    const auto found = desktops_.find(static_cast<xcb_window_t>(window.value));
+    return found == desktops_.end() ? std::vector<ManagedSpaceId>()
+                                    : managedSpaceIds(found->second, desktopCount_);
 }
 
 }  // namespace platform::x11

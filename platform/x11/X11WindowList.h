@@ -5,15 +5,14 @@
 #include <unordered_map>
 #include <vector>
 
-#include "platform/Spaces.h"
 #include "platform/WindowList.h"
 #include "platform/x11/X11Window.h"
 
 namespace platform::x11 {
 
 // The window manager's windows, and which desktops they are on, read with waiting: as many round trips for a
-// thousand windows as for one. A window of the last list is on the desktops that it had then.
-class X11WindowList final : public WindowList, public WindowSpaces {
+// thousand windows as for one.
+class X11WindowList final : public WindowList {
   public:
     // Called before the atoms are interned, or any other round trip, it saves the list one of its own.
     static void prefetch(const XConnection& connection);
@@ -22,10 +21,8 @@ class X11WindowList final : public WindowList, public WindowSpaces {
 
     [[nodiscard]] std::optional<std::vector<WindowInfo>> copyWindowsExcludingDesktopElements() const override;
 
-    [[nodiscard]] std::vector<ManagedSpaceId> copySpacesForWindow(WindowNumber window) const override;
-    void addWindowToSpace(WindowNumber window, ManagedSpaceId space) override;
-    // A window is on one desktop: it left the others when it was added.
-    void removeWindowFromSpace(WindowNumber /*window*/, ManagedSpaceId /*space*/) override {}
+    // The Spaces that a window of the last list was on then; empty for any other window.
+    [[nodiscard]] std::vector<ManagedSpaceId> copySpacesForWindow(WindowNumber window) const;
 
   private:
     struct Listing {
@@ -34,7 +31,6 @@ class X11WindowList final : public WindowList, public WindowSpaces {
         std::uint32_t desktopCount = 0;
     };
     [[nodiscard]] std::optional<Listing> readListing() const;
-    [[nodiscard]] std::optional<std::uint32_t> desktopOf(xcb_window_t window) const;
 
     XConnection& connection_;
     const Atoms& atoms_;

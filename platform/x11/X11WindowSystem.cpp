@@ -2,11 +2,12 @@
 
 #include <xcb/xcb_cursor.h>
 
+#include "platform/x11/EwmhDesktops.h"
+
 namespace platform::x11 {
 
 namespace {
 
-constexpr std::uint32_t kEveryDesktop = 0xFFFFFFFF;
 constexpr auto kCompositorStarts = std::chrono::milliseconds(500);
 
 xcb_cursor_t loadOpenHand(XConnection& connection) {
@@ -98,11 +99,7 @@ X11TagSurface* X11WindowSystem::find(WindowNumber window) const {
 
 std::vector<ManagedSpaceId> X11WindowSystem::copySpacesForWindow(WindowNumber window) const {
     const auto* surface = find(window);
-    if (!surface || !surface->desktop()) return {};
-    if (*surface->desktop() != kEveryDesktop) return {ManagedSpaceId{std::uint64_t{*surface->desktop()} + 1}};
-    std::vector<ManagedSpaceId> all;
-    for (std::uint64_t id = 1; id <= desktops_().count; ++id) all.push_back({id});
-    return all;
+    return surface ? managedSpaceIds(surface->desktop(), desktops_().count) : std::vector<ManagedSpaceId>();
 }
 
 void X11WindowSystem::addWindowToSpace(WindowNumber window, ManagedSpaceId space) {

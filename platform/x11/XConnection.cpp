@@ -1,7 +1,10 @@
 #include "platform/x11/XConnection.h"
 
 #include <poll.h>
+#include <xcb/randr.h>
+#include <xcb/shape.h>
 #include <xcb/xcbext.h>
+#include <xcb/xfixes.h>
 
 #include <algorithm>
 #include <future>
@@ -10,10 +13,6 @@
 namespace platform::x11 {
 
 namespace {
-
-Instant monotonicNow() {
-    return std::chrono::time_point_cast<Duration>(std::chrono::steady_clock::now());
-}
 
 struct Opened {
     xcb_connection_t* connection = nullptr;
@@ -42,10 +41,17 @@ const xcb_screen_t* screenOf(xcb_connection_t* connection, int number) {
 
 }  // namespace
 
+Instant monotonicNow() {
+    return std::chrono::time_point_cast<Duration>(std::chrono::steady_clock::now());
+}
+
 std::unique_ptr<XConnection> XConnection::open(const char* displayName, Duration patience) {
     const auto opened =
         connectWithin(displayName ? std::optional<std::string>(displayName) : std::nullopt, patience);
-    return opened ? adopt(opened->connection, opened->screenNumber, patience) : nullptr;
+    auto connection = opened ? adopt(opened->connection, opened->screenNumber, patience) : nullptr;
+    if (!connection) return nullptr;
+    connection->prefetchExtensions();
+    return connection->isLate() ? nullptr : std::move(connection);
 }
 
 std::unique_ptr<XConnection> XConnection::openUnbounded(const char* displayName, Duration patience) {
@@ -64,14 +70,28 @@ std::unique_ptr<XConnection> XConnection::adopt(xcb_connection_t* opened, int sc
 }
 
 XConnection::XConnection(xcb_connection_t* connection, int screenNumber, Duration patience)
-    : connection_(connection), screenNumber_(screenNumber), patience_(patience) {}
+    : connection_(connection), screenNumber_(screenNumber), patience_(patience), patienceLeft_(patience) {}
 
 XConnection::~XConnection() {
     xcb_disconnect(connection_);
 }
 
+// What the X library has not been told about an extension by then it waits for without a bound.
+void XConnection::prefetchExtensions() {
+    for (auto* extension : {&xcb_randr_id, &xcb_shape_id, &xcb_xfixes_id})
+        xcb_prefetch_extension_data(connection_, extension);
+    xcb_prefetch_maximum_request_length(connection_);
+    synchronize();
+}
+
+void XConnection::beginTurn() {
+    patienceLeft_ = patience_;
+    late_ = false;
+}
+
 void* XConnection::waitForReply(unsigned sequence) {
-    auto end = monotonicNow() + patience_;
+    const auto start = monotonicNow();
+    auto end = start + patienceLeft_;
     if (deadline_) end = std::min(end, *deadline_);
     xcb_flush(connection_);
     void* reply = nullptr;
@@ -79,10 +99,12 @@ void* XConnection::waitForReply(unsigned sequence) {
     while (xcb_poll_for_reply(connection_, sequence, &reply, &error) == 0) {
         if (!waitUntilReadable(end)) {
             xcb_discard_reply(connection_, sequence);
+            late_ = true;
             break;
         }
     }
     std::free(error);
+    patienceLeft_ = std::max(patienceLeft_ - (monotonicNow() - start), Duration::zero());
     if (afterWait_) afterWait_();
     return reply;
 }

@@ -24,15 +24,21 @@ struct FreeDeleter {
 template <typename T>
 using Reply = std::unique_ptr<T, FreeDeleter>;
 
-// A connection to an X server that never waits longer for an answer than it was told to. After a server went
-// away or stopped answering every question has no answer; nothing throws.
+// Monotonic time, for programs without a main loop.
+[[nodiscard]] Instant monotonicNow();
+
+// A connection to an X server that never waits longer for answers than it was told to. Nothing throws: after
+// a server went away every question has no answer, and one that a server does not answer in time has none
+// either, which `isLate` tells apart. Waiting is counted by turns, so that a server that hangs is waited for
+// once a turn and not once for every question.
 class XConnection {
   public:
-    // Connects to `displayName` (null: $DISPLAY). Null when no server answers within `patience`, which is
-    // also how long each later reply may take until setPatience changes it.
+    // Connects to `displayName` (null: $DISPLAY) and has the server tell about the extensions that this layer
+    // uses, so that using one never waits. Null when no server answers within `patience`, which is also how
+    // long it may take in later turns until setPatience changes it.
     [[nodiscard]] static std::unique_ptr<XConnection> open(const char* displayName, Duration patience);
-    // The same without a bound on the connecting, which saves a thread: for a short-lived program that is
-    // interrupted by other means.
+    // The same without a bound on the connecting, which saves a thread, and without the extensions, which
+    // saves a round trip: for a short-lived program that is interrupted by other means.
     [[nodiscard]] static std::unique_ptr<XConnection> openUnbounded(const char* displayName,
                                                                     Duration patience);
     ~XConnection();
@@ -48,8 +54,12 @@ class XConnection {
 
     // The longest that all waits together may last from now on.
     void setDeadline(Instant deadline) { deadline_ = deadline; }
-    // The longest that one wait may last from now on.
+    // The longest that the waits of one turn together may last, from the next turn on.
     void setPatience(Duration patience) { patience_ = patience; }
+    // Begins a turn. A program without a main loop has only one.
+    void beginTurn();
+    // Whether an answer of this turn has not come in time: what is missing then is not known to be absent.
+    [[nodiscard]] bool isLate() const { return late_; }
     // Called after every wait for a reply: events may have been read into memory meanwhile.
     void setAfterWait(std::function<void()> action) { afterWait_ = std::move(action); }
 
@@ -81,11 +91,14 @@ class XConnection {
     void* waitForReply(unsigned sequence);
     // Waits for bytes from the server; false when `end` has come first.
     [[nodiscard]] bool waitUntilReadable(Instant end) const;
+    void prefetchExtensions();
 
     xcb_connection_t* connection_;
     const xcb_screen_t* screen_ = nullptr;
     int screenNumber_;
     Duration patience_;
+    Duration patienceLeft_;  // in this turn
+    bool late_ = false;
     std::optional<Instant> deadline_;
     std::function<void()> afterWait_;
 };

@@ -32,10 +32,11 @@ void XEvents::selectOnRoot(std::uint32_t eventMask) {
 
 void XEvents::drain() {
     later_ = {};
+    connection_.beginTurn();
     for (int count = 0; count < kEventsATurn; ++count) {
         const Reply<xcb_generic_event_t> event(xcb_poll_for_event(connection_.get()));
         if (!event) {
-            if (connection_.isBroken()) {
+            if (connection_.isBroken() && !std::exchange(isBroken_, true)) {
                 readable_.cancel();
                 broken_.notify();
             }

@@ -11,8 +11,8 @@
 
 namespace platform::x11 {
 
-// Delivers the events of a connection on the main thread, all that have come, a bounded number a turn.
-// Several parties share the root window's event mask through it.
+// Delivers the events of a connection on the main thread, all that have come, a bounded number a turn, and
+// begins the connection's turns. Several parties share the root window's event mask through it.
 class XEvents {
   public:
     XEvents(XConnection& connection, DescriptorWatcher& watcher, RunLoop& runLoop);
@@ -40,6 +40,7 @@ class XEvents {
     Observers<const xcb_generic_event_t&> handlers_;
     Observers<> broken_;
     std::uint32_t rootMask_ = 0;
+    bool isBroken_ = false;
     Timer later_;
     Subscription readable_;
 };

@@ -15,10 +15,6 @@ namespace {
 constexpr std::chrono::milliseconds kPatience(2000);
 constexpr Duration kBusPatience = std::chrono::seconds(1);
 
-Instant monotonicNow() {
-    return std::chrono::time_point_cast<Duration>(std::chrono::steady_clock::now());
-}
-
 }  // namespace
 
 struct CommandDesktop::Connected {
@@ -46,9 +42,8 @@ struct CommandDesktop::Connected {
     }
 };
 
-void CommandDesktop::Destroy::operator()(Connected* connected) const {
-    delete connected;
-}
+CommandDesktop::CommandDesktop(char** argv) : argv_(argv) {}
+CommandDesktop::~CommandDesktop() = default;
 
 CommandDesktop::Connected* CommandDesktop::connected() const {
     if (std::exchange(hasConnected_, true)) return connected_.get();
@@ -60,7 +55,8 @@ CommandDesktop::Connected* CommandDesktop::connected() const {
     }
     if (!connection) return nullptr;
     connection->setDeadline(deadline);
-    connected_.reset(new Connected(std::move(connection), deadline));
+    auto made = std::make_unique<Connected>(std::move(connection), deadline);
+    if (!made->connection->isLate()) connected_ = std::move(made);  // else not even the atoms have come
     return connected_.get();
 }
 
@@ -75,14 +71,6 @@ std::optional<ManagedDisplaySpaces> CommandDesktop::copyManagedDisplaySpaces() c
 std::vector<ManagedSpaceId> CommandDesktop::copySpacesForWindow(WindowNumber window) const {
     const auto* desktop = connected();
     return desktop ? desktop->windows.copySpacesForWindow(window) : std::vector<ManagedSpaceId>();
-}
-
-void CommandDesktop::addWindowToSpace(WindowNumber window, ManagedSpaceId space) {
-    if (auto* desktop = connected()) desktop->windows.addWindowToSpace(window, space);
-}
-
-void CommandDesktop::removeWindowFromSpace(WindowNumber window, ManagedSpaceId space) {
-    if (auto* desktop = connected()) desktop->windows.removeWindowFromSpace(window, space);
 }
 
 ConnectionId CommandDesktop::mainConnectionId() const {

@@ -23,7 +23,10 @@ class CommandDesktop final : public platform::SpaceLayout,
                              public platform::WindowList {
   public:
     // `argv` as main got it, for starting over when the X server does not answer.
-    explicit CommandDesktop(char** argv) : argv_(argv) {}
+    explicit CommandDesktop(char** argv);
+    ~CommandDesktop() override;
+    CommandDesktop(const CommandDesktop&) = delete;
+    CommandDesktop& operator=(const CommandDesktop&) = delete;
 
     // Has the layout read again when it is next asked for.
     void forgetLayout() { layout_.reset(); }
@@ -31,8 +34,10 @@ class CommandDesktop final : public platform::SpaceLayout,
     [[nodiscard]] std::optional<platform::ManagedDisplaySpaces> copyManagedDisplaySpaces() const override;
     [[nodiscard]] std::vector<platform::ManagedSpaceId> copySpacesForWindow(
         platform::WindowNumber window) const override;
-    void addWindowToSpace(platform::WindowNumber window, platform::ManagedSpaceId space) override;
-    void removeWindowFromSpace(platform::WindowNumber window, platform::ManagedSpaceId space) override;
+    // No command moves a window.
+    void addWindowToSpace(platform::WindowNumber /*window*/, platform::ManagedSpaceId /*space*/) override {}
+    void removeWindowFromSpace(platform::WindowNumber /*window*/,
+                               platform::ManagedSpaceId /*space*/) override {}
     [[nodiscard]] platform::ConnectionId mainConnectionId() const override;
     [[nodiscard]] platform::SetCurrentSpaceEntry resolveSetCurrentSpace(std::string_view name) const override;
     [[nodiscard]] platform::SpaceListEntry resolveSpaceList(std::string_view name) const override;
@@ -41,16 +46,13 @@ class CommandDesktop final : public platform::SpaceLayout,
 
   private:
     struct Connected;
-    struct Destroy {
-        void operator()(Connected* connected) const;
-    };
 
     // The connection, made at the first question; null without an X server.
     [[nodiscard]] Connected* connected() const;
 
     char** argv_;
     mutable bool hasConnected_ = false;
-    mutable std::unique_ptr<Connected, Destroy> connected_;
+    mutable std::unique_ptr<Connected> connected_;
     mutable std::optional<std::optional<platform::ManagedDisplaySpaces>> layout_;
 };
 

@@ -1,10 +1,10 @@
 #include "programs/orvello/StartOver.h"
 
-#include <signal.h>
-#include <sys/time.h>
 #include <unistd.h>
 
 #include <cstring>
+
+#include "programs/AlarmClock.h"
 
 namespace {
 
@@ -20,22 +20,13 @@ void startOver(int /*signal*/) {
     _exit(1);
 }
 
-void setTimer(std::chrono::milliseconds duration) {
-    const itimerval timer{{}, {duration.count() / 1000, duration.count() % 1000 * 1000}};
-    setitimer(ITIMER_REAL, &timer, nullptr);
-}
-
 }  // namespace
 
 StartOver::StartOver(std::chrono::milliseconds patience, char** argv) {
     arguments = argv;
-    struct sigaction action {};
-    action.sa_handler = startOver;
-    action.sa_flags = SA_NODEFER;  // a blocked signal would stay blocked in the program that follows
-    sigaction(SIGALRM, &action, nullptr);
-    setTimer(patience);
+    programs::callAfter(patience, startOver);
 }
 
 StartOver::~StartOver() {
-    setTimer(std::chrono::milliseconds::zero());
+    programs::cancelAlarm();
 }

@@ -2,12 +2,14 @@
 // loop.
 
 #include <QGuiApplication>
-#include <cstdio>
+#include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <mutex>
 
 #include "orvellos/AppDelegate.h"
 #include "orvellos/DebugLog.h"
+#include "platform/freedesktop/BusMessage.h"
 #include "platform/freedesktop/JournalSystemLog.h"
 #include "platform/freedesktop/StandardError.h"
 #include "platform/freedesktop/SystemdLibrary.h"
@@ -22,10 +24,18 @@ using platform::freedesktop::writeStandardError;
 
 constexpr auto kPatienceAtStart = std::chrono::seconds(2);
 
-// Without a session bus Qt would have one started for it, which nobody would end.
+// Where the variable is not set, or names something to start, Qt would have a session bus started for it,
+// which nobody would end.
 void keepQtFromStartingABus() {
-    if (platform::freedesktop::sessionBusAddress().empty())
-        setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
+    const auto address = platform::freedesktop::sessionBusAddress();
+    setenv("DBUS_SESSION_BUS_ADDRESS",
+           address.empty() ? platform::freedesktop::kNoSessionBus : address.c_str(), 1);
+}
+
+int failToOpenDisplay() {
+    const char* display = std::getenv("DISPLAY");
+    writeStandardError("orvello: cannot open the display \"" + std::string(display ? display : "") + "\"\n");
+    return 1;
 }
 
 void sayThatTheServerIsGone() {
@@ -46,7 +56,9 @@ void handleQtMessage(QtMsgType /*type*/, const QMessageLogContext& /*context*/, 
 int runApplication(int argc, char** argv, platform::x11::XConnection& connection) {
     keepQtFromStartingABus();
     qInstallMessageHandler(handleQtMessage);
-    QGuiApplication application(argc, argv);
+    argc = std::min(argc, 1);  // the user's arguments are not for Qt, which would take some of them
+    std::array<char*, 2> name = {argv[0], nullptr};
+    QGuiApplication application(argc, name.data());
     QGuiApplication::setQuitOnLastWindowClosed(false);
     ui::QtRunLoop runLoop;
     platform::freedesktop::SystemdLibrary systemd;
@@ -60,7 +72,8 @@ int runApplication(int argc, char** argv, platform::x11::XConnection& connection
         QCoreApplication::exit(1);
     });
     runLoop.post([&desktop] { desktop.launch(); });
-    const int status = QCoreApplication::exec();
+    // What was asked of the server up to here, atoms among it, is not asked again.
+    const int status = connection.isLate() ? failToOpenDisplay() : QCoreApplication::exec();
     desktop.terminate();
     orvellos::connectDebugLog({});
     return status;
@@ -70,10 +83,5 @@ int runApplication(int argc, char** argv, platform::x11::XConnection& connection
 
 int main(int argc, char** argv) {
     const auto connection = platform::x11::XConnection::open(nullptr, kPatienceAtStart);
-    if (!connection) {
-        const char* display = std::getenv("DISPLAY");
-        std::fprintf(stderr, "orvello: cannot open the display \"%s\"\n", display ? display : "");
-        return 1;
-    }
-    return runApplication(argc, argv, *connection);
+    return connection ? runApplication(argc, argv, *connection) : failToOpenDisplay();
 }

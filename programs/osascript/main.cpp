@@ -1,5 +1,3 @@
-#include <signal.h>
-#include <sys/time.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -11,6 +9,7 @@
 
 #include "orvellos/SpaceScript.h"
 #include "platform/x11/EwmhDesktops.h"
+#include "programs/AlarmClock.h"
 
 // Stands in for the script runner: does what a script of the application asks of the Space keys, in one step,
 // and ends with status 0 when the Space has changed. Knows no other script.
@@ -45,8 +44,7 @@ bool waitForDesktop(XConnection& connection, const Atoms& atoms, std::uint32_t t
 }
 
 bool perform(const SpaceScript& script) {
-    const auto end =
-        std::chrono::time_point_cast<platform::Duration>(std::chrono::steady_clock::now()) + kPatience;
+    const auto end = monotonicNow() + kPatience;
     const auto connection = XConnection::openUnbounded(nullptr, kPatience);
     if (!connection) return false;
     // Every wait may cost a turn of a busy machine's scheduler, so what can be asked together is.
@@ -64,13 +62,6 @@ bool perform(const SpaceScript& script) {
     return waitForDesktop(*connection, atoms, target, end);
 }
 
-// Nothing that this program waits for can keep it.
-void failAfterPatience() {
-    signal(SIGALRM, [](int) { _exit(1); });
-    const itimerval timer{{}, {kPatience.count() / 1000, kPatience.count() % 1000 * 1000}};
-    setitimer(ITIMER_REAL, &timer, nullptr);
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -80,6 +71,7 @@ int main(int argc, char** argv) {
         std::fputs("osascript: only the scripts that orvello writes can be run\n", stderr);
         return 1;
     }
-    failAfterPatience();
+    // Nothing that this program waits for can keep it.
+    programs::callAfter(kPatience, [](int) { _exit(1); });
     return perform(*script) ? 0 : 1;
 }

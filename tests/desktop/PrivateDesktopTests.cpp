@@ -57,7 +57,7 @@ TEST_P(PrivateDesktopTest, SurvivesItsWindowManagersEndAndReplacement) {
     EXPECT_TRUE(desktop.windowManager().isRunning());
     desktop.windowManager().signal(SIGKILL);
     ASSERT_TRUE(desktop.windowManager().wait());
-    EXPECT_FALSE(desktop.x().hasWindowManager());
+    EXPECT_TRUE(waitUntil([&] { return !desktop.x().hasWindowManager(); }));
     desktop.startWindowManager();
     EXPECT_EQ(desktop.x().numberOfDesktops(), 3U);
 }

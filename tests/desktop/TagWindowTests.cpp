@@ -11,6 +11,8 @@
 #include "tests/support/Picture.h"
 #include "tests/support/PlainWindow.h"
 #include "tests/support/PrivateDesktop.h"
+#include "tests/support/ProcessTable.h"
+#include "tests/support/TemporaryFolder.h"
 
 using namespace desktop_test;
 
@@ -206,6 +208,26 @@ TEST_P(TagWindowsTest, SurviveTheWindowManagersReplacement) {
     EXPECT_TRUE(application.isRunning());
 }
 
+TEST_P(TagWindowsTest, SurviveTheWindowManagersEnd) {
+    TaggedDesktop desktop(GetParam().windowManager);
+    auto application = desktop.start({desktop.program("orvello")});
+    ASSERT_TRUE(desktop.waitForTagOf(0)) << application.standardError();
+    // What it was asked to show and has not looked at yet would end with it.
+    for (const auto& tag : kTags)
+        for (const bool backup : {false, true})
+            ASSERT_TRUE(waitUntil([&] {
+                return std::ranges::count(desktop.x().clients(), desktop.window(tag.label, backup)) == 1;
+            })) << tag.label;
+    desktop.windowManager().signal(SIGKILL);
+    ASSERT_TRUE(desktop.windowManager().wait());
+    desktop.startWindowManager();
+    for (const std::size_t space : {1, 3, 0}) {
+        ASSERT_TRUE(desktop.goToDesktop(static_cast<std::uint32_t>(space)));
+        EXPECT_TRUE(desktop.waitForTagOf(space)) << "Space " << space;
+    }
+    EXPECT_TRUE(application.isRunning());
+}
+
 INSTANTIATE_TEST_SUITE_P(
     WindowManagers, TagWindowsTest,
     testing::Values(Surroundings{"Openbox", {.kind = WindowManager::Openbox}},
@@ -316,6 +338,41 @@ TEST(ApplicationTest, EndsWhenItIsAskedTo) {
         application.signal(signal);
         EXPECT_EQ(application.wait(), 0) << "signal " << signal;
         EXPECT_TRUE(waitUntil([&] { return desktop.window("Mail") == 0; }));
+    }
+}
+
+TEST(ApplicationTest, KeepsItsArgumentsFromTheToolkit) {
+    TaggedDesktop desktop({.kind = WindowManager::Openbox});
+    auto application = desktop.start({desktop.program("orvello"), "-platform", "no-such-platform"});
+    EXPECT_TRUE(desktop.waitForTagOf(0)) << application.standardError();
+}
+
+TEST(ApplicationTest, StartsNoSessionBus) {
+    TaggedDesktop desktop({.kind = WindowManager::Openbox});
+    ASSERT_FALSE(desktop.environment.contains("DBUS_SESSION_BUS_ADDRESS"));
+    // Found before any that is installed; what libraries start a bus with.
+    const auto started = desktop.folder() / "started";
+    const auto launcher = desktop.folder() / "programs/dbus-launch";
+    std::filesystem::create_directories(launcher.parent_path());
+    writeFile(launcher, "#!/bin/sh\n: > '" + started.string() + "'\nexit 1\n");
+    std::filesystem::permissions(launcher, std::filesystem::perms::owner_all);
+    desktop.environment["PATH"] = launcher.parent_path().string() + ":" + desktop.environment["PATH"];
+    // On this desktop the toolkit asks the bus for the user's settings.
+    desktop.environment.insert(
+        {{"XDG_CURRENT_DESKTOP", "KDE"}, {"KDE_FULL_SESSION", "true"}, {"KDE_SESSION_VERSION", "5"}});
+    for (const bool hasRuntimeFolder : {true, false}) {
+        if (!hasRuntimeFolder) desktop.environment.erase("XDG_RUNTIME_DIR");
+        auto application = desktop.start({desktop.program("orvello")});
+        ASSERT_TRUE(desktop.waitForTagOf(0)) << application.standardError();
+        application.signal(SIGTERM);
+        ASSERT_EQ(application.wait(), 0);
+        EXPECT_FALSE(std::filesystem::exists(started)) << "runtime folder: " << hasRuntimeFolder;
+        ASSERT_TRUE(waitUntil([&] { return desktop.window("Mail") == 0; }));
+    }
+    for (const auto process : processesWithEnvironment(desktop.folder().string())) {
+        std::string name;
+        std::getline(std::ifstream("/proc/" + std::to_string(process) + "/comm") >> std::ws, name);
+        EXPECT_FALSE(name.starts_with("dbus-")) << name;
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,7 +24,7 @@ using Texts = std::vector<std::string>;
 class ApplicationTest : public testing::Test {
   protected:
     ApplicationTest() { connectLog(false); }
-    ~ApplicationTest() override { connectDebugLog({}); }
+    void TearDown() override { connectDebugLog({}); }
 
     // Empties the timeline. `debugging` is what ORVELLO_DEBUG would say.
     void connectLog(bool debugging) {
@@ -39,6 +40,14 @@ class ApplicationTest : public testing::Test {
         for (auto& line : lines) line.erase(0, line.find(' ', kTimeAndSpaces) + 1);
         return lines;
     }
+    // The same without the time stamps that lines about Mission Control carry besides.
+    static Texts messages() {
+        auto lines = logged();
+        for (auto& line : lines)
+            if (line.starts_with('[')) line.erase(0, line.find(']') + 2);
+        return lines;
+    }
+    static bool hasLogged(std::string_view message) { return std::ranges::count(messages(), message) > 0; }
     TagWindowServices windowServices() {
         return {desktop_.windowSystem, desktop_.runLoop, desktop_.screens,
                 desktop_.textMeasurer, settings_,        editing_};

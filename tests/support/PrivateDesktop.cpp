@@ -140,15 +140,18 @@ void PrivateDesktop::require(Process& process, const std::string& what,
 
 void PrivateDesktop::startServer() {
     const auto size = fmt::format("{}x{}x24", options_.screen->width, options_.screen->height);
-    server_.emplace(std::vector<std::string>{"Xvfb", "-displayfd", "1", "-screen", "0", size, "-nolisten",
-                                             "tcp", "-noreset", "-dpi", "96"},
-                    environment);
+    std::vector<std::string> command = {"Xvfb",      "-displayfd", "1",        "-screen", "0", size,
+                                        "-nolisten", "tcp",        "-noreset", "-dpi",    "96"};
+    command.insert(command.end(), options_.serverArguments.begin(), options_.serverArguments.end());
+    server_.emplace(command, environment);
     require(*server_, "Xvfb", [this] { return server_->standardOutput().ends_with('\n'); });
     const auto number = server_->standardOutput();
     display_ = fmt::format(":{}", number.substr(0, number.size() - 1));
     environment["DISPLAY"] = display_;
     client_.emplace(display_);
-    photographer_ = std::make_unique<FailurePhotographer>(*this);
+    // The benchmark command runs no test.
+    if (::testing::UnitTest::GetInstance()->current_test_info())
+        photographer_ = std::make_unique<FailurePhotographer>(*this);
 }
 
 void PrivateDesktop::startBus() {
@@ -175,6 +178,8 @@ void PrivateDesktop::startShortcutDaemon() {
 
 void PrivateDesktop::startWindowManager() {
     windowManager_.reset();
+    if (!waitUntil([this] { return !client_->hasWindowManager(); }))
+        throw std::runtime_error("the former window manager's window does not go");
     launchWindowManager(false);
 }
 
@@ -186,7 +191,9 @@ void PrivateDesktop::replaceWindowManager() {
 
 void PrivateDesktop::launchWindowManager(bool replacing) {
     const auto& options = options_.windowManager;
-    const auto formerCheck = client_->cardinal(client_->root(), "_NET_SUPPORTING_WM_CHECK");
+    // One that starts after another has ended may get the same window number.
+    const auto formerCheck =
+        replacing ? client_->cardinal(client_->root(), "_NET_SUPPORTING_WM_CHECK") : std::nullopt;
     auto launch = launchOf(options, configFolder(), replacing);
     launch.environment.insert(environment.begin(), environment.end());
     windowManager_.emplace(launch.command, launch.environment);

@@ -25,6 +25,7 @@ struct DesktopOptions {
     std::optional<ScreenSize> screen = ScreenSize();  // absent: no X server, hence no window manager
     WindowManagerOptions windowManager = {};
     bool sessionBus = false;  // a window manager that needs a bus gets one anyway
+    std::vector<std::string> serverArguments = {};
 };
 
 // A desktop of the test's own: an X server on a free display, a window manager that is ready, a message bus

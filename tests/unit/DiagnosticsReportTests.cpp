@@ -1,5 +1,7 @@
 #include "orvellos/DiagnosticsReport.h"
 
+#include <fmt/format.h>
+
 #include "orvellos/ApplicationVersion.h"
 #include "tests/support/ApplicationTest.h"
 
@@ -27,9 +29,9 @@ TEST_F(DiagnosticsReportTests, PutsTheLabelBehindEveryRedactedOne) {
         std::string logged, shown;
     };
     const auto hash = redactedLabel("Work");
-    for (const auto& row :
-         {Row{false, hash + " from " + hash + " or #9dc5", hash + "(Work) from " + hash + "(Work) or #9dc5"},
-          Row{true, "WorkWork", "Work(Work)Work(Work)"}}) {
+    for (const auto& row : {Row{false, fmt::format("{0} from {0} or #9dc5", hash),
+                                fmt::format("{0}(Work) from {0}(Work) or #9dc5", hash)},
+                            Row{true, "WorkWork", "Work(Work)Work(Work)"}}) {
         connectLog(row.debugging);
         log(LogCategory::Nav, row.logged);
         const TextPair header[] = {{"app", "1"}, {"tags", "2"}};

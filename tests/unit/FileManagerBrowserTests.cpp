@@ -2,9 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <fstream>
 #include <future>
 #include <iterator>
+#include <optional>
 
 #include "platform/freedesktop/DetachedProcess.h"
 #include "tests/support/MainLoop.h"
@@ -72,6 +74,26 @@ TEST(DetachedProcessTests, RunsOnItsOwnAndSaysWhenItCannotStart) {
     EXPECT_EQ(std::vector<int>(std::istream_iterator<int>(report), {}), (std::vector{0, 1}));
     EXPECT_FALSE(startDetached("/no/such/program", {}));
     EXPECT_FALSE(startDetached("no-such-program", {}));
+}
+
+TEST(DetachedProcessTests, DoesNotPassOnThatWeDoWithoutABus) {
+    const desktop_test::TemporaryFolder folder;
+    const char* before = std::getenv("DBUS_SESSION_BUS_ADDRESS");
+    const std::optional<std::string> kept = before ? std::optional<std::string>(before) : std::nullopt;
+    for (const auto& [address, passedOn] :
+         {std::pair{kNoSessionBus, "not set"}, {"unix:path=/a/bus", "unix:path=/a/bus"}}) {
+        const auto file = folder.path() / (address == kNoSessionBus ? "without" : "with");
+        ::setenv("DBUS_SESSION_BUS_ADDRESS", address, 1);
+        const std::vector<std::string> script = {
+            "-c", "echo \"${DBUS_SESSION_BUS_ADDRESS-not set}\" > \"$1.new\"; mv \"$1.new\" \"$1\"", "sh",
+            file.string()};
+        ASSERT_TRUE(startDetached("sh", script));
+        ASSERT_TRUE(desktop_test::waitUntil([&] { return std::filesystem::exists(file); }));
+        std::string seen;
+        std::getline(std::ifstream(file), seen);
+        EXPECT_EQ(seen, passedOn);
+    }
+    kept ? ::setenv("DBUS_SESSION_BUS_ADDRESS", kept->c_str(), 1) : ::unsetenv("DBUS_SESSION_BUS_ADDRESS");
 }
 
 }  // namespace

@@ -15,6 +15,7 @@ TEST(GraphemeClustersTests, CountsAsAReaderDoes) {
                                                   {"🇩🇪🇫🇷", {"🇩🇪", "🇫🇷"}},
                                                   {"👨‍👩‍👧!", {"👨‍👩‍👧", "!"}},
                                                   {"\xFF\xFEz", {"\xFF", "\xFE", "z"}},
+                                                  {"🇩🇪\xFF🇫🇷", {"🇩🇪", "\xFF", "🇫🇷"}},
                                                   {"z\xE2\x82", {"z", "\xE2", "\x82"}}};
     for (const auto& [text, parts] : rows) {
         EXPECT_EQ(graphemeClusters(text, 10), parts) << text;

@@ -1,5 +1,6 @@
 #include "platform/freedesktop/JournalSystemLog.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -43,7 +44,8 @@ std::string entryOf(const std::string& message, const std::string& category) {
                                       {"SYSLOG_IDENTIFIER", "orvello"},
                                       {"ORVELLO_SUBSYSTEM", "org.norvath.orvello"},
                                       {"ORVELLO_CATEGORY", category}})
-        entry += name + '\n' + static_cast<char>(value.size()) + std::string(7, '\0') + value + '\n';
+        entry +=
+            fmt::format("{}\n{}{}{}\n", name, static_cast<char>(value.size()), std::string(7, '\0'), value);
     return entry;
 }
 

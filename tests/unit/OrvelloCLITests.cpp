@@ -70,15 +70,12 @@ TEST_F(OrvelloCLITest, dumpsSpacesWithTheirTags) {
 }
 
 TEST_F(OrvelloCLITest, goesNowhereWithAReason) {
-    struct Case {
-        std::vector<std::string_view> arguments;
-        std::string message;
-    };
     tagFile = R"([{"label":"Mail & Chat","spaceUUID":"B"},{"label":"🙂","spaceUUID":"C"}])";
     const auto noMatch = [](const std::string& target) {
         return "no Space matches '" + target + "' — expected a uuid, 1-based index, or tag label\n";
     };
-    for (const auto& [arguments, message] : std::vector<Case>{
+    for (const auto& [arguments, message] :
+         std::vector<std::pair<std::vector<std::string_view>, std::string>>{
              {{"goto"}, "usage: orvello goto <uuid|index>\n"},
              {{"goto", ""}, "usage: orvello goto <uuid|index>\n"},
              {{"goto", "0"}, "no Space at index 0 (have 3)\n"},
@@ -104,12 +101,8 @@ TEST_F(OrvelloCLITest, goesNowhereWithAReason) {
 }
 
 TEST_F(OrvelloCLITest, goesByTheScript) {
-    struct Case {
-        const char* target;
-        SpaceScript script;
-    };
     spaces.setCurrentSpace("B");
-    for (const auto& [target, script] : std::vector<Case>{
+    for (const auto& [target, script] : std::vector<std::pair<const char*, SpaceScript>>{
              {"3", {SpaceScript::Direction::Right, 1}},
              {"+1", {SpaceScript::Direction::Left, 1}},
              {"C", {SpaceScript::Direction::Right, 1}},
@@ -183,11 +176,7 @@ TEST_F(OrvelloCLITest, listsOrdinaryWindows) {
 }
 
 TEST(TagLabelsTest, needsEveryElementToBeATag) {
-    struct Case {
-        const char* json;
-        bool decodes;
-    };
-    for (const auto& [json, decodes] : std::vector<Case>{
+    for (const auto& [json, decodes] : std::vector<std::pair<const char*, bool>>{
              {R"([])", true},
              {R"([{"label":"a"},{"label":"b","spaceUUID":null,"frame":[1,2]}])", true},
              {R"([{"label":"a","spaceUUID":"A"},{"spaceUUID":"B"}])", false},

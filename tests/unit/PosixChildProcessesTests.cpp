@@ -1,5 +1,6 @@
 #include "platform/freedesktop/PosixChildProcesses.h"
 
+#include <BuildInformation.h>
 #include <gtest/gtest.h>
 
 #include "platform/freedesktop/ProgramLocations.h"
@@ -21,10 +22,14 @@ TEST(PosixChildProcessesTest, GivesTheExitStatusOfALocatedProgram) {
 }
 
 TEST(ProgramLocationsTest, FindsItsOwnInstallation) {
-    EXPECT_EQ(ProgramLocations("/opt/o/bin/orvello").libexecProgram("osascript"),
-              "/opt/o/libexec/orvello/osascript");
-    EXPECT_EQ(ProgramLocations("/opt/o/libexec/orvello/orvellos").libexecProgram("osascript"),
-              "/opt/o/libexec/orvello/osascript");
+    const std::filesystem::path prefix = "/opt/o";
+    for (const auto& self :
+         {prefix / build::kBinFolder / "orvello", prefix / build::kLibexecFolder / "orvellos"}) {
+        const ProgramLocations locations(self);
+        EXPECT_EQ(locations.libexecProgram("osascript"), prefix / build::kLibexecFolder / "osascript")
+            << self;
+        EXPECT_EQ(locations.command(), prefix / build::kBinFolder / "orvello") << self;
+    }
 }
 
 }  // namespace

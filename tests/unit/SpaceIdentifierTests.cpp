@@ -92,10 +92,26 @@ TEST_F(SpaceIdentifierTest, toleratesPartialAnswers) {
     spaces.displays().pop_back();
     EXPECT_TRUE(identifier.isSharedSpacesMode());
     EXPECT_EQ(identifier.displayID("C"), DisplayId{1});
-    spaces.displays().front().identifier = "UUID-gone";
-    spaces.addDisplay("UUID-1", {"C"});
-    EXPECT_EQ(identifier.displayID("C"), DisplayId{1})
-        << "the search goes on when a display's screen is gone";
+}
+
+TEST_F(SpaceIdentifierTest, givesSharedSpacesToThePointerOnAnyScreen) {
+    screens.addScreen({0, 0, 100, 100}, "UUID-1");
+    screens.addScreen({100, 0, 100, 100}, "UUID-2");
+    spaces.addDisplay("Main", {"A", "B"});
+    spaces.setCurrentSpace("B");
+    for (const platform::Point pointer : {platform::Point{50, 50}, {150, 50}, {500, 500}}) {
+        screens.movePointer(pointer);
+        EXPECT_EQ(identifier.orderedSpaceUUIDsOnPointerDisplay(), (Texts{"A", "B"})) << pointer.x;
+        EXPECT_EQ(identifier.currentSpaceUUIDOnPointerDisplay(), "B") << pointer.x;
+        EXPECT_EQ(identifier.currentSpaceIndexOnPointerDisplay(), 1U) << pointer.x;
+    }
+}
+
+TEST_F(SpaceIdentifierTest, searchesOnWhenADisplaysScreenIsGone) {
+    screens.addScreen({0, 0, 100, 100}, "UUID-1");
+    spaces.addDisplay("UUID-gone", {"A"});
+    spaces.addDisplay("UUID-1", {"A"});
+    EXPECT_EQ(identifier.displayID("A"), DisplayId{1});
 }
 
 TEST_F(SpaceIdentifierTest, hasEmptyResultsWithoutAnAnswer) {

@@ -37,7 +37,7 @@ TEST(TagJsonTests, ReadsTagsStrictly) {
         EXPECT_FALSE(decodes(fmt::format(R"("label":"A","colorHex":"#1","frame":{})", frame))) << frame;
     for (const auto& [depth, isTag] : {std::pair(60, true), std::pair(1000000, false)}) {
         const std::string open(depth, '['), close(depth, ']');
-        EXPECT_EQ(decodes(R"("label":"A","colorHex":"#1","x":)" + open + close), isTag);
+        EXPECT_EQ(decodes(fmt::format(R"("label":"A","colorHex":"#1","x":{}{})", open, close)), isTag);
     }
     for (const auto* text :
          {"", "1", "null", "[1]", "[null]", "[[1]]", "[]]", "{}", "[[]]",

@@ -43,7 +43,7 @@ const Atoms kAtoms = Atoms::numbered();
 
 EwmhRootReplies rootReplies(const Values& check, const Values& count, const Values& current) {
     return {reply(XCB_ATOM_WINDOW, check), reply(XCB_ATOM_CARDINAL, count), reply(XCB_ATOM_CARDINAL, current),
-            reply(XCB_ATOM_ATOM, {5, kAtoms[Atom::NetCurrentDesktop]})};
+            reply(XCB_ATOM_ATOM, {kAtoms[Atom::NetNumberOfDesktops], kAtoms[Atom::NetCurrentDesktop]})};
 }
 
 TEST(EwmhDesktopsTest, TakesOnlyPlausibleRootProperties) {
@@ -71,6 +71,30 @@ TEST(EwmhDesktopsTest, TakesOnlyPlausibleRootProperties) {
         EXPECT_EQ(root.state, state) << name;
         EXPECT_EQ(root.desktops.current, currentDesktop) << name;
     }
+}
+
+TEST(EwmhDesktopsTest, TellsAWindowManagerWithoutDesktopsFromOneThatStarts) {
+    struct Case {
+        const char* name;
+        Values supported;
+        EwmhRoot::State state;
+    };
+    for (const auto& [name, supported, state] : std::vector<Case>{
+             {"has none", {kAtoms[Atom::NetClientList]}, EwmhRoot::State::Absent},
+             {"will have some", {kAtoms[Atom::NetNumberOfDesktops]}, EwmhRoot::State::Inconsistent},
+             {"has told nothing yet", {}, EwmhRoot::State::Inconsistent},
+         }) {
+        auto replies = rootReplies({7}, {}, {});
+        replies.supported = reply(XCB_ATOM_ATOM, supported);
+        EXPECT_EQ(parseRoot(kAtoms, replies).state, state) << name;
+    }
+}
+
+TEST(EwmhDesktopsTest, GivesTheSpacesOfAWindow) {
+    using Ids = std::vector<ManagedSpaceId>;
+    EXPECT_EQ(managedSpaceIds(2, 4), Ids{{3}});
+    EXPECT_EQ(managedSpaceIds(kEveryDesktop, 3), (Ids{{1}, {2}, {3}}));
+    EXPECT_EQ(managedSpaceIds(std::nullopt, 3), Ids());
 }
 
 TEST(EwmhDesktopsTest, ToleratesWrongTypesAndMissingReplies) {

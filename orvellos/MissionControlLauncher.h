@@ -1,0 +1,10 @@
+#pragma once
+
+#include "platform/ApplicationLauncher.h"
+
+namespace orvellos {
+
+// Opens Mission Control as the system's own launcher does. A failure is only logged.
+void launchMissionControl(platform::ApplicationLauncher& launcher);
+
+}  // namespace orvellos

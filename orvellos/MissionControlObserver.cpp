@@ -1,0 +1,167 @@
+#include "orvellos/MissionControlObserver.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "orvellos/DebugLog.h"
+#include "orvellos/DefaultsCoding.h"
+
+namespace orvellos {
+
+namespace {
+
+constexpr auto kIdleTolerance = platform::seconds(0.02);
+constexpr auto kQuietBeforeIdle = platform::seconds(1.5);
+constexpr std::size_t kMostSummaries = 12;
+constexpr std::size_t kMostWindowsAtRest = 20;
+constexpr const char* kFallbackKey = "classifierAcceptL3Fallback";
+
+void logObserver(const std::string& text) {
+    logMC(std::nullopt, "OBSERVER: " + text);
+}
+
+void logVerbose(const char* text) {
+    if (debugEchoEnabled()) log(LogCategory::General, text);
+}
+
+long long closeDebounceInMilliseconds() {
+    return std::chrono::duration_cast<std::chrono::milliseconds>(MissionControlObserver::kCloseDebounce)
+        .count();
+}
+
+}  // namespace
+
+void MissionControlObserver::start() {
+    if (isPolling()) return;
+    expectChange();
+    poll();
+}
+
+void MissionControlObserver::pause() {
+    timer_.cancel();
+    currentInterval_ = {};
+    lastDockWindowCount_.reset();
+    pendingInactiveSince_.reset();
+    suppressUntil_.reset();
+}
+
+void MissionControlObserver::setInterval(platform::Duration interval) {
+    currentInterval_ = interval;
+    const auto tolerance = interval == kIdleInterval ? kIdleTolerance : platform::Duration::zero();
+    timer_ = runLoop_.every(interval, tolerance, [this] { poll(); });
+}
+
+void MissionControlObserver::expectChange() {
+    lastInterestingAt_ = runLoop_.now();
+    if (currentInterval_ != kBurstInterval) setInterval(kBurstInterval);
+}
+
+void MissionControlObserver::suppressDetection(platform::Duration duration) {
+    suppressUntil_ = runLoop_.now() + duration;
+    expectChange();
+    if (isActive_.get()) logObserver("suppress armed while MC active — leaving isActive=true");
+}
+
+bool MissionControlObserver::isSuppressed() const {
+    return suppressUntil_ && runLoop_.now() < *suppressUntil_;
+}
+
+Detection MissionControlObserver::readDockWindows() const {
+    const auto list = windows_.copyOnScreenWindows();
+    if (!list) return {};
+    const auto dock = dockWindows(*list);
+    auto detection = classify(dock, storedValue<bool>(defaults_, kFallbackKey).value_or(true));
+    for (const auto& window : std::span(dock).first(std::min(dock.size(), kMostSummaries)))
+        detection.summaries.push_back(summary(window));
+    return detection;
+}
+
+void MissionControlObserver::poll() {
+    const auto detection = readDockWindows();
+    if (!passesSuppression(detection)) return;
+    followSwipe(detection);
+    if (isInteresting(detection)) expectChange();
+    lastDockWindowCount_ = detection.dockWindowCount;
+    if (detection.active)
+        open();
+    else
+        followClose(detection);
+}
+
+bool MissionControlObserver::passesSuppression(const Detection& detection) {
+    if (!isSuppressed()) return true;
+    if (detection.l17ChipCount < 1 || detection.sawNonPositiveLayer) return false;
+    logObserver(fmt::format("suppression BYPASSED by strong MC signature (chips={} dockWindows={})",
+                            detection.l17ChipCount, detection.dockWindowCount));
+    suppressUntil_.reset();
+    return true;
+}
+
+void MissionControlObserver::followSwipe(const Detection& detection) {
+    const bool swipe = !detection.active &&
+                       (detection.sawNonPositiveLayer || detection.dockWindowCount > kMostWindowsAtRest);
+    if (detection.active && !isActive_.get()) logMarkers(detection);
+    if (swipe == swipeTransitionInProgress_.get()) return;
+    swipeTransitionInProgress_.set(swipe);
+    logObserver(fmt::format("swipeTransitionInProgress={} (dockWindows={} nonPositive={})", swipe,
+                            detection.dockWindowCount, detection.sawNonPositiveLayer));
+}
+
+void MissionControlObserver::logMarkers(const Detection& detection) const {
+    logObserver(
+        fmt::format("detector markers: dockWindows={} appicon={} l17Chips={} nonPositiveLayer={} "
+                    "l3Fallback={}",
+                    detection.dockWindowCount, detection.sawAppIcon, detection.l17ChipCount,
+                    detection.sawNonPositiveLayer, detection.l3Fallback));
+    if (detection.l3Fallback)
+        logObserver(
+            "MC detected via L3-FULLSCREEN FALLBACK (experimental — no L17 chips / no appicon present)");
+    for (const auto& line : detection.summaries) logObserver("  • " + line);
+}
+
+// Slows down when it has been quiet for long enough.
+bool MissionControlObserver::isInteresting(const Detection& detection) {
+    if (detection.active || isActive_.get() || swipeTransitionInProgress_.get()) return true;
+    if (lastDockWindowCount_ != detection.dockWindowCount) return true;
+    const bool quiet = !lastInterestingAt_ || runLoop_.now() - *lastInterestingAt_ > kQuietBeforeIdle;
+    if (quiet && currentInterval_ == kBurstInterval) setInterval(kIdleInterval);
+    return false;
+}
+
+void MissionControlObserver::open() {
+    pendingInactiveSince_.reset();
+    if (isActive_.get()) return;
+    logVerbose("MissionControlObserver: open detected");
+    logObserver("MC open detected (poll)");
+    isActive_.set(true);
+}
+
+void MissionControlObserver::followClose(const Detection& detection) {
+    if (!isActive_.get()) {
+        pendingInactiveSince_.reset();
+        return;
+    }
+    const bool idle = detection.dockWindowCount <= 1 && !detection.sawNonPositiveLayer &&
+                      detection.l17ChipCount == 0 && !detection.sawAppIcon;
+    const auto now = runLoop_.now();
+    if (!idle) {
+        if (std::exchange(pendingInactiveSince_, std::nullopt))
+            logObserver(fmt::format(
+                "close debounce ABORTED — non-idle reading (dockWindows={} nonPositive={} "
+                "l17={})",
+                detection.dockWindowCount, detection.sawNonPositiveLayer, detection.l17ChipCount));
+    } else if (!pendingInactiveSince_) {
+        pendingInactiveSince_ = now;
+        logObserver(fmt::format("MC close detected (idle dock), starting {}ms debounce",
+                                closeDebounceInMilliseconds()));
+    } else if (now - *pendingInactiveSince_ >= kCloseDebounce) {
+        pendingInactiveSince_.reset();
+        logVerbose("MissionControlObserver: close committed");
+        logObserver(
+            fmt::format("MC close committed (after {}ms idle debounce)", closeDebounceInMilliseconds()));
+        isActive_.set(false);
+    }
+}
+
+}  // namespace orvellos

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+
+#include "orvellos/DockWindow.h"
+#include "orvellos/Published.h"
+#include "platform/DefaultsStore.h"
+#include "platform/OnScreenWindows.h"
+#include "platform/RunLoop.h"
+
+namespace orvellos {
+
+// Tells whether Mission Control is open, and whether a swipe between Spaces is under way, by looking at the
+// Dock's windows many times a second: 60 while something happens, 10 while nothing does. Opening is told at
+// once, closing when it has lasted. Main thread only.
+class MissionControlObserver {
+  public:
+    static constexpr platform::Duration kBurstInterval = platform::seconds(1.0 / 60);
+    static constexpr platform::Duration kIdleInterval = platform::seconds(0.1);
+    static constexpr platform::Duration kCloseDebounce = platform::seconds(0.25);
+
+    MissionControlObserver(platform::RunLoop& runLoop, const platform::OnScreenWindows& windows,
+                           const platform::DefaultsStore& defaults)
+        : runLoop_(runLoop), windows_(windows), defaults_(defaults) {}
+
+    // Both are told on change only.
+    [[nodiscard]] Published<bool>& isActive() { return isActive_; }
+    [[nodiscard]] Published<bool>& swipeTransitionInProgress() { return swipeTransitionInProgress_; }
+
+    // Polls at once and from then on; nothing when it polls already.
+    void start();
+    // Stops polling and forgets a pending close; both values stay as they are.
+    void pause();
+    [[nodiscard]] bool isPolling() const { return timer_.isActive(); }
+    // Zero while paused.
+    [[nodiscard]] platform::Duration currentInterval() const { return currentInterval_; }
+
+    // From now on something is expected to happen; polls fast, also from a pause.
+    void expectChange();
+    // For that long only an unmistakable reading counts: a Space switch looks like Mission Control.
+    void suppressDetection(platform::Duration duration);
+    [[nodiscard]] bool isSuppressed() const;
+
+  private:
+    void setInterval(platform::Duration interval);
+    void poll();
+    [[nodiscard]] Detection readDockWindows() const;
+    [[nodiscard]] bool passesSuppression(const Detection& detection);
+    void followSwipe(const Detection& detection);
+    void logMarkers(const Detection& detection) const;
+    [[nodiscard]] bool isInteresting(const Detection& detection);
+    void open();
+    void followClose(const Detection& detection);
+
+    platform::RunLoop& runLoop_;
+    const platform::OnScreenWindows& windows_;
+    const platform::DefaultsStore& defaults_;
+    Published<bool> isActive_{false};
+    Published<bool> swipeTransitionInProgress_{false};
+    platform::Timer timer_;
+    platform::Duration currentInterval_{};
+    std::optional<platform::Instant> lastInterestingAt_;
+    std::optional<std::size_t> lastDockWindowCount_;  // of the last reading; absent before the first
+    std::optional<platform::Instant> pendingInactiveSince_;
+    std::optional<platform::Instant> suppressUntil_;
+};
+
+}  // namespace orvellos

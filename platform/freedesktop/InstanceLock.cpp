@@ -1,0 +1,105 @@
+#include "platform/freedesktop/InstanceLock.h"
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <sys/stat.h>
+
+#include <string>
+
+#include "platform/freedesktop/PercentEncoding.h"
+
+namespace platform::freedesktop {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kBundleIdentifier = "org.norvath.orvello";
+constexpr mode_t kPrivateFolder = 0700;
+constexpr mode_t kOthers = 0077;
+// The XDG Base Directory Specification lets runtime files be cleaned up that do not have the sticky bit.
+constexpr mode_t kLockFile = 01600;
+
+// The name for the display, whichever of its screens is meant, without a slash.
+std::string lockFileName(std::string_view display) {
+    const auto dot = display.rfind('.');
+    if (dot != std::string_view::npos && display.find(':') < dot) display = display.substr(0, dot);
+    auto name = percentEncoded(display);
+    for (auto slash = name.find('/'); slash != std::string::npos; slash = name.find('/', slash))
+        name.replace(slash, 1, "%2F");
+    return "orvello-" + name + ".lock";
+}
+
+FileDescriptor openRuntimeFolder(const Environment& environment) {
+    const auto path = environment("XDG_RUNTIME_DIR");
+    if (!path || !path->starts_with('/')) return {};
+    FileDescriptor folder(::open(path->c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    struct stat status {};
+    const bool isOurs = ::fstat(folder.number(), &status) == 0 && status.st_uid == ::geteuid();
+    return isOurs ? std::move(folder) : FileDescriptor();
+}
+
+// Under the temporary folder anybody may have put something in our place.
+FileDescriptor openPrivateFolder(const fs::path& temporary) {
+    const auto path = temporary / fmt::format("orvello-{}", ::geteuid());
+    (void)::mkdir(path.c_str(), kPrivateFolder);
+    FileDescriptor folder(::open(path.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+    struct stat status {};
+    const bool isPrivate = ::fstat(folder.number(), &status) == 0 && status.st_uid == ::geteuid() &&
+                           (status.st_mode & kOthers) == 0;
+    return isPrivate ? std::move(folder) : FileDescriptor();
+}
+
+FileDescriptor openLockFile(const FileDescriptor& folder, const std::string& name) {
+    if (!folder.isOpen()) return {};
+    FileDescriptor file(::openat(folder.number(), name.c_str(),
+                                 O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, kLockFile));
+    struct stat status {};
+    const bool isFile = ::fstat(file.number(), &status) == 0 && S_ISREG(status.st_mode);
+    return isFile ? std::move(file) : FileDescriptor();
+}
+
+struct flock wholeFile() {
+    struct flock lock {};
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+    return lock;
+}
+
+}  // namespace
+
+InstanceLock::InstanceLock(std::string_view display, const Environment& environment) {
+    const auto name = lockFileName(display);
+    file_ = openLockFile(openRuntimeFolder(environment), name);
+    if (!file_.isOpen()) file_ = openLockFile(openPrivateFolder(XdgFolders(environment).temporary()), name);
+    (void)take();
+}
+
+ProcessId InstanceLock::currentProcess() const {
+    return ::getpid();
+}
+
+std::vector<ProcessId> InstanceLock::withBundleIdentifier(std::string_view identifier) const {
+    if (identifier != kBundleIdentifier || take()) return {};
+    auto lock = wholeFile();
+    // The kernel knows the holder; what is written in the file is for people.
+    if (::fcntl(file_.number(), F_GETLK, &lock) != 0) return {};
+    if (lock.l_type == F_UNLCK) return withBundleIdentifier(identifier);  // let go of just now
+    return {lock.l_pid};
+}
+
+bool InstanceLock::hasTerminated(ProcessId /*application*/) const {
+    return take();
+}
+
+bool InstanceLock::take() const {
+    if (!file_.isOpen()) return true;
+    auto lock = wholeFile();
+    if (::fcntl(file_.number(), F_SETLK, &lock) != 0) return errno != EAGAIN && errno != EACCES;
+    const auto process = fmt::format("{}\n", ::getpid());
+    if (::ftruncate(file_.number(), 0) == 0)
+        (void)!::pwrite(file_.number(), process.data(), process.size(), 0);
+    return true;
+}
+
+}  // namespace platform::freedesktop

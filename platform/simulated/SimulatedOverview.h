@@ -1,0 +1,33 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/OnScreenWindows.h"
+
+namespace platform::simulated {
+
+// The on-screen window list in memory, empty at the start.
+class SimulatedOverview final : public OnScreenWindows {
+  public:
+    // A window of the Dock.
+    static OnScreenWindow dockWindow(std::int64_t layer, double width, double height, std::string name = "") {
+        return {"Dock", layer, OnScreenBounds{40, 300, width, height}, 1, std::move(name)};
+    }
+    // Shows what an open Mission Control does, or nothing.
+    void setOpen(bool open) {
+        windows = open ? std::vector{dockWindow(17, 120, 80, "appicon")} : std::vector<OnScreenWindow>();
+    }
+
+    std::optional<std::vector<OnScreenWindow>> windows = std::vector<OnScreenWindow>();  // absent: no answer
+    mutable int reads = 0;
+
+    [[nodiscard]] std::optional<std::vector<OnScreenWindow>> copyOnScreenWindows() const override {
+        ++reads;
+        return windows;
+    }
+};
+
+}  // namespace platform::simulated

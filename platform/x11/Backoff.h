@@ -1,0 +1,26 @@
+#pragma once
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/RunLoop.h"
+
+namespace platform::x11 {
+
+// The pauses before the next try of something that may fail for long: each twice the one before, up to a
+// longest.
+class Backoff {
+  public:
+    Backoff(Duration first, Duration longest) : first_(first), longest_(longest), next_(first) {}
+
+    Duration next() { return std::exchange(next_, std::min(2 * next_, longest_)); }
+    // The last try has not failed.
+    void reset() { next_ = first_; }
+
+  private:
+    Duration first_;
+    Duration longest_;
+    Duration next_;
+};
+
+}  // namespace platform::x11

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <xcb/xinput.h>
+
+#include <cstdint>
+#include <functional>
+
+#include "platform/x11/XEvents.h"
+
+namespace platform::x11 {
+
+// What the user did with a keyboard or a pointer.
+struct RawInputEvent {
+    std::uint16_t type = 0;    // XCB_INPUT_RAW_KEY_PRESS and so on
+    std::uint32_t detail = 0;  // the X key code or the button
+};
+
+// The raw events of XInput 2: all that the user does with keyboards and pointers, whichever program has them,
+// grabs included. Nothing is taken from that program. A held key is reported once; the server repeats keys
+// only for the program that has the keyboard.
+class RawInput {
+  public:
+    // Waits for the server's version of the extension.
+    RawInput(XConnection& connection, XEvents& events);
+
+    // Whether raw events come at all, and during other programs' grabs too (XInput 2.1).
+    [[nodiscard]] bool isAvailable() const { return opcode_ != 0; }
+    // Adds to what is reported: XCB_INPUT_XI_EVENT_MASK_RAW_….
+    void select(std::uint32_t eventMask);
+    Subscription subscribe(std::function<void(const RawInputEvent&)> handler) {
+        return handlers_.subscribe(std::move(handler));
+    }
+
+  private:
+    void handle(const xcb_generic_event_t& event);
+
+    XConnection& connection_;
+    std::uint8_t opcode_ = 0;
+    std::uint32_t eventMask_ = 0;
+    Observers<const RawInputEvent&> handlers_;
+    Subscription events_;
+};
+
+}  // namespace platform::x11

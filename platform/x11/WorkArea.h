@@ -1,0 +1,35 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <span>
+
+#include "platform/x11/CoordinateSpace.h"
+
+namespace platform::x11 {
+
+// The edges of the root window that a panel keeps for itself, with the stretch of each edge (EWMH
+// _NET_WM_STRUT_PARTIAL): left, right, top, bottom, then start and end along each of them.
+struct Strut {
+    std::array<std::uint32_t, 12> values{};
+};
+
+// From the values of _NET_WM_STRUT_PARTIAL or, where that is not whole, of _NET_WM_STRUT, which is along the
+// whole edge. Absent when neither is.
+[[nodiscard]] std::optional<Strut> strutOf(std::span<const std::uint32_t> partial,
+                                           std::span<const std::uint32_t> plain);
+
+// What is left of `area`, a part of the monitor `monitor`, beside the panel; all of it when nothing would be.
+[[nodiscard]] PixelRect without(const Strut& strut, const PixelRect& area, const PixelRect& monitor,
+                                const PixelRect& root);
+
+// The work area of a desktop from the values of _NET_WORKAREA, four for each; absent when it has none.
+[[nodiscard]] std::optional<PixelRect> workAreaOf(std::span<const std::uint32_t> values,
+                                                  std::uint32_t desktop);
+// Whether the desktops have different ones.
+[[nodiscard]] bool workAreasDiffer(std::span<const std::uint32_t> values);
+
+// What both have; `area` when that is nothing.
+[[nodiscard]] PixelRect within(const PixelRect& bounds, const PixelRect& area);
+
+}  // namespace platform::x11

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+#include "platform/KeyMonitor.h"
+#include "platform/x11/OverviewShortcut.h"
+#include "platform/x11/RawInput.h"
+#include "platform/x11/X11Keyboard.h"
+
+namespace platform::x11 {
+
+// Watches the keys through the server's raw events, without a grab. A held key is repeated here as the server
+// repeats it for the program that has the keyboard, because no raw event tells of that.
+class X11KeyMonitor final : public KeyMonitor {
+  public:
+    // `ownWindowHasFocus` says whether this program has the keyboard, without asking the server; empty: it
+    // never has.
+    X11KeyMonitor(RawInput& input, const X11Keyboard& keyboard, RunLoop& runLoop,
+                  std::function<bool()> ownWindowHasFocus = nullptr);
+
+    Subscription addGlobalKeyDownMonitor(std::function<void(const KeyEvent&)> handler) override;
+
+    // What is reported as key::kMissionControl instead of the key that is pressed.
+    void setOverviewShortcuts(std::vector<OverviewShortcut> shortcuts) { shortcuts_ = std::move(shortcuts); }
+
+  private:
+    void handle(const RawInputEvent& event);
+    void press(std::uint32_t key);
+    void release(std::uint32_t key);
+    void repeat();
+    void reportPress(std::uint32_t key);
+    void report(std::uint16_t keyCode);
+    [[nodiscard]] bool opensOverview(std::uint32_t key, OverviewShortcut::When when) const;
+
+    RawInput& input_;
+    const X11Keyboard& keyboard_;
+    RunLoop& runLoop_;
+    std::function<bool()> ownWindowHasFocus_;
+    std::vector<OverviewShortcut> shortcuts_;
+    std::uint32_t tappedKey_ = 0;  // pressed last, with nothing after it
+    std::uint32_t heldKey_ = 0;    // the one that repeats
+    Instant heldSince_;
+    Timer repeatTimer_;
+    Observers<const KeyEvent&> handlers_;
+    Subscription events_;
+};
+
+}  // namespace platform::x11

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "platform/x11/XEvents.h"
+
+namespace platform::x11 {
+
+// When a held key is pressed again.
+struct KeyRepeat {
+    Duration delay{};
+    Duration interval{};
+};
+
+// The server's keyboard, known without asking: which modifiers are in effect, how keys repeat and which
+// symbols they give. Kept up to date by the events of the X keyboard extension.
+class X11Keyboard {
+  public:
+    // Waits for what the keyboard is like now.
+    X11Keyboard(XConnection& connection, XEvents& events, RunLoop& runLoop);
+
+    // Whether the server tells about its keyboard; otherwise no modifier is ever seen.
+    [[nodiscard]] bool isAvailable() const { return firstEvent_ != 0; }
+    // The flags of platform::modifier, locked and latched ones included.
+    [[nodiscard]] std::uint64_t modifierFlags() const { return modifierFlags_; }
+    // Absent for a key that does not repeat.
+    [[nodiscard]] std::optional<KeyRepeat> repeatOf(std::uint32_t xKeyCode) const;
+    // Whether the key gives this symbol in the first or second group of the layout, with or without Shift.
+    [[nodiscard]] bool gives(std::uint32_t xKeyCode, xcb_keysym_t symbol, bool withShift) const;
+
+  private:
+    void handle(const xcb_generic_event_t& event);
+    void selectEvents();
+    bool read();
+    void readLater();
+
+    XConnection& connection_;
+    RunLoop& runLoop_;
+    std::uint8_t firstEvent_ = 0;
+    std::uint64_t modifierFlags_ = 0;
+    KeyRepeat repeat_;
+    std::array<std::uint8_t, 32> repeatingKeys_{};  // a bit for each key code
+    std::vector<xcb_keysym_t> symbols_;
+    std::size_t symbolsPerKey_ = 0;
+    Timer readTimer_;
+    Subscription events_;
+};
+
+}  // namespace platform::x11
