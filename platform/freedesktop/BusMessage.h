@@ -22,6 +22,8 @@ using BusArgument =
     std::variant<bool, std::int32_t, std::uint32_t, std::string, std::vector<std::string>, BusVariant>;
 
 inline constexpr Duration kLongestBusCall = std::chrono::seconds(1);
+// For a question that nobody waits for and that is asked once: a service that has just started may be busy.
+inline constexpr Duration kLongestPatientCall = std::chrono::minutes(1);
 
 // A method call on the bus.
 struct BusCall {

@@ -5,11 +5,6 @@
 
 namespace platform::freedesktop {
 
-namespace {
-// Nobody waits for it, and a service that has just started may be busy for a while.
-constexpr Duration kLongestAnswer = std::chrono::minutes(1);
-}  // namespace
-
 BusProperty::BusProperty(SessionBus& bus, BusPropertyName name, std::function<void()> changed)
     : bus_(bus),
       name_(std::move(name)),
@@ -30,7 +25,7 @@ BusProperty::BusProperty(SessionBus& bus, BusPropertyName name, std::function<vo
 
 void BusProperty::read() {
     auto call = propertyRead(name_.service, name_.path, name_.interface, name_.property);
-    call.timeout = kLongestAnswer;
+    call.timeout = kLongestPatientCall;
     question_ = bus_.call(call, [this](const auto& answer) {
         set(answer && answer->size() == 1 ? answer->front() : nlohmann::json());
     });

@@ -9,8 +9,6 @@ namespace {
 // The bus itself (D-Bus Specification, "Message Bus Messages").
 constexpr const char* kBus = "org.freedesktop.DBus";
 constexpr const char* kBusPath = "/org/freedesktop/DBus";
-// Nobody waits for it, and a bus that was stopped for a while would not say it again.
-constexpr Duration kLongestAnswer = std::chrono::minutes(1);
 
 }  // namespace
 
@@ -36,7 +34,7 @@ void BusServiceWatch::ask() {
                            .interface = kBus,
                            .member = "NameHasOwner",
                            .arguments = {name_},
-                           .timeout = kLongestAnswer},
+                           .timeout = kLongestPatientCall},
                           [this](const auto& answer) {
                               if (answer && answer->size() == 1 && answer->front().is_boolean())
                                   set(answer->front());

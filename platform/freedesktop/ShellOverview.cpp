@@ -15,8 +15,8 @@ ShellOverview::Shell ShellOverview::cinnamon() {
 
 ShellOverview::ShellOverview(SessionBus& bus, Shell shell) : shell_(std::move(shell)) {
     const auto update = [this] {
-        isOpen_ =
-            std::ranges::any_of(properties_, [](const auto& property) { return property->value() == true; });
+        isOpen_ = std::ranges::any_of(
+            properties_, [](const auto& property) { return property->value() == nlohmann::json(true); });
     };
     for (const auto& property : shell_.properties)
         properties_.push_back(std::make_unique<BusProperty>(

@@ -173,16 +173,17 @@ TEST_F(OverviewTests, HasOneQuestionToAKwinThatHangs) {
 TEST_F(OverviewTests, FollowsTheShellsProperties) {
     struct Row {
         ShellOverview::Shell shell;
-        const char* property;
+        const char* property = nullptr;
     };
     const Row rows[] = {{ShellOverview::gnomeShell(), "OverviewActive"},
                         {ShellOverview::cinnamon(), "OverviewActive"},
                         {ShellOverview::cinnamon(), "ExpoActive"}};
-    for (const auto& [shell, property] : rows) {
-        SCOPED_TRACE(shell.name + property);
+    for (const auto& row : rows) {
+        const auto& shell = row.shell;
+        SCOPED_TRACE(shell.name + row.property);
         const auto change = [&](const char* type, int value) {
             return [=, path = shell.path.c_str(), interface = shell.service.c_str(),
-                    name = property](sd_bus* b) {
+                    name = row.property](sd_bus* b) {
                 sd_bus_emit_signal(b, path, "org.freedesktop.DBus.Properties", "PropertiesChanged",
                                    "sa{sv}as", interface, 1, name, type, value, 0);
             };

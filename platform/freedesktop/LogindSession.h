@@ -1,0 +1,48 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/Observers.h"
+#include "platform/SessionMonitor.h"
+#include "platform/freedesktop/BusProperty.h"
+#include "platform/freedesktop/BusServiceWatch.h"
+#include "platform/freedesktop/SessionBus.h"
+
+namespace platform::freedesktop {
+
+// The login session and the machine's sleep as logind knows them (org.freedesktop.login1). It knows nothing
+// of the screens' power. Without logind the session counts as the one at the screens, and nothing sleeps.
+class LogindSession final : public SessionMonitor {
+  public:
+    // `sessionId` is XDG_SESSION_ID, for a process that does not belong to the session's own processes.
+    LogindSession(SessionBus& systemBus, std::optional<std::string> sessionId);
+
+    Subscription onEvent(std::function<void(SessionEvent)> action) override {
+        return events_.subscribe(std::move(action));
+    }
+    [[nodiscard]] std::optional<bool> isOnConsole() const override;
+
+  private:
+    void handleServiceChanged(bool isRunning);
+    void findSession();
+    void findSession(std::vector<BusCall> ways);
+    void findSessionOfUser();
+    void follow(const std::string& path);
+    void updateActive();
+    void setAsleep(bool isAsleep);
+
+    SessionBus& bus_;
+    std::optional<std::string> sessionId_;
+    bool isActive_ = true;
+    bool isAsleep_ = false;
+    Observers<SessionEvent> events_;
+    Subscription question_;
+    std::optional<BusProperty> active_;
+    Subscription sleepSignals_;
+    BusServiceWatch service_;
+};
+
+}  // namespace platform::freedesktop

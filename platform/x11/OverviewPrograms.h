@@ -1,0 +1,74 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "platform/OverviewSource.h"
+#include "platform/RunLoop.h"
+#include "platform/Screens.h"
+#include "platform/x11/Atoms.h"
+#include "platform/x11/XEvents.h"
+
+namespace platform::x11 {
+
+// Programs whose full-screen window is an overview of windows and desktops, whatever the window manager.
+// Windows are looked at when they appear, managed or not; one of such a program is followed from then on. The
+// server is asked without waiting.
+class OverviewPrograms final : public OverviewSource {
+  public:
+    // The names under which the programs are installed, which are also their windows' classes.
+    [[nodiscard]] static std::span<const std::string_view> names();
+
+    OverviewPrograms(XConnection& connection, const Atoms& atoms, XEvents& events, RunLoop& runLoop,
+                     const Screens& screens);
+    ~OverviewPrograms() override;
+    OverviewPrograms(const OverviewPrograms&) = delete;
+    OverviewPrograms& operator=(const OverviewPrograms&) = delete;
+
+    [[nodiscard]] bool isOverviewOpen() const override;
+
+  private:
+    struct PixelSize {
+        std::uint32_t width = 0;
+        std::uint32_t height = 0;
+    };
+    // What is not known is being asked for.
+    struct Window {
+        std::optional<bool> isMapped;
+        std::optional<PixelSize> size;
+    };
+    // A question to the server and what to do with its answer, which is null for an error.
+    struct Question {
+        unsigned sequence;
+        std::function<void(const void* reply)> handle;
+    };
+
+    void handle(const xcb_generic_event_t& event);
+    void handleMapped(xcb_window_t window, bool isUnmanaged);
+    [[nodiscard]] Window* find(xcb_window_t window);
+    void ask(unsigned sequence, std::function<void(const void* reply)> handle);
+    void collectAnswers();
+    void collectLater(Duration delay);
+    void readClients();
+    void look(xcb_window_t window);
+    void follow(xcb_window_t window);
+    [[nodiscard]] bool fillsAScreen(const Window& window) const;
+
+    XConnection& connection_;
+    const Atoms& atoms_;
+    RunLoop& runLoop_;
+    const Screens& screens_;
+    std::vector<xcb_window_t> clients_;         // sorted
+    std::map<xcb_window_t, Window> overviews_;  // windows of such programs
+    std::vector<Question> questions_;           // oldest first
+    bool readsClients_ = false;                 // the list of clients has been asked for
+    bool readsClientsAgain_ = false;
+    Timer answersDue_;
+    Subscription subscription_;
+};
+
+}  // namespace platform::x11
