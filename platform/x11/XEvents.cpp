@@ -28,6 +28,7 @@ Subscription XEvents::onBroken(std::function<void()> action) {
 void XEvents::selectOnRoot(std::uint32_t eventMask) {
     rootMask_ |= eventMask;
     xcb_change_window_attributes(connection_.get(), connection_.root(), XCB_CW_EVENT_MASK, &rootMask_);
+    connection_.flush();
 }
 
 void XEvents::drain() {

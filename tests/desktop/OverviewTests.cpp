@@ -51,14 +51,14 @@ struct Watcher {
     std::unique_ptr<platform::x11::XConnection> connection =
         platform::x11::XConnection::open(desktop.display().c_str(), kGenerousDeadline);
     platform::x11::XEvents events{*connection, mainLoop.runLoop, mainLoop.runLoop};
-    platform::x11::X11Screens screens{*connection, events, mainLoop.runLoop, 1};
     platform::freedesktop::SystemdLibrary library;
     platform::freedesktop::SessionBus bus{library, mainLoop.runLoop, mainLoop.runLoop,
                                           [this] { return desktop.environment["DBUS_SESSION_BUS_ADDRESS"]; }};
     platform::freedesktop::KwinOverview kwin{bus, mainLoop.runLoop};
+    platform::x11::X11Screens screens{*connection, events, mainLoop.runLoop, 1};
     platform::x11::Atoms atoms = platform::x11::Atoms::intern(*connection);
     platform::x11::OverviewPrograms programs{*connection, atoms, events, mainLoop.runLoop, screens};
-    platform::freedesktop::DesktopOverview overview{screens, {&kwin, &programs}};
+    platform::freedesktop::DesktopOverview overview{{&kwin, &programs}};
     int hintCount = 0;
     platform::x11::OverviewHints hints{events, [this] {
                                            ++hintCount;

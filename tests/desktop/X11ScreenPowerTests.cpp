@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/PollRunLoop.h"
+#include "tests/support/MainLoop.h"
 #include "tests/support/PrivateDesktop.h"
 
 namespace platform::x11 {
@@ -26,16 +26,16 @@ class X11ScreenPowerTest : public testing::Test {
     std::vector<SessionEvent> take() {
         connection_->synchronize();
         bool turned = false;
-        const auto turn = loop_.after(Duration::zero(), [&] { turned = true; });
-        EXPECT_TRUE(loop_.runUntil([&] { return turned; }));
+        const auto turn = mainLoop_.runLoop.after(Duration::zero(), [&] { turned = true; });
+        EXPECT_TRUE(mainLoop_.runUntil([&] { return turned; }));
         return std::exchange(told_, {});
     }
 
     PrivateDesktop desktop_{{.windowManager = {.kind = WindowManager::None}}};
-    PollRunLoop loop_;
+    MainLoop mainLoop_;
     std::unique_ptr<XConnection> connection_ =
         XConnection::open(desktop_.display().c_str(), kGenerousDeadline);
-    XEvents events_{*connection_, loop_, loop_};
+    XEvents events_{*connection_, mainLoop_.runLoop, mainLoop_.runLoop};
     std::vector<SessionEvent> told_;
 };
 
@@ -52,7 +52,7 @@ TEST_F(X11ScreenPowerTest, TellsOfEachSleepAndWakeOnce) {
     }
     force(XCB_SCREEN_SAVER_ACTIVE);
     desktop_.devices().movePointer(10, 10);
-    EXPECT_TRUE(loop_.runUntil([&] { return told_ == std::vector{kSleep, kWake}; })) << "the user is back";
+    EXPECT_TRUE(mainLoop_.runUntil([&] { return told_ == std::vector{kSleep, kWake}; })) << "the user is back";
 }
 
 TEST_F(X11ScreenPowerTest, TellsOfTheWakeOfScreensThatSleptBefore) {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/support/PollRunLoop.h"
+#include "tests/support/MainLoop.h"
 #include "tests/support/PrivateBus.h"
 
 namespace platform::freedesktop {
@@ -17,14 +17,14 @@ class KdeOverviewKeysTest : public testing::Test {
         std::optional<Keys> answer;
         overviewKeys_.request([&](const auto& keys) { answer = keys; });
         EXPECT_FALSE(answer);
-        EXPECT_TRUE(runLoop_.runUntil([&] { return answer.has_value(); }));
+        EXPECT_TRUE(loop_.runUntil([&] { return answer.has_value(); }));
         return answer;
     }
 
     desktop_test::PrivateBus daemon_;
-    desktop_test::PollRunLoop runLoop_;
+    desktop_test::MainLoop loop_;
     SystemdLibrary library_;
-    SessionBus bus_{library_, runLoop_, runLoop_, [this] { return daemon_.address(); }};
+    SessionBus bus_{library_, loop_.runLoop, loop_.runLoop, [this] { return daemon_.address(); }};
     KdeOverviewKeys overviewKeys_{bus_};
 };
 

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <atomic>
 
+#include "orvellos/DockWindow.h"
 #include "platform/freedesktop/DesktopOverview.h"
 #include "platform/freedesktop/KwinOverview.h"
 #include "platform/freedesktop/ShellOverview.h"
 #include "platform/simulated/SimulatedRunLoop.h"
-#include "platform/simulated/SimulatedScreens.h"
 #include "tests/support/MainLoop.h"
 #include "tests/support/PrivateBus.h"
 
@@ -47,22 +47,17 @@ TEST_F(OverviewTests, ShowsAWindowOfTheDockWhileAnyOverviewIsOpen) {
         bool isOpen = false;
     };
     Source first, second;
-    simulated::SimulatedScreens screens(time_);
-    screens.addScreen({0, 0, 1440, 900});
-    const DesktopOverview overview(screens, {&first, &second});
+    const DesktopOverview overview({&first, &second});
     for (const bool firstIsOpen : {false, true})
         for (const bool secondIsOpen : {false, true}) {
             first.isOpen = firstIsOpen;
             second.isOpen = secondIsOpen;
             EXPECT_EQ(overview.copyOnScreenWindows()->size(), firstIsOpen || secondIsOpen ? 1U : 0U);
         }
-    const auto window = overview.copyOnScreenWindows()->front();
-    EXPECT_EQ(window.ownerName, "Dock");
-    EXPECT_EQ(window.name, "appicon");
-    EXPECT_GT(window.layer, 0);
-    EXPECT_EQ(window.alpha, 1);
-    EXPECT_EQ(window.bounds->width, 1440);
-    EXPECT_EQ(window.bounds->height, 900);
+    const auto detection = orvellos::classify(orvellos::dockWindows(*overview.copyOnScreenWindows()), false);
+    EXPECT_TRUE(detection.sawAppIcon);
+    EXPECT_EQ(detection.l17ChipCount, 1U) << "without a doubt";
+    EXPECT_FALSE(detection.sawNonPositiveLayer);
 }
 
 TEST_F(OverviewTests, KnowsKwinsOverviewsByTheirNames) {
