@@ -15,8 +15,10 @@ constexpr Duration kBusyPause = std::chrono::milliseconds(50);
 constexpr Duration kAfterHint = std::chrono::milliseconds(250);
 constexpr Duration kExpectation = std::chrono::milliseconds(1500);
 
+constexpr std::string_view kDesktopGrid = "desktopgrid";
+
 bool isOverview(const nlohmann::json& effect) {
-    static constexpr std::array<std::string_view, 3> kOverviews = {"overview", "desktopgrid", "cube"};
+    static constexpr std::array<std::string_view, 3> kOverviews = {"overview", kDesktopGrid, "cube"};
     return effect.is_string() &&
            std::ranges::find(kOverviews, effect.get_ref<const std::string&>()) != kOverviews.end();
 }
@@ -69,6 +71,7 @@ void KwinOverview::handleAnswer(const std::optional<BusArguments>& answer) {
         isOpen_ = isList && std::ranges::any_of(answer->front(), isOverview);
         hasEffects_ = isList;
         hasFailed_ = !isList;
+        setDesktopGridOpen(isList && std::ranges::count(answer->front(), kDesktopGrid) > 0);
     }
     if (std::exchange(asksAgain_, false))
         ask();
@@ -80,7 +83,17 @@ void KwinOverview::handleServiceChanged(bool isRunning) {
     question_.cancel();
     next_.cancel();
     isOpen_ = hasEffects_ = isAsking_ = asksAgain_ = hasFailed_ = false;
+    setDesktopGridOpen(false);
     if (isRunning) ask();
+}
+
+Subscription KwinOverview::followDesktopGrid(const std::function<void(bool)>& action) {
+    action(isDesktopGridOpen_);
+    return desktopGridChanged_.subscribe(action);
+}
+
+void KwinOverview::setDesktopGridOpen(bool isOpen) {
+    if (std::exchange(isDesktopGridOpen_, isOpen) != isOpen) desktopGridChanged_.notify(isOpen);
 }
 
 Duration KwinOverview::pause() const {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <functional>
+
+#include "platform/Observers.h"
 #include "platform/RunLoop.h"
 #include "platform/freedesktop/BusOverview.h"
 #include "platform/freedesktop/BusServiceWatch.h"
@@ -17,6 +20,9 @@ class KwinOverview final : public BusOverview {
     [[nodiscard]] std::string name() const override { return "KWin"; }
     [[nodiscard]] std::optional<BusCall> openingCall() const override;
 
+    // Tells at once and on every change whether the overview that is open is the desktop grid.
+    Subscription followDesktopGrid(const std::function<void(bool isOpen)>& action);
+
     // The display server has shown something that goes with an overview's opening or closing.
     void overviewMayHaveChanged();
     // The user is about to open or close one: asks often for a while.
@@ -27,11 +33,14 @@ class KwinOverview final : public BusOverview {
     void ask();
     void handleAnswer(const std::optional<BusArguments>& answer);
     void handleServiceChanged(bool isRunning);
+    void setDesktopGridOpen(bool isOpen);
     [[nodiscard]] Duration pause() const;
 
     SessionBus& bus_;
     RunLoop& runLoop_;
     bool isOpen_ = false;
+    bool isDesktopGridOpen_ = false;
+    Observers<bool> desktopGridChanged_;
     bool hasEffects_ = false;
     bool isAsking_ = false;
     bool asksAgain_ = false;  // what has been asked may be answered from before the latest hint

@@ -10,10 +10,11 @@ namespace platform::x11 {
 // state).
 struct TagWindowAtoms {
     xcb_atom_t windowType, notification, state, above, skipTaskbar, skipPager, skipSwitcher, desktop, name,
-        utf8String, pid, userTime, motifHints, opacity, protocols, deleteWindow, ping, restack, wmState;
+        utf8String, pid, userTime, motifHints, opacity, protocols, deleteWindow, ping, restack, wmState,
+        desktopType;
 
     [[nodiscard]] static TagWindowAtoms intern(XConnection& connection) {
-        constexpr std::array<std::string_view, 19> names = {"_NET_WM_WINDOW_TYPE",
+        constexpr std::array<std::string_view, 20> names = {"_NET_WM_WINDOW_TYPE",
                                                             "_NET_WM_WINDOW_TYPE_NOTIFICATION",
                                                             "_NET_WM_STATE",
                                                             "_NET_WM_STATE_ABOVE",
@@ -31,10 +32,11 @@ struct TagWindowAtoms {
                                                             "WM_DELETE_WINDOW",
                                                             "_NET_WM_PING",
                                                             "_NET_RESTACK_WINDOW",
-                                                            "WM_STATE"};
+                                                            "WM_STATE",
+                                                            "_NET_WM_WINDOW_TYPE_DESKTOP"};
         const auto a = connection.intern(names);
-        return {a[0],  a[1],  a[2],  a[3],  a[4],  a[5],  a[6],  a[7],  a[8], a[9],
-                a[10], a[11], a[12], a[13], a[14], a[15], a[16], a[17], a[18]};
+        return {a[0],  a[1],  a[2],  a[3],  a[4],  a[5],  a[6],  a[7],  a[8],  a[9],
+                a[10], a[11], a[12], a[13], a[14], a[15], a[16], a[17], a[18], a[19]};
     }
 };
 

@@ -17,6 +17,11 @@ namespace {
 constexpr auto kPlacementSettles = std::chrono::milliseconds(250);
 constexpr auto kManagedWithin = std::chrono::milliseconds(500);
 constexpr auto kLongestManagedWithin = std::chrono::seconds(16);
+constexpr auto kWithdrawnWithin = std::chrono::seconds(3);
+constexpr auto kWithdrawingSettles = std::chrono::milliseconds(20);
+constexpr auto kRaisePause = std::chrono::milliseconds(100);
+constexpr auto kLongestRaisePause = std::chrono::seconds(2);
+constexpr auto kClearedIsDrawn = std::chrono::milliseconds(500);
 constexpr auto kGestureWatch = std::chrono::milliseconds(250);
 // EWMH source indications. A window manager may take a raise asked for by an application for a call for
 // attention; one that a pager asks for is the user's.
@@ -68,7 +73,6 @@ void X11TagSurface::change32(xcb_atom_t property, xcb_atom_t type, std::initiali
 
 void X11TagSurface::writeInitialProperties() {
     const auto& atoms = context_.atoms;
-    change32(atoms.windowType, XCB_ATOM_ATOM, {atoms.notification});
     change32(atoms.protocols, XCB_ATOM_ATOM, {atoms.deleteWindow, atoms.ping});
     change32(atoms.userTime, XCB_ATOM_CARDINAL, {0U});
     change32(atoms.pid, XCB_ATOM_CARDINAL, {static_cast<std::uint32_t>(getpid())});
@@ -89,6 +93,7 @@ void X11TagSurface::writeInitialProperties() {
 // A window manager removes these from a window that is withdrawn (EWMH, ICCCM 4.1.4).
 void X11TagSurface::writeStates() {
     const auto& atoms = context_.atoms;
+    change32(atoms.windowType, XCB_ATOM_ATOM, {isPartOfDesktop_ ? atoms.desktopType : atoms.notification});
     change32(atoms.state, XCB_ATOM_ATOM,
              {atoms.above, atoms.skipTaskbar, atoms.skipPager, atoms.skipSwitcher});
     if (desktop_) change32(atoms.desktop, XCB_ATOM_CARDINAL, {*desktop_});
@@ -164,7 +169,8 @@ void X11TagSurface::refresh() {
 
 PixelRect X11TagSurface::wantedPlace() const {
     const auto place = context_.screens.coordinates().toPixels(frame_);
-    return isParked() ? PixelRect{place.x, place.y, 1, 1} : place;
+    if (!isParked()) return place;
+    return {place.x + place.width / 2, place.y + place.height / 2, 1, 1};
 }
 
 PaintGeometry X11TagSurface::geometry() const {
@@ -201,11 +207,12 @@ void X11TagSurface::commit() {
                  {static_cast<std::uint32_t>(std::lround(alpha_ * 4294967295.0))});
         sentAlpha_ = alpha_;
     }
+    if (alpha_ > 0) clearedTimer_.cancel();
+    if (alpha_ <= 0 && painted_) releasePixels();
     applyBoundingShape();
     applyInputShape();
     silhouetteChanged_ = false;
     if (repaint) xcb_clear_area(connection, 0, window_, 0, 0, 0, 0);
-    if (alpha_ <= 0 && painted_) releasePixels();
     applyMapping();
     context_.connection.flush();
 }
@@ -237,14 +244,23 @@ void X11TagSurface::upload() {
     contentsChanged_ = false;
 }
 
+// A compositor's overview draws what it last saw of a window, and does not look again at one that has become
+// nothing. So the window is seen cleared for a while before it does.
 void X11TagSurface::releasePixels() {
-    const std::uint32_t none = XCB_BACK_PIXMAP_NONE;
-    xcb_change_window_attributes(context_.connection.get(), window_, XCB_CW_BACK_PIXMAP, &none);
+    const std::uint32_t transparent = 0;
+    xcb_change_window_attributes(context_.connection.get(), window_, XCB_CW_BACK_PIXEL, &transparent);
     painted_.reset();
+    if (!context_.composited) return;
+    xcb_clear_area(context_.connection.get(), 0, window_, 0, 0, 0, 0);
+    clearedTimer_ = context_.runLoop.after(kClearedIsDrawn, [this] {
+        clearedTimer_.cancel();
+        commitLater();
+    });
 }
 
 void X11TagSurface::applyBoundingShape() {
-    const auto wanted = alpha_ <= 0           ? BoundingShape::Empty
+    const bool nothing = alpha_ <= 0 && !(context_.composited && clearedTimer_.isActive());
+    const auto wanted = nothing               ? BoundingShape::Empty
                         : context_.composited ? BoundingShape::Whole
                                               : BoundingShape::Silhouette;
     if (wanted == bounding_ && !(wanted == BoundingShape::Silhouette && silhouetteChanged_)) return;
@@ -282,29 +298,59 @@ void X11TagSurface::setShape(std::uint8_t kind, const std::vector<PixelRect>& re
 }
 
 void X11TagSurface::applyMapping() {
-    auto* connection = context_.connection.get();
-    if (orderedIn_ && !mapped_) {
+    const bool anew = mapped_ && isPartOfDesktop_ != mappedAsPartOfDesktop_;
+    if (mapped_ && (anew || !orderedIn_)) withdraw();
+    if (orderedIn_ && !mapped_ && !withdrawTimer_.isActive()) {
         writeStates();
         mapUntilManaged(kManagedWithin);
+        mapped_ = true;
+        mappedAsPartOfDesktop_ = isPartOfDesktop_;
+    } else if (mapped_ && raise_) {
+        raise();
     }
-    if (orderedIn_ && mapped_ && raise_) {
-        const std::array<std::uint32_t, 3> data = {kSourcePager, XCB_WINDOW_NONE, XCB_STACK_MODE_ABOVE};
-        sendRootMessage(context_.connection, window_, context_.atoms.restack, data);
-    }
-    if (!orderedIn_ && mapped_) {
-        mapTimer_.cancel();
-        managed_ = false;
-        xcb_unmap_window(connection, window_);
-        xcb_unmap_notify_event_t withdrawn{};  // ICCCM 4.1.4: told to the window manager as well
-        withdrawn.response_type = XCB_UNMAP_NOTIFY;
-        withdrawn.event = context_.connection.root();
-        withdrawn.window = window_;
-        xcb_send_event(connection, 0, context_.connection.root(),
-                       XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-                       reinterpret_cast<const char*>(&withdrawn));
-    }
-    mapped_ = orderedIn_;
     raise_ = false;
+}
+
+void X11TagSurface::raise() {
+    const std::array<std::uint32_t, 3> data = {kSourcePager, XCB_WINDOW_NONE, XCB_STACK_MODE_ABOVE};
+    sendRootMessage(context_.connection, window_, context_.atoms.restack, data);
+}
+
+// A window manager puts a new window that does not ask for the focus below the active one, at a time of its
+// own, and that may be the desktop's background itself.
+void X11TagSurface::raiseAboveWallpaper(Duration pause) {
+    if (!mappedAsPartOfDesktop_ || pause > kLongestRaisePause) return;
+    raise();
+    context_.connection.flush();
+    raiseTimer_ = context_.runLoop.after(pause, [this, pause] { raiseAboveWallpaper(4 * pause); });
+}
+
+// Takes the window off the screen (ICCCM 4.1.4). It may be mapped again when the window manager has let go of
+// it, which takes the properties away one by one that the next mapping needs.
+void X11TagSurface::withdraw() {
+    auto* connection = context_.connection.get();
+    mapTimer_.cancel();
+    mapped_ = false;
+    if (std::exchange(managed_, false))
+        withdrawTimer_ = context_.runLoop.after(kWithdrawnWithin, [this] { endWithdrawing(); });
+    xcb_unmap_window(connection, window_);
+    xcb_unmap_notify_event_t withdrawn{};
+    withdrawn.response_type = XCB_UNMAP_NOTIFY;
+    withdrawn.event = context_.connection.root();
+    withdrawn.window = window_;
+    xcb_send_event(connection, 0, context_.connection.root(),
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char*>(&withdrawn));
+}
+
+void X11TagSurface::endWithdrawing() {
+    withdrawTimer_.cancel();
+    commitLater();
+}
+
+void X11TagSurface::becomePartOfDesktop(bool isPart) {
+    if (acceptsMouse_ || std::exchange(isPartOfDesktop_, isPart) == isPart) return;
+    commitLater();
 }
 
 // A window manager that is just starting may overlook a window that is mapped meanwhile. To map a window
@@ -360,8 +406,13 @@ void X11TagSurface::handle(const xcb_generic_event_t& event) {
             break;
         case XCB_PROPERTY_NOTIFY: {
             const auto atom = reinterpret_cast<const xcb_property_notify_event_t&>(event).atom;
-            managed_ = managed_ || atom == context_.atoms.wmState;
-            if (atom == context_.atoms.desktop) readDesktop();
+            const auto& atoms = context_.atoms;
+            const bool isManagers = atom == atoms.wmState || atom == atoms.desktop || atom == atoms.state;
+            if (isManagers && withdrawTimer_.isActive())
+                withdrawTimer_ = context_.runLoop.after(kWithdrawingSettles, [this] { endWithdrawing(); });
+            else if (atom == atoms.wmState && !std::exchange(managed_, mapped_))
+                raiseAboveWallpaper(kRaisePause);
+            if (atom == atoms.desktop) readDesktop();
             break;
         }
         case XCB_CLIENT_MESSAGE: {
@@ -428,9 +479,17 @@ void X11TagSurface::readDesktop() {
     const auto cookie =
         requestProperty(context_.connection, window_, context_.atoms.desktop, XCB_ATOM_CARDINAL, 1);
     const auto reply = context_.connection.reply<xcb_get_property_reply_t>(cookie);
-    if (const auto value = value32(reply.get(), XCB_ATOM_CARDINAL)) desktop_ = value;
+    if (const auto value = value32(reply.get(), XCB_ATOM_CARDINAL)) takeDesktop(*value);
     if (context_.connection.isLate())
         desktopTimer_ = context_.runLoop.after(kPlacementSettles, [this] { readDesktop(); });
+}
+
+// A part of the desktop is given to all desktops by a window manager that has overlooked its own.
+void X11TagSurface::takeDesktop(std::uint32_t desktop) {
+    if (mappedAsPartOfDesktop_ && mapped_ && desktop == kEveryDesktop && desktop_ != kEveryDesktop &&
+        desktop_)
+        return moveToDesktop(*desktop_);
+    desktop_ = desktop;
 }
 
 void X11TagSurface::verifyPlacement() {

@@ -54,6 +54,9 @@ class X11TagSurface final : public TagSurface {
     void handle(const xcb_generic_event_t& event);
     // A compositor came or went, or the coordinates changed: draws and places the window anew.
     void refresh();
+    // Makes a window that takes no mouse a part of the desktop's background, or a tag like the others again:
+    // for an overview that shows only the former on the thumbnails of desktops.
+    void becomePartOfDesktop(bool isPart);
     // Tells a new window manager the states again.
     void reassertStates();
 
@@ -74,16 +77,22 @@ class X11TagSurface final : public TagSurface {
     void applyInputShape();
     void applyMapping();
     void mapUntilManaged(Duration patience);
+    void raise();
+    void raiseAboveWallpaper(Duration pause);
+    void withdraw();
+    void endWithdrawing();
     void setShape(std::uint8_t kind, const std::vector<PixelRect>& rectangles);
     void handleMouse(const xcb_generic_event_t& event);
     void deliverDrag();
     void watchGesture();
     void endGesture();
     void readDesktop();
+    void takeDesktop(std::uint32_t desktop);
     void verifyPlacement();
-    // A window that can neither be seen nor clicked keeps one pixel of its place, so that neither the server
-    // nor a compositor spends memory on the rest.
-    [[nodiscard]] bool isParked() const { return alpha_ <= 0 && !acceptsMouse_; }
+    // A window that can neither be seen nor clicked keeps the pixel in the middle of its place, so that
+    // neither the server nor a compositor spends memory on the rest, and it still is on the same screen.
+    // (KWin lets a part of the desktop keep the size that it came with.)
+    [[nodiscard]] bool isParked() const { return alpha_ <= 0 && !acceptsMouse_ && !isPartOfDesktop_; }
     [[nodiscard]] PixelRect wantedPlace() const;
     [[nodiscard]] PaintGeometry geometry() const;
     template <typename T>
@@ -102,6 +111,8 @@ class X11TagSurface final : public TagSurface {
     bool orderedIn_ = false;
     bool mapped_ = false;
     bool managed_ = false;  // a window manager has taken it over
+    bool isPartOfDesktop_ = false;
+    bool mappedAsPartOfDesktop_ = false;
     bool raise_ = false;
     bool titleChanged_ = true;
     bool contentsChanged_ = true;
@@ -118,6 +129,9 @@ class X11TagSurface final : public TagSurface {
     std::optional<MouseEvent> drag_;  // the last of a burst, not yet delivered
     Timer commitTimer_;
     Timer mapTimer_;
+    Timer raiseTimer_;
+    Timer withdrawTimer_;  // runs until a window that was withdrawn may be mapped again
+    Timer clearedTimer_;   // runs while the window is still there, but transparent
     Timer placementTimer_;
     Timer dragTimer_;
     Timer gestureTimer_;

@@ -89,7 +89,13 @@ std::unique_ptr<TagSurface> X11WindowSystem::makeTagSurface(const Rect& frame, b
                                                             TagWindowDelegate& delegate) {
     auto surface = std::make_unique<X11TagSurface>(context_, frame, acceptsMouse, delegate);
     surfaces_[static_cast<xcb_window_t>(surface->number().value)] = surface.get();
+    surface->becomePartOfDesktop(isDesktopGridOpen_);
     return surface;
+}
+
+void X11WindowSystem::setDesktopGridOpen(bool isOpen) {
+    isDesktopGridOpen_ = isOpen;
+    for (const auto& [window, surface] : surfaces_) surface->becomePartOfDesktop(isOpen);
 }
 
 X11TagSurface* X11WindowSystem::find(WindowNumber window) const {

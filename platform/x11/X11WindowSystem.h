@@ -32,6 +32,9 @@ class X11WindowSystem final : public WindowSystem, public WindowSpaces {
     // A window lives on one desktop, so adding it elsewhere has removed it already.
     void removeWindowFromSpace(WindowNumber window, ManagedSpaceId space) override;
 
+    // While the desktop shows an overview that leaves windows of the tags' type out, those that take no mouse
+    // are parts of the desktop's background.
+    void setDesktopGridOpen(bool isOpen);
     // Another window manager has taken over: tells it again what it should know of the tag windows.
     void reassertStates();
 
@@ -45,6 +48,7 @@ class X11WindowSystem final : public WindowSystem, public WindowSpaces {
     std::function<DesktopFacts()> desktops_;
     TagSurfaceContext context_;
     std::map<xcb_window_t, X11TagSurface*> surfaces_;
+    bool isDesktopGridOpen_ = false;
     Subscription events_;
     Subscription screensChanged_;
     CompositorWatch compositor_;
