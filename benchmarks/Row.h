@@ -23,4 +23,7 @@ struct Effort {
 // The running application: its start, its memory and what it costs while nothing happens.
 [[nodiscard]] std::vector<Row> measureApplication(const Effort& effort);
 
+// The application's own decisions, on a desktop in memory.
+[[nodiscard]] std::vector<Row> measureLogic(const Effort& effort);
+
 }  // namespace benchmark

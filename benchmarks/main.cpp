@@ -37,7 +37,8 @@ int main(int argc, char** argv) {
     if (effort.pairs < 1) return 1;
     try {
         auto rows = measureCommands(effort);
-        for (auto& row : measureApplication(effort)) rows.push_back(std::move(row));
+        for (auto* measure : {measureApplication, measureLogic})
+            for (auto& row : measure(effort)) rows.push_back(std::move(row));
         print(rows);
     } catch (const std::exception& failure) {
         fmt::print(stderr, "orvello-benchmark: {}\n", failure.what());

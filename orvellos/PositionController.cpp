@@ -21,7 +21,26 @@ std::string describeAnchor(const AnchoredPosition& position) {
                        rawValue(position.vEdge), position.vOffset);
 }
 
+// The screen that holds the point, else the main one.
+std::optional<Screen> screenUnder(const platform::Screens& screens, platform::Point point) {
+    const auto all = screens.screens();
+    const auto found =
+        std::ranges::find_if(all, [&](const Screen& screen) { return screen.frame.contains(point); });
+    return found == all.end() ? screens.mainScreen() : std::optional(*found);
+}
+
 }  // namespace
+
+std::optional<Tag> PositionController::tag(const TagID& id) const {
+    const auto tags = callbacks_.tagsProvider();
+    const auto found = std::ranges::find(tags, id, &Tag::id);
+    return found == tags.end() ? std::nullopt : std::optional(*found);
+}
+
+std::optional<Screen> PositionController::screenOf(const Tag& tag, platform::Point center) const {
+    const auto preferred = preferredScreen(tag);
+    return preferred ? preferred : screenUnder(screens_, center);
+}
 
 std::optional<Screen> PositionController::preferredScreen(const Tag& tag) const {
     const auto say = [&](const std::string& text) {
@@ -53,11 +72,7 @@ Rect PositionController::homeTargetFrame(const Tag& tag, TagSize size, const Rec
     const auto windowSize =
         tagWindowSize(tag.label, baseHeight(size, main), settings_.globalTagShape.get(), textMeasurer_);
     const auto preferred = preferredScreen(tag);
-    const auto screens = screens_.screens();
-    const auto current = std::ranges::find_if(
-        screens, [&](const Screen& screen) { return screen.frame.contains(currentFrame.center()); });
-    const auto underTag = current == screens.end() ? main : std::optional(*current);
-    const auto screen = preferred ? preferred : underTag;
+    const auto screen = preferred ? preferred : screenUnder(screens_, currentFrame.center());
     const auto& anchor = settings_.globalAnchoredPosition.get();
 
     Rect home = detachedFrame(windowSize, currentFrame);
@@ -71,6 +86,60 @@ Rect PositionController::homeTargetFrame(const Tag& tag, TagSize size, const Rec
                                       anchor ? describeAnchor(*anchor) : "nil",
                                       preferred ? describe(preferred->visibleFrame) : "nil", describe(home)));
     return home;
+}
+
+void PositionController::tagFrameChanged(const TagID& id, const Rect& newFrame, bool shiftHeld) {
+    const auto moved = tag(id);
+    if (!moved) return;
+    if (shiftHeld || moved->frame) {
+        callbacks_.updateFrameInStore(id, newFrame);
+        callbacks_.refreshTagsFromStore();
+    } else {
+        setSharedPosition(*moved, newFrame);
+        reapplyAnchoredFrames(id);
+    }
+    if (const auto now = tag(id)) callbacks_.syncMCBackup(*now);
+}
+
+void PositionController::setSharedPosition(const Tag& tag, const Rect& frame) {
+    if (const auto screen = screenOf(tag, frame.center()))
+        settings_.globalAnchoredPosition.set(anchoredPositionFromPoint(frame.center(), screen->visibleFrame));
+}
+
+void PositionController::reapplyAnchoredFrames(const TagID& except) {
+    for (const auto& tag : callbacks_.tagsProvider()) {
+        auto* window = callbacks_.windowFor(tag.id);
+        if (tag.id == except || tag.frame || !window) continue;
+        moveHome(tag, *window);
+        callbacks_.syncMCBackup(tag);
+    }
+}
+
+void PositionController::relinkToSharedPosition(const TagID& id) {
+    callbacks_.clearFrameInStore(id);
+    callbacks_.refreshTagsFromStore();
+    const auto linked = tag(id);
+    auto* window = callbacks_.windowFor(id);
+    if (!linked || !window || !settings_.globalAnchoredPosition.get()) return;
+    moveHome(*linked, *window);
+    callbacks_.syncMCBackup(*linked);
+}
+
+void PositionController::alignAllToTag(const TagID& id) {
+    const auto model = tag(id);
+    const auto* modelWindow = callbacks_.windowFor(id);
+    if (!model || !modelWindow) return;
+    setSharedPosition(*model, modelWindow->frame());
+    for (const auto& tag : callbacks_.tagsProvider())
+        if (tag.frame) callbacks_.clearFrameInStore(tag.id);
+    callbacks_.refreshTagsFromStore();
+    for (const auto& tag : callbacks_.tagsProvider())
+        if (auto* window = callbacks_.windowFor(tag.id)) moveHome(tag, *window);
+    callbacks_.syncAllMCBackups();
+}
+
+void PositionController::moveHome(const Tag& tag, TagWindow& window) const {
+    window.setFrameWithoutPersisting(homeTargetFrame(tag, window.currentSize(), window.frame()), true);
 }
 
 }  // namespace orvellos

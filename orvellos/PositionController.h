@@ -1,24 +1,43 @@
 #pragma once
 
+#include <functional>
 #include <optional>
-#include <string>
+#include <vector>
 
 #include "orvellos/Settings.h"
 #include "orvellos/SpaceIdentifier.h"
 #include "orvellos/Tag.h"
 #include "orvellos/TagSize.h"
+#include "orvellos/TagWindow.h"
 #include "platform/Screens.h"
 #include "platform/TextMeasurer.h"
 
 namespace orvellos {
 
-// Decides where on which screen a tag window belongs. Keeps no state: the shared position is a setting, a
-// tag's own frame is in the tag.
+// What a position controller is given by its owner.
+struct PositionCallbacks {
+    std::function<std::vector<Tag>()> tagsProvider;
+    std::function<TagWindow*(const TagID&)> windowFor;  // null for a tag without a window
+    std::function<void(const TagID&, const platform::Rect&)> updateFrameInStore;
+    std::function<void(const TagID&)> clearFrameInStore;
+    std::function<void()> refreshTagsFromStore;
+    std::function<void(const Tag&)> syncMCBackup;
+    std::function<void()> syncAllMCBackups;
+};
+
+// Decides where on which screen a tag window belongs. A tag is anchored, at the one position that all such
+// tags share, or detached, with a frame of its own. Keeps no state: the shared position is a setting, a tag's
+// own frame is in the tag.
 class PositionController {
   public:
     PositionController(const SpaceIdentifier& spaces, const platform::Screens& screens,
-                       const platform::TextMeasurer& textMeasurer, const Settings& settings)
-        : spaces_(spaces), screens_(screens), textMeasurer_(textMeasurer), settings_(settings) {}
+                       const platform::TextMeasurer& textMeasurer, Settings& settings,
+                       PositionCallbacks callbacks)
+        : spaces_(spaces),
+          screens_(screens),
+          textMeasurer_(textMeasurer),
+          settings_(settings),
+          callbacks_(std::move(callbacks)) {}
 
     // The screen that shows the tag's Space; none while the screens share their Spaces.
     [[nodiscard]] std::optional<platform::Screen> preferredScreen(const Tag& tag) const;
@@ -27,11 +46,27 @@ class PositionController {
     [[nodiscard]] platform::Rect homeTargetFrame(const Tag& tag, TagSize size,
                                                  const platform::Rect& currentFrame) const;
 
+    // The user dragged the tag's window there. With Shift the tag becomes detached; without, an anchored tag
+    // takes the shared position along.
+    void tagFrameChanged(const TagID& id, const platform::Rect& newFrame, bool shiftHeld);
+    // Moves the anchored tags, but for one, to the shared position.
+    void reapplyAnchoredFrames(const TagID& except);
+    // Makes a detached tag anchored again.
+    void relinkToSharedPosition(const TagID& id);
+    // Makes this tag's place the shared position and anchors every tag.
+    void alignAllToTag(const TagID& id);
+
   private:
+    [[nodiscard]] std::optional<Tag> tag(const TagID& id) const;
+    [[nodiscard]] std::optional<platform::Screen> screenOf(const Tag& tag, platform::Point center) const;
+    void setSharedPosition(const Tag& tag, const platform::Rect& frame);
+    void moveHome(const Tag& tag, TagWindow& window) const;
+
     const SpaceIdentifier& spaces_;
     const platform::Screens& screens_;
     const platform::TextMeasurer& textMeasurer_;
-    const Settings& settings_;
+    Settings& settings_;
+    PositionCallbacks callbacks_;
 };
 
 }  // namespace orvellos

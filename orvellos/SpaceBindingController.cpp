@@ -9,9 +9,50 @@
 
 namespace orvellos {
 
+namespace {
+constexpr auto kOrphanRecomputeDebounce = platform::seconds(0.06);
+}
+
+void SpaceBindingController::relocate() {
+    const auto drifts = spaces_.isSharedSpacesMode() ? std::vector<WindowDrift>() : detectDrifts();
+    if (!drifts.empty()) {
+        const auto accepted =
+            DriftDetector::acceptedDrifts(drifts, callbacks_.missionControlRecentlyActive());
+        if (accepted.size() < drifts.size())
+            log(LogCategory::Nav,
+                fmt::format("relocate: rejecting {} of {} window drift(s) — macOS-driven relocation "
+                            "signature; preserving stored bindings",
+                            drifts.size() - accepted.size(), drifts.size()));
+        for (const auto& drift : accepted) follow(drift);
+        if (!accepted.empty()) callbacks_.refreshTagsFromStore();
+    }
+    enforce();
+}
+
+void SpaceBindingController::follow(const WindowDrift& drift) {
+    callbacks_.updateSpaceUUIDInStore(drift.tagID, drift.actualUUID);
+    const auto* window = callbacks_.windowFor(drift.tagID);
+    if (!window) return;
+    spaces_.removeWindow(window->windowNumber(), drift.storedUUID);
+    if (const auto* backup = window->mcBackup())
+        spaces_.removeWindow(backup->windowNumber(), drift.storedUUID);
+}
+
+std::vector<WindowDrift> SpaceBindingController::detectDrifts() const {
+    std::vector<DriftDetector::Input> inputs;
+    for (const auto& tag : callbacks_.tagsProvider()) {
+        const auto* window = tag.spaceUUID ? callbacks_.windowFor(tag.id) : nullptr;
+        const auto space = window ? spaces_.managedSpaceID(*tag.spaceUUID) : std::nullopt;
+        if (!space) continue;
+        inputs.push_back(
+            {tag.id, tag.label, *tag.spaceUUID, *space, spaces_.spaceIDsForWindow(window->windowNumber())});
+    }
+    return DriftDetector::detect(inputs, [this](auto space) { return spaces_.spaceUUID(space); });
+}
+
 void SpaceBindingController::enforce() {
-    for (const auto& tag : tagsProvider_()) {
-        auto* window = windowFor_(tag.id);
+    for (const auto& tag : callbacks_.tagsProvider()) {
+        auto* window = callbacks_.windowFor(tag.id);
         const auto space = window && tag.spaceUUID ? spaces_.managedSpaceID(*tag.spaceUUID) : std::nullopt;
         if (!space) continue;
         pin(tag, window->windowNumber(), *space, "main");
@@ -39,13 +80,38 @@ void SpaceBindingController::recomputeSpaceOrphans() {
         return;
     }
     std::set<TagID> orphans;
-    for (const auto& tag : tagsProvider_())
+    for (const auto& tag : callbacks_.tagsProvider())
         if (tag.spaceUUID && !live.contains(*tag.spaceUUID)) orphans.insert(tag.id);
     if (orphans == orphanedTagIDs_.get()) return;
     if (debugEchoEnabled())
         log(LogCategory::General, fmt::format("recomputeSpaceOrphans: {} → {} orphaned tag(s)",
                                               orphanedTagIDs_.get().size(), orphans.size()));
     orphanedTagIDs_.set(std::move(orphans));
+}
+
+void SpaceBindingController::scheduleOrphanRecompute() {
+    orphanRecomputeDebounce_ = runLoop_.after(kOrphanRecomputeDebounce, [this] {
+        const auto before = orphanedTagIDs_.get();
+        recomputeSpaceOrphans();
+        if (orphanedTagIDs_.get() != before) callbacks_.reconcile();
+    });
+}
+
+void SpaceBindingController::healOrphanedDetachedTags() {
+    const auto screens = screens_.screens();
+    if (screens.empty()) return;
+    std::vector<TagID> lost;
+    for (const auto& tag : callbacks_.tagsProvider())
+        if (tag.frame && std::ranges::none_of(screens, [&](const auto& screen) {
+                return screen.frame.contains(tag.frame->center());
+            }))
+            lost.push_back(tag.id);
+    if (lost.empty()) return;
+    if (debugEchoEnabled())
+        log(LogCategory::General,
+            fmt::format("healOrphanedDetachedTags: clearing frames for {} orphaned tag(s)", lost.size()));
+    for (const auto& id : lost) callbacks_.clearFrameInStore(id);
+    callbacks_.refreshTagsFromStore();
 }
 
 }  // namespace orvellos

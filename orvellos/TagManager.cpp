@@ -13,9 +13,18 @@ namespace {
 
 using platform::Rect;
 
-constexpr auto kSpaceChangeDebounce = platform::seconds(0.08);
 constexpr double kHeaderBarFraction = 0.2;
 constexpr double kSmallestHeaderBar = 80;
+
+void logTimeline(const std::string& text) {
+    logMC(std::nullopt, text);
+}
+
+// How a reveal finds a window, for the log.
+std::string revealCase(double alpha) {
+    if (alpha >= 1) return "reforce@1";
+    return alpha <= 0 ? "fresh" : fmt::format("cancel-fade@{:.2f}", alpha);
+}
 
 }  // namespace
 
@@ -23,13 +32,46 @@ TagManager::TagManager(const Services& services, TagStore& store)
     : services_(services),
       store_(store),
       settings_(services.windows.settings),
-      binding_(
-          services.spaces, [this] { return tags(); }, [this](const TagID& id) { return windowFor(id); }),
-      position_(services.spaces, services.screens, services.windows.textMeasurer, settings_),
-      clickThrough_(services.windows.runLoop, services.pointer, [this] { return mainWindows(); }) {}
+      runLoop_(services.windows.runLoop),
+      binding_(services.spaces, services.screens, runLoop_, bindingCallbacks()),
+      reveal_(runLoop_, settings_, revealCallbacks()),
+      position_(services.spaces, services.screens, services.windows.textMeasurer, settings_,
+                positionCallbacks()),
+      missionControl_(runLoop_, services.onScreenWindows, settings_.defaults),
+      missionControlKey_(services.keys, runLoop_),
+      clickThrough_(runLoop_, services.pointer, [this] { return mainWindows(); }) {}
 
 TagManager::~TagManager() {
     stop();
+}
+
+BindingCallbacks TagManager::bindingCallbacks() {
+    return {[this] { return tags(); },
+            [this](const TagID& id) { return windowFor(id); },
+            [this](const TagID& id, const std::string& uuid) { store_.updateSpaceUUID(id, uuid); },
+            [this](const TagID& id) { store_.clearFrame(id); },
+            [this] { tagsChanged(); },
+            [this] { reconcile(); },
+            [this] { return missionControlRecentlyActive(); }};
+}
+
+PositionCallbacks TagManager::positionCallbacks() {
+    return {[this] { return tags(); },
+            [this](const TagID& id) { return windowFor(id); },
+            [this](const TagID& id, const Rect& frame) { store_.updateFrame(id, frame); },
+            [this](const TagID& id) { store_.clearFrame(id); },
+            [this] { tagsChanged(); },
+            [this](const Tag& tag) { syncMCBackupFrame(tag); },
+            [this] { syncAllMCBackups(); }};
+}
+
+RevealCallbacks TagManager::revealCallbacks() {
+    return {[this] { return tags(); }, [this](const Tag& tag) { return windowFor(tag.id); },
+            [this](const Tag& tag, TagSize size) {
+                const auto* window = windowFor(tag.id);
+                return position_.homeTargetFrame(tag, size, window ? window->frame() : Rect());
+            },
+            [this] { reconcile(); }};
 }
 
 TagWindow* TagManager::windowFor(const TagID& id) const {
@@ -43,57 +85,33 @@ std::vector<TagWindow*> TagManager::mainWindows() const {
     return windows;
 }
 
-void TagManager::start() {
-    for (const auto& tag : tags()) makeWindow(tag);
-    binding_.recomputeSpaceOrphans();
-    hideFromTheStart();
-    for (const auto& tag : tags()) sendHome(tag);
-    bringInPlacedWindows();
-    binding_.enforce();
-    observe();
-    clickThrough_.start(ClickThroughController::kIdleHz);
-    clickThrough_.tick();
-    reconcile();
+const Tag* TagManager::find(const TagID& id) const {
+    const auto found = std::ranges::find(tags(), id, &Tag::id);
+    return found == tags().end() ? nullptr : &*found;
 }
 
-void TagManager::stop() {
-    subscriptions_.clear();
-    spaceChangeDebounce_.cancel();
-    clickThrough_.stop();
+const Tag* TagManager::firstTagOf(const std::optional<std::string>& spaceUUID) const {
+    if (!spaceUUID) return nullptr;
+    const auto found = std::ranges::find(tags(), spaceUUID, &Tag::spaceUUID);
+    return found == tags().end() ? nullptr : &*found;
 }
 
-void TagManager::observe() {
-    const auto add = [this](platform::Subscription subscription) {
-        subscriptions_.push_back(std::move(subscription));
-    };
-    add(services_.spaceNotifications.onActiveSpaceChanged([this] { onActiveSpaceChanged(); }));
-    add(services_.screens.onParametersChanged([this] { onScreenParametersChanged(); }));
-    add(settings_.visibilityMode.subscribe([this](auto) { reconcile(); }));
-    add(settings_.killSwitchActive.subscribe([this](auto) { reconcile(); }));
-    add(services_.windows.editingContext.isActive().subscribe([this](bool active) {
-        log(LogCategory::Nav, fmt::format("SINK: editingContext.isActive={}", active));
-        reconcile();
-    }));
-    add(settings_.embiggenAllTags.subscribe([this](auto) {
-        applyTagSize();
-        reconcile();
-    }));
-    add(settings_.missionControlStyle.subscribe([this](auto) {
-        syncAllMCBackups();
-        for (auto* window : mainWindows()) window->mcBackup()->refreshShape();
-    }));
-    add(settings_.tagSize.subscribe([this](auto) { applyTagSize(); }));
-    add(settings_.globalTagShape.subscribe([this](auto) { refreshAllWindowShapes(); }));
+void TagManager::tagsChanged() {
+    changed_.notify();
 }
+
+// Windows.
 
 void TagManager::makeWindow(const Tag& tag) {
-    auto window = std::make_unique<TagWindow>(services_.windows, tag, settings_.tagSize.get(),
-                                              windows_.size(), nullptr, [this] {
-                                                  if (onTagClicked) onTagClicked();
-                                              });
+    auto window = std::make_unique<TagWindow>(
+        services_.windows, tag, settings_.tagSize.get(), windows_.size(),
+        [this, id = tag.id](const Rect& frame, bool shift) { position_.tagFrameChanged(id, frame, shift); },
+        [this] {
+            if (onTagClicked) onTagClicked();
+        });
     window->setPreferredScreenProvider([this, id = tag.id]() -> std::optional<platform::Screen> {
-        const auto found = std::ranges::find(tags(), id, &Tag::id);
-        return found == tags().end() ? std::nullopt : position_.preferredScreen(*found);
+        const auto* known = find(id);
+        return known ? position_.preferredScreen(*known) : std::nullopt;
     });
     windows_[tag.id] = std::move(window);
 }
@@ -120,6 +138,21 @@ void TagManager::bringInPlacedWindows() {
     }
 }
 
+void TagManager::showNewWindow(const Tag& tag) {
+    makeWindow(tag);
+    auto& window = *windowFor(tag.id);
+    window.orderFrontRegardless();
+    window.mcBackup()->orderFrontRegardless();
+    syncMCBackupFrame(tag);
+    if (tag.spaceUUID) pinToSpace(window, *tag.spaceUUID);
+    reconcile();
+}
+
+void TagManager::pinToSpace(const TagWindow& window, const std::string& spaceUUID) const {
+    services_.spaces.moveWindow(window.windowNumber(), spaceUUID);
+    services_.spaces.moveWindow(window.mcBackup()->windowNumber(), spaceUUID);
+}
+
 void TagManager::sendHome(const Tag& tag) {
     auto* window = windowFor(tag.id);
     if (!window) return;
@@ -128,27 +161,15 @@ void TagManager::sendHome(const Tag& tag) {
     syncMCBackupFrame(tag);
 }
 
-void TagManager::applyTagSize() {
-    for (const auto& tag : tags()) {
-        auto* window = windowFor(tag.id);
-        if (!window) continue;
-        const auto size = settings_.tagSize.get();
-        const Rect home = position_.homeTargetFrame(tag, size, window->frame());
-        if (home == window->targetFrame() && size == window->currentSize()) continue;
-        window->applyFrameAndSize(size, tag.label, home, true);
-        syncMCBackupFrame(tag);
-    }
-}
-
 void TagManager::syncAllMCBackups() {
     for (const auto& tag : tags()) syncMCBackupFrame(tag);
 }
 
-void TagManager::syncMCBackupFrame(const Tag& tag) {
+void TagManager::syncMCBackupFrame(const Tag& tag, const std::optional<Rect>& base) {
     auto* window = windowFor(tag.id);
     auto* backup = window ? window->mcBackup() : nullptr;
     if (!backup) return;
-    const Rect requested = backupFrame(tag, window->frame());
+    const Rect requested = backupFrame(tag, base.value_or(window->frame()));
     backup->setFrameWithoutPersisting(requested, false);
     if (debugEchoEnabled())
         log(LogCategory::Mc,
@@ -177,60 +198,203 @@ void TagManager::refreshAllWindowShapes() {
     for (auto* window : mainWindows()) window->refreshShape();
 }
 
-void TagManager::onActiveSpaceChanged() {
-    log(LogCategory::Nav,
-        fmt::format("onActiveSpaceChanged FIRED current={} mode={} kill={}",
-                    services_.spaces.currentSpaceUUID().value_or("nil"),
-                    rawValue(settings_.visibilityMode.get()), settings_.killSwitchActive.get()));
-    spaceChangeDebounce_ = services_.windows.runLoop.after(kSpaceChangeDebounce, [this] {
-        binding_.recomputeSpaceOrphans();
-        bringInPlacedWindows();
-        reconcile();
-        binding_.enforce();
-    });
+// What the user does with tags.
+
+std::optional<std::string> TagManager::spaceForNewTag() const {
+    auto space = services_.spaces.currentSpaceUUIDOnPointerDisplay();
+    return space ? space : services_.spaces.currentSpaceUUID();
 }
 
-void TagManager::onScreenParametersChanged() {
-    if (debugEchoEnabled())
-        log(LogCategory::General, "screen parameters changed, healing + re-applying size");
-    applyTagSize();
-    syncAllMCBackups();
+Tag TagManager::createTag(const std::string& label, const std::string& colorHex,
+                          std::optional<std::string> spaceUUID) {
+    if (!spaceUUID) spaceUUID = spaceForNewTag();
+    const Tag tag{TagID::random(), label, colorHex, {}, std::move(spaceUUID)};
+    store_.tags.push_back(tag);
+    store_.save();
+    tagsChanged();
+    showNewWindow(tag);
+    return tag;
 }
+
+void TagManager::assignTagToSpace(const TagID& id, std::optional<std::string> spaceUUID) {
+    auto* window = windowFor(id);
+    const auto* tag = find(id);
+    if (!window || !tag) return;
+    const auto target = spaceUUID ? std::move(spaceUUID) : spaceForNewTag();
+    if (target) {
+        const auto former = tag->spaceUUID;
+        store_.updateSpaceUUID(id, *target);
+        tagsChanged();
+        if (former && former != target) {
+            services_.spaces.removeWindow(window->windowNumber(), *former);
+            services_.spaces.removeWindow(window->mcBackup()->windowNumber(), *former);
+        }
+        pinToSpace(*window, *target);
+        binding_.recomputeSpaceOrphans();
+    }
+    window->orderFrontRegardless();
+    window->flash();
+    reconcile();
+}
+
+void TagManager::updateTag(const TagID& id, const std::string& label, const std::string& colorHex) {
+    const auto* known = find(id);
+    if (!known) return;
+    Tag tag = *known;
+    tag.label = label;
+    tag.colorHex = colorHex;
+    store_.update(tag);
+    tagsChanged();
+    if (auto* window = windowFor(id)) window->update(tag);
+    syncMCBackupFrame(tag);
+}
+
+void TagManager::deleteTag(const TagID& id) {
+    const auto* known = find(id);
+    if (!known) return;
+    const Tag tag = *known;
+    if (const auto window = windows_.extract(id)) {
+        window.mapped()->mcBackup()->orderOut();
+        window.mapped()->orderOut();
+    }
+    std::erase_if(store_.tags, [&](const Tag& each) { return each.id == id; });
+    store_.save();
+    tagsChanged();
+    reconcile();
+    if (showUndoToast) showUndoToast("Deleted “" + tag.label + "”", [this, tag] { restoreTag(tag); });
+}
+
+void TagManager::restoreTag(const Tag& tag) {
+    if (find(tag.id)) return;
+    store_.tags.push_back(tag);
+    store_.save();
+    tagsChanged();
+    showNewWindow(tag);
+}
+
+// What panels and menus ask.
+
+std::vector<MenuSpaceRow> TagManager::menuRows(
+    const std::function<std::vector<std::string>()>& orderedSpaceUUIDs) const {
+    const auto uuids = orderedSpaceUUIDs();
+    if (uuids.empty()) return {};
+    const auto current = services_.spaces.currentSpaceUUIDOnPointerDisplay();
+    std::vector<MenuSpaceRow> rows;
+    for (const auto& uuid : uuids) {
+        const auto* tag = firstTagOf(uuid);
+        rows.push_back({uuid, rows.size() + 1, tag ? std::optional(*tag) : std::nullopt, uuid == current});
+    }
+    return rows;
+}
+
+std::optional<TagID> TagManager::tagIDForCurrentSpace() const {
+    const auto current = services_.spaces.currentSpaceUUIDOnPointerDisplay();
+    if (!current) return activeTagID_;
+    const auto* tag = firstTagOf(current);
+    return tag ? std::optional(tag->id) : std::nullopt;
+}
+
+std::vector<Tag> TagManager::tagsSortedBySpaceOrder(std::span<const std::string> spaceUUIDs) const {
+    const auto place = [&](const Tag& tag) {
+        return tag.spaceUUID ? std::ranges::find(spaceUUIDs, *tag.spaceUUID) : spaceUUIDs.end();
+    };
+    auto sorted = tags();
+    std::ranges::stable_sort(sorted, {}, place);
+    return sorted;
+}
+
+// What is seen.
 
 VisibilityInputs TagManager::visibilityInputs() const {
-    return {settings_.visibilityMode.get(), settings_.killSwitchActive.get(), settings_.embiggenAllTags.get(),
-            services_.windows.editingContext.isActive().get()};
+    return {settings_.visibilityMode.get(),  settings_.killSwitchActive.get(),
+            reveal_.transientRevealActive(), services_.windows.editingContext.isActive().get(),
+            reveal_.missionControlActive,    settings_.embiggenAllTags.get()};
 }
 
 void TagManager::reconcile() {
     const auto inputs = visibilityInputs();
-    const auto decision = decideVisibility(inputs);
-    log(LogCategory::Nav, fmt::format("reconcile: mode={} kill={} editing={} embiggen={} orphaned={}",
-                                      rawValue(inputs.mode), inputs.killSwitch, inputs.editing,
-                                      inputs.embiggen, binding_.orphanedTagIDs().get().size()));
-    for (const auto& tag : tags()) reconcileTag(tag, decision);
+    if (debugEchoEnabled())
+        log(LogCategory::General,
+            fmt::format("reconcile: mode={} kill={} mcActive={} privateAPI=true currentUUID={}",
+                        rawValue(inputs.mode), inputs.killSwitch, inputs.missionControl,
+                        services_.spaces.currentSpaceUUID().value_or("nil")));
+    log(LogCategory::Nav,
+        fmt::format("reconcile: mode={} kill={} transientReveal={} editing={} mcActive={} embiggen={} "
+                    "orphaned={}",
+                    rawValue(inputs.mode), inputs.killSwitch, inputs.transientReveal, inputs.editing,
+                    inputs.missionControl, inputs.embiggen, binding_.orphanedTagIDs().get().size()));
+    for (const auto& tag : tags()) {
+        if (binding_.orphanedTagIDs().get().contains(tag.id))
+            hideOrphan(tag);
+        else
+            reconcileTag(tag, inputs);
+    }
+    updateActiveTag();
 }
 
-void TagManager::reconcileTag(const Tag& tag, TagVisibility decision) {
-    const bool orphaned = binding_.orphanedTagIDs().get().contains(tag.id);
-    log(LogCategory::Nav,
-        fmt::format("  tag='{}' uuid={} decision={}", redactedLabel(tag.label), tag.spaceUUID.value_or("nil"),
-                    orphaned ? "orphan-hide" : caseName(decision)));
+void TagManager::hideOrphan(const Tag& tag) {
+    log(LogCategory::Nav, fmt::format("  tag='{}' uuid={} decision=orphan-hide", redactedLabel(tag.label),
+                                      tag.spaceUUID.value_or("nil")));
+    auto* window = windowFor(tag.id);
+    if (!window) return;
+    if (!window->restsAtAlpha(0)) window->fade(false);
+    window->mcBackup()->setAlphaValue(0);
+}
+
+void TagManager::reconcileTag(const Tag& tag, const VisibilityInputs& inputs) {
+    const auto decision = decideVisibility(inputs);
+    const auto label = redactedLabel(tag.label);
+    log(LogCategory::Nav, fmt::format("  tag='{}' uuid={} decision={}", label, tag.spaceUUID.value_or("nil"),
+                                      caseName(decision)));
     auto* window = windowFor(tag.id);
     if (!window) return;
     auto& backup = *window->mcBackup();
-    if (orphaned) {
-        if (!window->restsAtAlpha(0)) window->fade(false);
-        backup.setAlphaValue(0);
-    } else if (decision == TagVisibility::Show && settings_.embiggenAllTags.get()) {
+    const bool seenThroughBackup = decision == TagVisibility::Show && showsBackups(inputs);
+    if (seenThroughBackup) {
         window->setAlphaValue(0);
         window->setIgnoresMouseEvents(true);
         backup.setAlphaValue(1);
-    } else {
-        const bool show = decision == TagVisibility::Show;
-        if (!window->restsAtAlpha(show ? 1 : 0)) window->fade(show);
-        if (!backup.restsAtAlpha(0)) backup.fade(false);
+    } else if (decision == TagVisibility::Show) {
+        showWindow(tag, *window, inputs.transientReveal);
+    } else if (!window->restsAtAlpha(0)) {
+        logTimeline(fmt::format("hide '{}': fade-out alpha={:.2f}", label, window->alphaValue()));
+        window->fade(false);
     }
+    if (!seenThroughBackup && !backup.restsAtAlpha(0)) backup.fade(false);
+    log(LogCategory::Nav,
+        fmt::format("    window α={:#} backup α={:#} frame={} onActiveSpace={}", window->alphaValue(),
+                    backup.alphaValue(), describe(window->frame()), window->state().onActiveSpace));
+}
+
+void TagManager::showWindow(const Tag& tag, TagWindow& window, bool transientReveal) const {
+    const auto alpha = window.alphaValue();
+    if (transientReveal) {
+        const auto state = window.state();
+        logTimeline(fmt::format("reveal '{}': instant {} onSpace={} occ={}", redactedLabel(tag.label),
+                                revealCase(alpha), state.onActiveSpace ? "Y" : "N",
+                                state.unobscured ? "vis" : "hidden"));
+        window.revealInstantly();
+    } else if (!window.restsAtAlpha(1)) {
+        logTimeline(fmt::format("reveal '{}': fade-in alpha={:.2f}", redactedLabel(tag.label), alpha));
+        window.fade(true);
+    }
+}
+
+void TagManager::updateActiveTag() {
+    const auto* active = firstTagOf(services_.spaces.currentSpaceUUID());
+    if (!active) {
+        const auto isSeen = [this](const Tag& tag) {
+            const auto* window = windowFor(tag.id);
+            const auto state = window ? window->state() : platform::WindowState();
+            return state.visible && state.onActiveSpace;
+        };
+        const auto seen = std::ranges::find_if(tags(), isSeen);
+        if (seen != tags().end()) active = &*seen;
+    }
+    const auto id = active ? std::optional(active->id) : std::nullopt;
+    if (id == activeTagID_) return;
+    activeTagID_ = id;
+    changed_.notify();
 }
 
 }  // namespace orvellos

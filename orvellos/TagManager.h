@@ -3,20 +3,30 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
+#include <span>
+#include <string>
 #include <vector>
 
 #include "orvellos/ClickThroughController.h"
+#include "orvellos/MCActivityGate.h"
+#include "orvellos/MenuSpaceRow.h"
+#include "orvellos/MissionControlKeyObserver.h"
+#include "orvellos/MissionControlObserver.h"
 #include "orvellos/PositionController.h"
+#include "orvellos/RevealController.h"
 #include "orvellos/SpaceBindingController.h"
 #include "orvellos/TagStore.h"
 #include "orvellos/TagVisibility.h"
 #include "orvellos/TagWindow.h"
+#include "platform/ApplicationLauncher.h"
+#include "platform/SessionMonitor.h"
 #include "platform/Spaces.h"
 
 namespace orvellos {
 
-// Owns the tags and their windows and answers every event with the same step, `reconcile`, which decides what
-// of each tag is seen. Main thread only.
+// Owns the tags, their windows and the controllers that act on them. Answers every event with the same step,
+// `reconcile`, which decides what of each tag is seen. Main thread only.
 class TagManager {
   public:
     struct Services {
@@ -25,9 +35,13 @@ class TagManager {
         platform::SpaceNotifications& spaceNotifications;
         platform::Screens& screens;
         const platform::Pointer& pointer;
+        const platform::OnScreenWindows& onScreenWindows;
+        platform::KeyMonitor& keys;
+        platform::SessionMonitor& session;
+        platform::ApplicationLauncher& launcher;
     };
 
-    // Loads the tags from the store. The store and the services outlive the manager.
+    // The store and the services outlive the manager.
     TagManager(const Services& services, TagStore& store);
     ~TagManager();
     TagManager(const TagManager&) = delete;
@@ -35,44 +49,130 @@ class TagManager {
 
     // Makes and shows the tag windows and begins to follow events.
     void start();
-    // Ends the following of events; the windows stay.
+    // Ends the following of events and all that is pending; the windows stay.
     void stop();
     void reconcile();
 
     [[nodiscard]] const std::vector<Tag>& tags() const { return store_.tags; }
+    // The tag of the current Space.
+    [[nodiscard]] const std::optional<TagID>& activeTagID() const { return activeTagID_; }
+    // Called when the tags, the active tag or the set of orphans changed.
+    platform::Subscription subscribe(std::function<void()> callback) {
+        return changed_.subscribe(std::move(callback));
+    }
+    // Null for a tag without a window.
     [[nodiscard]] TagWindow* windowFor(const TagID& id) const;
+    [[nodiscard]] MissionControlObserver& missionControl() { return missionControl_; }
+    [[nodiscard]] PositionController& position() { return position_; }
+    [[nodiscard]] SpaceBindingController& binding() { return binding_; }
+
     // Called when a tag window is clicked.
     std::function<void()> onTagClicked;
+    // Shows a message with an action to take back what it tells of.
+    std::function<void(const std::string& message, std::function<void()> undo)> showUndoToast;
 
-    // Places the tag's backup window for the current Mission Control style, beginning at the main window's
-    // frame.
-    void syncMCBackupFrame(const Tag& tag);
+    // Makes and shows a tag, on the current Space unless one is given.
+    Tag createTag(const std::string& label, const std::string& colorHex,
+                  std::optional<std::string> spaceUUID = std::nullopt);
+    // Binds the tag to that Space, else to the current one, and points it out.
+    void assignTagToSpace(const TagID& id, std::optional<std::string> spaceUUID = std::nullopt);
+    void updateTag(const TagID& id, const std::string& label, const std::string& colorHex);
+    // Can be undone for a while.
+    void deleteTag(const TagID& id);
+    // Puts a deleted tag back; nothing when a tag has its id.
+    void restoreTag(const Tag& tag);
+
+    // One row for each of the Spaces.
+    [[nodiscard]] std::vector<MenuSpaceRow> menuRows(
+        const std::function<std::vector<std::string>()>& orderedSpaceUUIDs) const;
+    // The tag of the current Space on the pointer's display.
+    [[nodiscard]] std::optional<TagID> tagIDForCurrentSpace() const;
+    // By the place of their Space in the list, then those without one.
+    [[nodiscard]] std::vector<Tag> tagsSortedBySpaceOrder(std::span<const std::string> spaceUUIDs) const;
+
+    // Places the tag's backup window for the current Mission Control style, for a main window at `base`.
+    void syncMCBackupFrame(const Tag& tag, const std::optional<platform::Rect>& base = std::nullopt);
     void refreshAllWindowShapes();
 
+    // Shows the tags as Mission Control will, because `source` says that it is about to open.
+    void preTrigger(const std::string& source);
+    // Enlarges the tags and then opens Mission Control.
+    void openMCBig();
+    // Shows hidden tags from the first until a moment after the second.
+    void peekBegin();
+    void peekEnd();
+    // Watches the keyboard anew, for a permission that may have been given.
+    void reloadKeystrokeObserver();
+
   private:
+    // Making and placing windows.
     void makeWindow(const Tag& tag);
     void hideFromTheStart();
     void bringInPlacedWindows();
+    void showNewWindow(const Tag& tag);
+    void pinToSpace(const TagWindow& window, const std::string& spaceUUID) const;
     void sendHome(const Tag& tag);
-    void applyTagSize();
     void syncAllMCBackups();
+    [[nodiscard]] platform::Rect backupFrame(const Tag& tag, const platform::Rect& base) const;
+    [[nodiscard]] std::vector<TagWindow*> mainWindows() const;
+
+    // The tags.
+    [[nodiscard]] const Tag* find(const TagID& id) const;
+    [[nodiscard]] const Tag* firstTagOf(const std::optional<std::string>& spaceUUID) const;
+    [[nodiscard]] std::optional<std::string> spaceForNewTag() const;
+    void tagsChanged();
+    void updateActiveTag();
+
+    // The visibility decision.
+    [[nodiscard]] VisibilityInputs visibilityInputs() const;
+    void reconcileTag(const Tag& tag, const VisibilityInputs& inputs);
+    void hideOrphan(const Tag& tag);
+    void showWindow(const Tag& tag, TagWindow& window, bool transientReveal) const;
+
+    // Following events.
+    void observe();
+    void observeSettings();
+    template <typename Value, typename Handler>
+    void receive(Value& value, Handler handler);
+    void startKeystrokeObserver();
     void onActiveSpaceChanged();
     void onScreenParametersChanged();
-    void observe();
-    [[nodiscard]] VisibilityInputs visibilityInputs() const;
-    void reconcileTag(const Tag& tag, TagVisibility decision);
-    [[nodiscard]] std::vector<TagWindow*> mainWindows() const;
-    [[nodiscard]] platform::Rect backupFrame(const Tag& tag, const platform::Rect& base) const;
+    void onSpaceSwitchKeystroke();
+    void onMissionControl(bool active);
+    void onSwipeTransition(bool inProgress);
+    void onSessionEvent(platform::SessionEvent event);
+    void pausePolling();
+    void resumePolling();
+    [[nodiscard]] bool isSessionOnConsole() const;
+    [[nodiscard]] bool mayRevealOnSwitch() const;
+    [[nodiscard]] bool missionControlRecentlyActive();
+    void launchBigMissionControl();
+    void applySizeAndReconcile();
+
+    [[nodiscard]] BindingCallbacks bindingCallbacks();
+    [[nodiscard]] PositionCallbacks positionCallbacks();
+    [[nodiscard]] RevealCallbacks revealCallbacks();
 
     Services services_;
     TagStore& store_;
     Settings& settings_;
+    platform::RunLoop& runLoop_;
+    std::optional<TagID> activeTagID_;
+    Observers<> changed_;
     std::map<TagID, std::unique_ptr<TagWindow>> windows_;
+    MCActivityGate mcGate_;
     SpaceBindingController binding_;
+    RevealController reveal_;
     PositionController position_;
+    MissionControlObserver missionControl_;
+    MissionControlKeyObserver missionControlKey_;
     ClickThroughController clickThrough_;
     platform::Timer spaceChangeDebounce_;
+    platform::Timer preTriggerRevert_;
+    platform::Timer openMCBigStep_;
     std::vector<platform::Subscription> subscriptions_;
+    std::shared_ptr<bool>
+        following_;  // there while events are followed, for deliveries that are on their way
 };
 
 }  // namespace orvellos

@@ -12,14 +12,22 @@ enum class TagVisibility { Show, Hide };
 struct VisibilityInputs {
     TagVisibilityMode mode = TagVisibilityMode::AlwaysVisible;
     bool killSwitch = false;  // hidden for screen sharing, whatever else holds
-    bool embiggen = false;
+    bool transientReveal = false;
     bool editing = false;
+    bool missionControl = false;
+    bool embiggen = false;
 };
 
 [[nodiscard]] constexpr TagVisibility decideVisibility(const VisibilityInputs& inputs) {
     if (inputs.killSwitch) return TagVisibility::Hide;
-    if (inputs.embiggen || inputs.editing) return TagVisibility::Show;
-    return inputs.mode == TagVisibilityMode::HiddenDuringWork ? TagVisibility::Hide : TagVisibility::Show;
+    if (inputs.embiggen || inputs.editing || inputs.transientReveal) return TagVisibility::Show;
+    const bool hidden = inputs.mode == TagVisibilityMode::HiddenDuringWork && !inputs.missionControl;
+    return hidden ? TagVisibility::Hide : TagVisibility::Show;
+}
+
+// Whether tags that are shown are seen through their Mission Control backups.
+[[nodiscard]] constexpr bool showsBackups(const VisibilityInputs& inputs) {
+    return inputs.missionControl || inputs.embiggen;
 }
 
 [[nodiscard]] constexpr std::string_view caseName(TagVisibility visibility) {

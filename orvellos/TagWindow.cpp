@@ -166,6 +166,7 @@ void TagWindow::fade(bool visible) {
     setIgnoresMouseEvents(!visible);
     const double from = alpha_;
     const double to = visible ? 1 : 0;
+    if (std::exchange(fadeTarget_, to) == to && alphaAnimation_.isRunning()) return;
     alphaAnimation_.start(kFadeDuration, [this, from, to, curve = visible ? kEaseOut : kEaseIn](double time) {
         alpha_ = from + (to - from) * curve.progress(time);
         surface_->setAlpha(alpha_);
@@ -203,7 +204,8 @@ void TagWindow::applyFrameAndSize(TagSize size, const std::string& label, const 
     const bool relabelled = std::exchange(appearance_.label, label) != label;
     if (animate && !frame_.isEmpty() && !frame.isEmpty()) {
         if (relabelled) layOut();
-        return animateFrame(frame, cubicEaseInOut);
+        if (frame != targetFrame()) animateFrame(frame, cubicEaseInOut);
+        return;
     }
     frameAnimation_.stop();
     if (debugEchoEnabled())

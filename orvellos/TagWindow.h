@@ -81,6 +81,7 @@ class TagWindow final : public platform::TagWindowDelegate {
     void orderFrontRegardless();
     void orderOut();
 
+    // Lets a fade that is going there already go on.
     void fade(bool visible);
     void revealInstantly();
     // Points the tag out by a short swelling.
@@ -136,6 +137,7 @@ class TagWindow final : public platform::TagWindowDelegate {
     platform::Rect frame_;
     platform::Rect animationTarget_;
     double alpha_ = 1;
+    double fadeTarget_ = 1;  // of the last fade
     bool ignoresMouseEvents_ = false;
     std::unique_ptr<platform::TagSurface> surface_;
     std::unique_ptr<TagWindow> mcBackup_;

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <cstdlib>
+
 #include "orvellos/DebugLog.h"
 #include "platform/freedesktop/ProgramLocations.h"
 
@@ -10,6 +12,11 @@ namespace {
 // The main thread never waits longer for the display server than a frame lasts.
 constexpr auto kPatienceWhileRunning = std::chrono::milliseconds(16);
 constexpr auto kLongestWaitForSpaces = std::chrono::seconds(1);
+
+std::string_view displayName() {
+    const char* display = std::getenv("DISPLAY");
+    return display ? display : "";
+}
 
 }  // namespace
 
@@ -24,15 +31,20 @@ Desktop::Core::Core(Desktop& desktop)
                   desktop.spaces_,
                   desktop.spaceServer_,
                   desktop.screens_,
-                  desktop.screens_},
+                  desktop.screens_,
+                  desktop.overview_.windows(),
+                  desktop.keyMonitor_,
+                  desktop.session_,
+                  desktop.overview_.launcher()},
                  store) {}
 
 Desktop::Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
-                 platform::freedesktop::SystemdLibrary& systemd, double scale)
+                 platform::freedesktop::SystemdLibrary& systemd, double scale, std::function<void()> quit)
     : runLoop_(runLoop),
       bus_(systemd, runLoop, runLoop),
       kwinDesktops_(bus_),
       loginItem_(files_, folders_.configHome(), platform::freedesktop::ProgramLocations().command()),
+      instanceLock_(displayName()),
       atoms_(platform::x11::Atoms::intern(connection)),
       events_(connection, runLoop, runLoop),
       screens_(connection, events_, runLoop, scale),
@@ -43,9 +55,21 @@ Desktop::Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
       switching_(
           connection, atoms_, [this] { return spaceServer_.canSwitch(); },
           [this] { return spaceServer_.lastTime(); }),
+      rawInput_(connection, events_),
+      keyboard_(connection, events_, runLoop),
+      keyMonitor_(rawInput_, keyboard_, runLoop),
+      overview_(bus_, runLoop, connection, atoms_, events_, screens_, keyMonitor_),
+      screenPower_(connection, events_),
+      systemBus_(systemd, runLoop, runLoop, [] { return platform::freedesktop::systemBusAddress(); }),
+      login_(systemBus_, platform::freedesktop::processEnvironment("XDG_SESSION_ID")),
+      session_(login_, {[this](auto action) { return screenPower_.onEvent(std::move(action)); }}),
       spaces_(spaceServer_, windowSystem_, switching_, screens_, screens_),
-      delegate_(spaces_, [this]() -> orvellos::TagManager& { return core_.emplace(*this).tagManager; }),
-      windowManagerChanged_(spaceServer_.onWindowManagerChanged([this] { windowSystem_.reassertStates(); })) {
+      delegate_({spaces_, runLoop, instanceLock_,
+                 [this]() -> orvellos::TagManager& { return core_.emplace(*this).tagManager; },
+                 std::move(quit)}),
+      windowManagerChanged_(spaceServer_.onWindowManagerChanged([this] { windowSystem_.reassertStates(); })),
+      desktopGridChanged_(overview_.kwin().followDesktopGrid(
+          [this](bool isOpen) { windowSystem_.setDesktopGridOpen(isOpen); })) {
     connection.setPatience(kPatienceWhileRunning);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 
 #include "orvellos/AppDelegate.h"
@@ -9,15 +10,23 @@
 #include "orvellos/TagManager.h"
 #include "orvellos/TagStore.h"
 #include "platform/freedesktop/AutostartLoginItem.h"
+#include "platform/freedesktop/InstanceLock.h"
 #include "platform/freedesktop/JsonDefaultsStore.h"
 #include "platform/freedesktop/KwinDesktops.h"
+#include "platform/freedesktop/LogindSession.h"
 #include "platform/freedesktop/PosixFileSystem.h"
 #include "platform/freedesktop/SessionBus.h"
+#include "platform/freedesktop/SessionEvents.h"
 #include "platform/freedesktop/XdgFolders.h"
 #include "platform/x11/EwmhSpaceSwitching.h"
+#include "platform/x11/RawInput.h"
+#include "platform/x11/X11KeyMonitor.h"
+#include "platform/x11/X11Keyboard.h"
+#include "platform/x11/X11ScreenPower.h"
 #include "platform/x11/X11Screens.h"
 #include "platform/x11/X11SpaceServer.h"
 #include "platform/x11/X11WindowSystem.h"
+#include "programs/orvellos/Overview.h"
 #include "ui/QtLayerPainter.h"
 #include "ui/QtRunLoop.h"
 #include "ui/QtText.h"
@@ -25,9 +34,10 @@
 // The composition root of the application on X11: every service once, each before those that use it.
 class Desktop {
   public:
-    // `scale` is the desktop's device pixels per point. What is passed outlives the desktop.
+    // `scale` is the desktop's device pixels per point; `quit` ends the main loop. What is passed outlives
+    // the desktop.
     Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
-            platform::freedesktop::SystemdLibrary& systemd, double scale);
+            platform::freedesktop::SystemdLibrary& systemd, double scale, std::function<void()> quit);
 
     // Starts the application as soon as the Spaces are known, which on KWin takes a question to it, or when
     // that takes too long.
@@ -59,6 +69,7 @@ class Desktop {
     platform::freedesktop::PosixFileSystem files_;
     platform::freedesktop::XdgFolders folders_;
     platform::freedesktop::AutostartLoginItem loginItem_;
+    platform::freedesktop::InstanceLock instanceLock_;
 
     platform::x11::Atoms atoms_;
     platform::x11::XEvents events_;
@@ -68,11 +79,20 @@ class Desktop {
     ui::QtTextMeasurer textMeasurer_;
     platform::x11::X11WindowSystem windowSystem_;
     platform::x11::EwmhSpaceSwitching switching_;
+    platform::x11::RawInput rawInput_;
+    platform::x11::X11Keyboard keyboard_;
+    platform::x11::X11KeyMonitor keyMonitor_;
+    Overview overview_;
+    platform::x11::X11ScreenPower screenPower_;
+    platform::freedesktop::SessionBus systemBus_;
+    platform::freedesktop::LogindSession login_;
+    platform::freedesktop::SessionEvents session_;
 
     orvellos::SpaceIdentifier spaces_;
     std::optional<Core> core_;
     orvellos::AppDelegate delegate_;
     platform::Subscription windowManagerChanged_;
+    platform::Subscription desktopGridChanged_;
     platform::Subscription spacesKnown_;
     platform::Timer launchDeadline_;
 };

@@ -65,7 +65,8 @@ int runApplication(int argc, char** argv, platform::x11::XConnection& connection
     platform::freedesktop::JournalSystemLog systemLog;
     orvellos::connectDebugLog(
         {&systemLog, writeStandardError, &runLoop, orvellos::asksForDebugEcho(std::getenv("ORVELLO_DEBUG"))});
-    Desktop desktop(connection, runLoop, systemd, application.devicePixelRatio());
+    Desktop desktop(connection, runLoop, systemd, application.devicePixelRatio(),
+                    [] { QCoreApplication::quit(); });
     const ui::TerminationSignals termination(runLoop, [] { QCoreApplication::quit(); });
     const auto broken = desktop.onServerGone([] {
         sayThatTheServerIsGone();

@@ -8,81 +8,15 @@
 #include <fstream>
 #include <nlohmann/json.hpp>
 
+#include "tests/desktop/TaggedDesktop.h"
 #include "tests/support/Picture.h"
 #include "tests/support/PlainWindow.h"
-#include "tests/support/PrivateDesktop.h"
 #include "tests/support/ProcessTable.h"
 #include "tests/support/TemporaryFolder.h"
 
 using namespace desktop_test;
 
 namespace {
-
-struct TagOnDesktop {
-    const char* label;
-    const char* colorHex;
-    Rgb color;
-};
-// The tags of the first three desktops; the fourth has none.
-constexpr TagOnDesktop kTags[] = {
-    {"Mail", "#3B82F6", 0x3B82F6}, {"Code", "#10B981", 0x10B981}, {"Music", "#EF4444", 0xEF4444}};
-constexpr int kEnoughPixels = 600;  // of a tag's own colour, which its highlight lightens at the top
-
-// A desktop whose Spaces are tagged, before the application is started.
-class TaggedDesktop : public PrivateDesktop {
-  public:
-    explicit TaggedDesktop(WindowManagerOptions windowManager, const nlohmann::json& defaults = {})
-        : PrivateDesktop({.windowManager = std::move(windowManager)}) {
-        const auto spaces = nlohmann::json::parse(run({program("orvello"), "dump"}).standardOutput);
-        auto tags = nlohmann::json::array();
-        for (std::size_t i = 0; i < std::size(kTags); ++i)
-            tags.push_back({{"id", "0000000" + std::to_string(i) + "-1111-4111-8111-111111111111"},
-                            {"label", kTags[i].label},
-                            {"colorHex", kTags[i].colorHex},
-                            {"spaceUUID", spaces.at(i).at("uuid")}});
-        write(dataFolder() / "orvello/tags.json", tags);
-        if (!defaults.is_null()) write(configFolder() / "orvello/defaults.json", defaults);
-    }
-
-    static void write(const std::filesystem::path& file, const nlohmann::json& content) {
-        std::filesystem::create_directories(file.parent_path());
-        std::ofstream(file) << content;
-    }
-
-    // The older (the tag) or the newer (its backup) of the windows with that label; 0 while there are not
-    // both.
-    xcb_window_t window(const std::string& label, bool backup = false) {
-        std::vector<xcb_window_t> found;
-        for (const auto each : x().allWindows())
-            if (x().text(each, "_NET_WM_NAME") == label && x().cardinal(each, "_NET_WM_PID"))
-                found.push_back(each);
-        std::ranges::sort(found);
-        if (found.size() != 2) return 0;
-        return backup ? found.back() : found.front();
-    }
-
-    // Moves the pointer there and waits until the tag, and its frame, take the mouse.
-    bool pointAtTag(xcb_window_t tag, int pointerX, int pointerY) {
-        devices().movePointer(pointerX, pointerY);
-        return waitUntil([&] {
-            return !x().shape(tag, ShapeKind::Input).empty() &&
-                   !x().shape(x().frameOf(tag), ShapeKind::Input).empty();
-        });
-    }
-
-    // Whether the screen shows the tag of this desktop and of no other.
-    bool showsTagOf(std::size_t desktop) {
-        const auto picture = takePicture(x());
-        for (std::size_t i = 0; i < std::size(kTags); ++i) {
-            const int pixels = picture.count(kTags[i].color, 24);
-            if (i == desktop ? pixels < kEnoughPixels : pixels > 0) return false;
-        }
-        return true;
-    }
-    bool waitForTagOf(std::size_t desktop) {
-        return waitUntil([&] { return showsTagOf(desktop); });
-    }
-};
 
 struct Surroundings {
     const char* name;
@@ -307,27 +241,6 @@ TEST(TagWindowTest, GrowsWithTheScaleFactor) {
     EXPECT_EQ(place.height, 2 * (64 + 40));
     EXPECT_EQ(place.x + place.width / 2, 1280 - 2 * 224);
     EXPECT_EQ(place.y + place.height / 2, 2 * 56);
-}
-
-TEST(TagWindowTest, FillsTheScreenOrItsTopInTheOverviewsStyles) {
-    struct Case {
-        const char* style;
-        int least;  // pixels of the tag's colour, of 1280 × 800
-        int most;
-    };
-    for (const Case& c : {Case{"fullscreen", 800 * 1000, 1280 * 800},
-                          {"headerBar", 160 * 1000, 160 * 1280},
-                          {"pill", 20000, 150 * 1000}}) {
-        SCOPED_TRACE(c.style);
-        TaggedDesktop desktop({.kind = WindowManager::Openbox},
-                              {{"embiggenAllTags", true}, {"missionControlStyle", c.style}});
-        auto application = desktop.start({desktop.program("orvello")});
-        EXPECT_TRUE(waitUntil([&] {
-            const int pixels = takePicture(desktop.x()).count(kTags[0].color, 40);
-            return pixels >= c.least && pixels <= c.most;
-        }));
-        EXPECT_TRUE(desktop.x().shape(desktop.window("Mail"), ShapeKind::Bounding).empty());
-    }
 }
 
 TEST(ApplicationTest, EndsWhenItIsAskedTo) {

@@ -53,7 +53,9 @@ class ApplicationTest : public testing::Test {
                 desktop_.textMeasurer, settings_,        editing_};
     }
     TagManager::Services managerServices() {
-        return {windowServices(), identifier_, desktop_.spaces, desktop_.screens, desktop_.screens};
+        return {windowServices(),  identifier_,      desktop_.spaces,
+                desktop_.screens,  desktop_.screens, desktop_.overview,
+                desktop_.keyboard, desktop_.session, desktop_.applications};
     }
 
     desktop_test::TimeZone zone_{"TEST-5:30"};  // that much ahead of UTC

@@ -29,6 +29,9 @@ void PlainWindow::announce(const PlainWindowOptions& options) {
     setText(client_.atom("_NET_WM_NAME"), client_.atom("UTF8_STRING"), options.title);
     setText(XCB_ATOM_WM_NAME, XCB_ATOM_STRING, options.title);
     setText(XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, std::string("plain\0Plain\0", 12));
+    const xcb_atom_t type = client_.atom(options.type);
+    xcb_change_property(client_.connection(), XCB_PROP_MODE_REPLACE, window_,
+                        client_.atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM, 32, 1, &type);
     const std::array pid{static_cast<std::uint32_t>(::getpid())};
     client_.setCardinals(window_, "_NET_WM_PID", pid);
     if (options.desktop) {

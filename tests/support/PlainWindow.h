@@ -16,6 +16,7 @@ struct PlainWindowOptions {
     Rgb color = 0x336699;
     // Where it stays, without asking for the focus; without it, on the current desktop.
     std::optional<std::uint32_t> desktop = std::nullopt;
+    std::string type = "_NET_WM_WINDOW_TYPE_NORMAL";
 };
 
 // A mouse button pressed on a window; root coordinates.

@@ -1,14 +1,8 @@
 #include "orvellos/TagManager.h"
 
-#include <gtest/gtest.h>
+#include <fmt/format.h>
 
-#include "platform/simulated/SimulatedDefaultsStore.h"
-#include "platform/simulated/SimulatedFileSystem.h"
-#include "platform/simulated/SimulatedLoginItem.h"
-#include "platform/simulated/SimulatedRunLoop.h"
-#include "platform/simulated/SimulatedScreens.h"
-#include "platform/simulated/SimulatedSpaces.h"
-#include "platform/simulated/SimulatedWindowSystem.h"
+#include "tests/support/ManagerTest.h"
 
 namespace orvellos {
 namespace {
@@ -16,79 +10,68 @@ namespace {
 using platform::ManagedSpaceId;
 using platform::Rect;
 using platform::seconds;
-using platform::simulated::SimulatedWindow;
+using platform::SessionEvent;
+namespace key = platform::key;
 
-// A desktop of three Spaces, the first and the third of them tagged.
-class TagManagerTest : public testing::Test {
+class TagManagerTest : public ManagerTest {
   protected:
-    TagManagerTest() {
-        screens_.addScreen({0, 0, 1440, 900});
-        spaces_.addDisplay("Main", {"A", "B", "C"});
-        system_.isOnActiveSpace = [this](platform::WindowNumber window) {
-            const auto on = spaces_.copySpacesForWindow(window);
-            return on.empty() || on.front() == identifier_.currentManagedSpaceID();
-        };
-        system_.windowClosed = [this](platform::WindowNumber window) { spaces_.forgetWindow(window); };
-        store_.tags = {{TagID::random(), "Mail", "#3B82F6", {}, "A"},
-                       {TagID::random(), "Code", "#10B981", {}, "C"}};
+    // The lines of the timeline from the one that starts so on, without the lines about each tag.
+    static Texts messagesFrom(std::string_view start) {
+        auto lines = messages();
+        lines.erase(lines.begin(),
+                    std::ranges::find_if(lines, [&](const auto& line) { return line.starts_with(start); }));
+        std::erase_if(lines, [](const auto& line) {
+            return line.starts_with("  ") || line.starts_with("homeTarget") ||
+                   line.starts_with("preferred") || line.starts_with("applySize");
+        });
+        return lines;
     }
-
-    void start() {
-        manager_.start();
-        loop_.advance(seconds(0.5));
+    void setMissionControl(bool open) {
+        desktop_.overview.setOpen(open);
+        wait(0.4);
     }
-    TagWindow& window(std::size_t tag) { return *manager_.windowFor(store_.tags.at(tag).id); }
-    SimulatedWindow& seen(std::size_t tag) { return system_.windows.at(window(tag).windowNumber()); }
-    SimulatedWindow& seenBackup(std::size_t tag) {
-        return system_.windows.at(window(tag).mcBackup()->windowNumber());
+    // Alphas of the first tag's window and its backup.
+    std::pair<double, double> alphas() { return {seen(0).alpha, seen(backup(0)).alpha}; }
+    bool isSeen() { return alphas() == std::pair(1.0, 0.0); }
+    bool isSeenBig() { return alphas() == std::pair(0.0, 1.0); }
+    bool isHidden() { return alphas() == std::pair(0.0, 0.0); }
+    void hideDuringWork() {
+        settings_.visibilityMode.set(TagVisibilityMode::HiddenDuringWork);
+        start();
     }
-    std::vector<ManagedSpaceId> spacesOf(const TagWindow& window) {
-        return spaces_.copySpacesForWindow(window.windowNumber());
-    }
-
-    platform::simulated::SimulatedRunLoop loop_;
-    platform::simulated::SimulatedScreens screens_{loop_};
-    platform::simulated::SimulatedSpaces spaces_{loop_};
-    platform::simulated::SimulatedWindowSystem system_;
-    platform::simulated::SimulatedTextMeasurer measurer_;
-    platform::simulated::SimulatedDefaultsStore defaults_;
-    platform::simulated::SimulatedLoginItem loginItem_;
-    platform::simulated::SimulatedFileSystem files_;
-    Settings settings_{defaults_, loginItem_, std::nullopt};
-    EditingContext editing_;
-    SpaceIdentifier identifier_{spaces_, spaces_, spaces_, screens_, screens_};
-    TagStore store_{files_, loop_, "/data"};
-    TagManager manager_{{{system_, loop_, screens_, measurer_, settings_, editing_},
-                         identifier_,
-                         spaces_,
-                         screens_,
-                         screens_},
-                        store_};
 };
 
 TEST_F(TagManagerTest, PinsEveryWindowAndItsBackupToTheTagsSpace) {
     start();
     const ManagedSpaceId expected[] = {{1}, {3}};
-    for (std::size_t tag = 0; tag < 2; ++tag) {
-        EXPECT_EQ(spacesOf(window(tag)), std::vector{expected[tag]});
-        EXPECT_EQ(spacesOf(*window(tag).mcBackup()), std::vector{expected[tag]});
-        EXPECT_TRUE(seen(tag).orderedIn);
-        EXPECT_EQ(seen(tag).alpha, 1);
-        EXPECT_EQ(seenBackup(tag).alpha, 0);
+    for (std::size_t i = 0; i < 2; ++i) {
+        EXPECT_EQ(spacesOf(window(i)), std::vector{expected[i]});
+        EXPECT_EQ(spacesOf(backup(i)), std::vector{expected[i]});
+        EXPECT_TRUE(seen(i).orderedIn);
+        EXPECT_EQ(seen(i).alpha, 1);
+        EXPECT_EQ(seen(backup(i)).alpha, 0);
     }
     EXPECT_EQ(seen(0).frame, seen(1).frame) << "both are at the shared position";
+    EXPECT_EQ(manager_.activeTagID(), tag(0).id);
 }
 
-TEST_F(TagManagerTest, PutsAWindowBackThatHasDrifted) {
+TEST_F(TagManagerTest, FollowsABurstOfSpaceChangesOnce) {
     start();
-    spaces_.putWindow(window(0).windowNumber(), {{2}});
-    spaces_.setCurrentSpace("C");
-    loop_.advance(seconds(0.079));
-    EXPECT_EQ(spacesOf(window(0)), std::vector{ManagedSpaceId{2}}) << "a burst of changes is waited for";
-    loop_.advance(seconds(0.01));
-    EXPECT_NE(
-        std::ranges::find(spaces_.calls(), "add " + std::to_string(window(0).windowNumber().value) + " to 1"),
-        spaces_.calls().end());
+    desktop_.spaces.putWindow(window(0).windowNumber(), {{2}});
+    desktop_.spaces.setCurrentSpace("C");
+    wait(0.05);
+    desktop_.spaces.notifyActiveSpaceChanged();
+    connectLog(false);
+    wait(0.079);
+    EXPECT_EQ(spacesOf(window(0)), std::vector{ManagedSpaceId{2}});
+    wait(0.01);
+    EXPECT_EQ(spacesOf(window(0)).back(), ManagedSpaceId{1});
+    EXPECT_EQ(std::ranges::count_if(messages(), [](const auto& line) { return line.starts_with("drift["); }),
+              1);
+    EXPECT_EQ(manager_.activeTagID(), tag(1).id);
+    for (int i = 0; i < 1000; ++i) desktop_.spaces.notifyActiveSpaceChanged();
+    wait(1);
+    EXPECT_TRUE(isSeen());
 }
 
 TEST_F(TagManagerTest, KeepsATagOutOfSightWhoseSpaceIsGoneAndBringsItBack) {
@@ -96,22 +79,28 @@ TEST_F(TagManagerTest, KeepsATagOutOfSightWhoseSpaceIsGoneAndBringsItBack) {
     start();
     EXPECT_FALSE(seen(1).orderedIn);
     EXPECT_TRUE(seen(0).orderedIn);
-    spaces_.addSpace("gone");
-    spaces_.notifyActiveSpaceChanged();
-    loop_.advance(seconds(0.5));
+    desktop_.spaces.addSpace("gone");
+    desktop_.spaces.notifyActiveSpaceChanged();
+    settle();
     EXPECT_TRUE(seen(1).orderedIn);
     EXPECT_EQ(seen(1).alpha, 1);
     EXPECT_EQ(spacesOf(window(1)), std::vector{ManagedSpaceId{4}});
+    desktop_.spaces.removeSpace("gone");
+    settings_.killSwitchActive.set(true);
+    desktop_.spaces.notifyActiveSpaceChanged();
+    settle();
+    EXPECT_EQ(seen(1).alpha, 0);
+    EXPECT_EQ(tag(1).spaceUUID, "gone") << "the binding is kept";
 }
 
 TEST_F(TagManagerTest, ShowsNothingOnAWrongSpaceWhileTheLayoutIsUnknown) {
-    spaces_.setAnswering(false);
+    desktop_.spaces.setAnswering(false);
     start();
     EXPECT_FALSE(seen(0).orderedIn);
     EXPECT_FALSE(seen(1).orderedIn);
-    spaces_.setAnswering(true);
-    spaces_.notifyActiveSpaceChanged();
-    loop_.advance(seconds(0.5));
+    desktop_.spaces.setAnswering(true);
+    desktop_.spaces.notifyActiveSpaceChanged();
+    settle();
     EXPECT_TRUE(seen(0).orderedIn);
     EXPECT_EQ(spacesOf(window(0)), std::vector{ManagedSpaceId{1}});
 }
@@ -120,30 +109,37 @@ TEST_F(TagManagerTest, DecidesWhatIsSeen) {
     start();
     struct Case {
         const char* name;
-        bool kill, embiggen, editing;
+        bool kill, embiggen, editing, peek, missionControl;
         TagVisibilityMode mode;
         double main, backup;
     };
     using enum TagVisibilityMode;
     const Case cases[] = {
-        {"always visible", false, false, false, AlwaysVisible, 1, 0},
-        {"hidden during work", false, false, false, HiddenDuringWork, 0, 0},
-        {"editing shows hidden tags", false, false, true, HiddenDuringWork, 1, 0},
-        {"embiggened through the backups", false, true, false, HiddenDuringWork, 0, 1},
-        {"the kill switch hides even embiggened tags", true, true, true, AlwaysVisible, 0, 0},
-        {"and back", false, false, false, AlwaysVisible, 1, 0},
+        {"always visible", false, false, false, false, false, AlwaysVisible, 1, 0},
+        {"hidden during work", false, false, false, false, false, HiddenDuringWork, 0, 0},
+        {"but for Mission Control", false, false, false, false, true, HiddenDuringWork, 0, 1},
+        {"and a peek", false, false, false, true, false, HiddenDuringWork, 1, 0},
+        {"and editing", false, false, true, false, false, HiddenDuringWork, 1, 0},
+        {"embiggened through the backups", false, true, false, false, false, HiddenDuringWork, 0, 1},
+        {"the kill switch hides whatever else holds", true, true, true, true, true, AlwaysVisible, 0, 0},
+        {"and back", false, false, false, false, false, AlwaysVisible, 1, 0},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
+        setMissionControl(c.missionControl);
         settings_.killSwitchActive.set(c.kill);
         settings_.embiggenAllTags.set(c.embiggen);
         c.editing ? editing_.begin("settings") : editing_.end("settings");
         settings_.visibilityMode.set(c.mode);
-        loop_.advance(seconds(0.5));
-        for (std::size_t tag = 0; tag < 2; ++tag) {
-            EXPECT_EQ(seen(tag).alpha, c.main);
-            EXPECT_EQ(seenBackup(tag).alpha, c.backup);
+        if (c.peek) manager_.peekBegin();
+        wait(2);
+        for (std::size_t i = 0; i < 2; ++i) {
+            EXPECT_EQ(seen(i).alpha, c.main);
+            EXPECT_EQ(seen(backup(i)).alpha, c.backup);
+            EXPECT_EQ(window(i).ignoresMouseEvents() && c.main == 0, c.main == 0);
         }
+        manager_.peekEnd();
+        wait(2);
     }
 }
 
@@ -151,9 +147,9 @@ TEST_F(TagManagerTest, HidesFromTheFirstMomentWhatIsHiddenAtTheStart) {
     settings_.killSwitchActive.set(true);
     store_.tags[1].spaceUUID = "gone";
     manager_.start();
-    for (std::size_t tag = 0; tag < 2; ++tag) {
-        EXPECT_EQ(seen(tag).alpha, 0);
-        EXPECT_TRUE(seen(tag).ignoresMouseEvents);
+    for (std::size_t i = 0; i < 2; ++i) {
+        EXPECT_EQ(seen(i).alpha, 0);
+        EXPECT_TRUE(seen(i).ignoresMouseEvents);
     }
     EXPECT_TRUE(seen(0).orderedIn);
     EXPECT_FALSE(seen(1).orderedIn);
@@ -163,60 +159,353 @@ TEST_F(TagManagerTest, FollowsTheLastOfSeveralDecisionsOfOneMoment) {
     start();
     settings_.killSwitchActive.set(true);
     settings_.killSwitchActive.set(false);
-    loop_.advance(seconds(0.5));
+    settle();
     EXPECT_EQ(seen(0).alpha, 1);
     settings_.killSwitchActive.set(true);
-    loop_.advance(seconds(0.5));
+    settle();
     settings_.killSwitchActive.set(false);
+    wait(0.001);
     settings_.killSwitchActive.set(true);
-    loop_.advance(seconds(0.5));
+    settle();
     EXPECT_EQ(seen(0).alpha, 0);
     EXPECT_TRUE(seen(0).ignoresMouseEvents);
 
-    const auto screens = screens_.screens();
+    const auto screens = desktop_.screens.screens();
     const Rect home = seen(0).frame;
-    screens_.setScreens({{platform::DisplayId{1}, {0, 0, 800, 600}, {0, 0, 800, 600}, 1}});
-    screens_.setScreens(screens);
-    loop_.advance(seconds(0.5));
+    desktop_.screens.setScreens({{platform::DisplayId{1}, {0, 0, 800, 600}, {0, 0, 800, 600}, 1}});
+    desktop_.screens.setScreens(screens);
+    settle();
     EXPECT_EQ(seen(0).frame, home);
+}
+
+TEST_F(TagManagerTest, GlancesAfterASpaceSwitchInHiddenModeOnly) {
+    hideDuringWork();
+    EXPECT_TRUE(isHidden());
+    struct Row {
+        const char* name;
+        bool reveal, kill, missionControl;
+        std::pair<double, double> seen;
+    };
+    const Row rows[] = {{"a glance", true, false, false, {1, 0}},
+                        {"which is switched off", false, false, false, {0, 0}},
+                        {"not while sharing", true, true, false, {0, 0}},
+                        {"nor in Mission Control", true, false, true, {0, 1}}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        settings_.showRevealOnSwipe.set(row.reveal);
+        settings_.killSwitchActive.set(row.kill);
+        setMissionControl(row.missionControl);
+        desktop_.spaces.notifyActiveSpaceChanged();
+        wait(0);
+        EXPECT_EQ(alphas(), row.seen) << "at once";
+        wait(0.249);
+        EXPECT_EQ(alphas(), row.seen);
+        wait(0.3);
+        EXPECT_EQ(alphas(), row.missionControl ? row.seen : std::pair(0.0, 0.0));
+    }
+    setMissionControl(false);
+    settle();
+    for (const auto& [code, flags, seen] : {std::tuple(key::kRightArrow, platform::modifier::kControl, true),
+                                            {key::kRightArrow, std::uint64_t{0}, false}}) {
+        desktop_.keyboard.press(code, flags);
+        wait(0.1);
+        EXPECT_EQ(isSeen(), seen) << "before the switch itself";
+        wait(0.6);
+    }
+}
+
+TEST_F(TagManagerTest, NamesHowARevealFindsATag) {
+    hideDuringWork();
+    const auto reveal = [&] {
+        connectLog(false);
+        desktop_.spaces.notifyActiveSpaceChanged();
+        wait(0);
+        const auto lines = messages();
+        return *std::ranges::find_if(lines, [](const auto& line) { return line.starts_with("reveal '"); });
+    };
+    const auto name = redactedLabel("Mail");
+    EXPECT_EQ(reveal(), "reveal '" + name + "': instant fresh onSpace=Y occ=hidden");
+    EXPECT_EQ(reveal(), "reveal '" + name + "': instant reforce@1 onSpace=Y occ=vis");
+    wait(0.25 + 0.125 + 0.001);
+    const auto half = fmt::format("{:.2f}", window(0).alphaValue());
+    EXPECT_EQ(reveal(), "reveal '" + name + "': instant cancel-fade@" + half + " onSpace=Y occ=vis");
+    EXPECT_TRUE(isSeen());
+}
+
+TEST_F(TagManagerTest, ShowsTagsThroughoutASwipe) {
+    hideDuringWork();
+    const std::vector many(21, desktop_.overview.dockWindow(20, 30, 30));
+    desktop_.overview.windows = many;
+    wait(3);
+    EXPECT_TRUE(isSeen());
+    desktop_.overview.windows->clear();
+    wait(0.2);
+    EXPECT_TRUE(isSeen());
+    wait(0.5);
+    EXPECT_TRUE(isHidden());
+}
+
+TEST_F(TagManagerTest, ShowsBigTagsInMissionControlAndEndsEmbiggeningWithIt) {
+    hideDuringWork();
+    setMissionControl(true);
+    EXPECT_TRUE(isSeenBig());
+    settings_.embiggenAllTags.set(true);
+    setMissionControl(false);
+    EXPECT_FALSE(settings_.embiggenAllTags.get());
+    settle();
+    EXPECT_TRUE(isHidden());
+    EXPECT_TRUE(hasLogged("SINK: observer.isActive → true"));
+}
+
+TEST_F(TagManagerTest, PreparesForMissionControlWhenItsKeyIsPressed) {
+    hideDuringWork();
+    desktop_.keyboard.press(key::kMissionControl);
+    wait(0.001);
+    EXPECT_TRUE(isSeenBig());
+    manager_.preTrigger("test");
+    wait(0.148);
+    EXPECT_TRUE(isSeenBig());
+    wait(0.3);
+    EXPECT_TRUE(isHidden()) << "it never opened";
+    const auto lines = messagesFrom("PRE-TRIGGER");
+    EXPECT_EQ(
+        Texts(lines.begin(), lines.begin() + 6),
+        (Texts{"PRE-TRIGGER[keystroke]: setting MC=true + applyEffectiveSize",
+               "applyEffectiveSize: mcActive=true embiggen=false transient=false", "applyEffectiveSize: done",
+               "reconcile: mode=hiddenDuringWork kill=false transientReveal=false editing=false "
+               "mcActive=true embiggen=false orphaned=0",
+               "PRE-TRIGGER[keystroke]: done", "PRE-TRIGGER[test]: skip (MC already active)"}));
+    EXPECT_EQ(lines.at(6), "SAFETY-REVERT[keystroke]: MC never opened in 150ms");
+
+    desktop_.keyboard.press(key::kMissionControl);
+    wait(0.1);
+    setMissionControl(true);
+    EXPECT_TRUE(isSeenBig()) << "it opened in time";
+    setMissionControl(false);
+    desktop_.spaces.notifyActiveSpaceChanged();
+    wait(0.9);
+    desktop_.keyboard.press(key::kMissionControl);
+    wait(0.05);
+    EXPECT_TRUE(isHidden()) << "a Space switch looks like it";
+}
+
+TEST_F(TagManagerTest, OpensMissionControlWithBigTags) {
+    hideDuringWork();
+    for (const bool opens : {true, false}) {
+        desktop_.applications.urls["com.apple.exposelauncher"] = "launcher";
+        desktop_.applications.opened.clear();
+        manager_.openMCBig();
+        EXPECT_TRUE(isSeenBig());
+        wait(0.039);
+        EXPECT_TRUE(desktop_.applications.opened.empty()) << "the tags come first";
+        wait(0.002);
+        EXPECT_EQ(desktop_.applications.opened, Texts{"launcher"});
+        if (opens) setMissionControl(true);
+        wait(opens ? 5 : 1.9);
+        EXPECT_TRUE(isSeenBig());
+        setMissionControl(false);
+        wait(1);
+        EXPECT_TRUE(isHidden());
+        EXPECT_FALSE(settings_.embiggenAllTags.get());
+    }
+    EXPECT_TRUE(hasLogged("openMCBig: SAFETY-REVERT (MC never opened)"));
+    desktop_.applications.openError = "broken";
+    manager_.openMCBig();
+    wait(1);
+    EXPECT_TRUE(hasLogged("launchMissionControl: open failed: broken"));
+    desktop_.applications.urls.clear();
+    manager_.openMCBig();
+    wait(1);
+    EXPECT_TRUE(hasLogged("launchMissionControl: no URL for com.apple.exposelauncher"));
+}
+
+TEST_F(TagManagerTest, ThePeekKeyOnlyLogsWhileSharing) {
+    hideDuringWork();
+    settings_.killSwitchActive.set(true);
+    wait(0.1);
+    connectLog(false);
+    manager_.peekBegin();
+    manager_.peekEnd();
+    EXPECT_EQ(messages(), Texts{"peek: suppressed (kill switch active)"});
+}
+
+TEST_F(TagManagerTest, RestsWhileNobodyLooks) {
+    struct Row {
+        SessionEvent event;
+        bool onConsole;
+        std::string line;
+        bool polls;
+    };
+    const Row rows[] = {
+        {SessionEvent::SessionDidResignActive, false, "session resigned active → pausing MC poll", false},
+        {SessionEvent::ScreensDidWake, false, "", false},
+        {SessionEvent::SessionDidBecomeActive, true, "session became active → resuming MC poll", true},
+        {SessionEvent::ScreensDidSleep, true, "NSWorkspaceScreensDidSleepNotification → pausing polling",
+         false},
+        {SessionEvent::ScreensDidWake, true, "NSWorkspaceScreensDidWakeNotification → resuming polling",
+         true},
+        {SessionEvent::WillSleep, true, "NSWorkspaceWillSleepNotification → pausing polling", false},
+        {SessionEvent::DidWake, true, "NSWorkspaceDidWakeNotification → resuming polling", true}};
+    start();
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.line);
+        desktop_.session.onConsole = row.onConsole;
+        connectLog(false);
+        desktop_.session.send(row.event);
+        if (!row.line.empty()) {
+            EXPECT_EQ(messages().front(), row.line);
+        }
+        const int before = desktop_.overview.reads;
+        wait(1);
+        EXPECT_EQ(desktop_.overview.reads > before, row.polls);
+        EXPECT_EQ(desktop_.runLoop.pendingTimers(), row.polls ? 2U : 0U);
+    }
+}
+
+TEST_F(TagManagerTest, DoesNotPollFromTheStartAwayFromTheConsole) {
+    desktop_.session.onConsole = false;
+    start();
+    EXPECT_FALSE(manager_.missionControl().isPolling());
+    EXPECT_TRUE(hasLogged("session not on console at launch → MC poll paused"));
+}
+
+TEST_F(TagManagerTest, MakesATagOnTheCurrentSpace) {
+    start();
+    desktop_.spaces.setCurrentSpace("B");
+    const Tag tag = manager_.createTag("New", "#EF4444");
+    EXPECT_EQ(tag.spaceUUID, "B");
+    EXPECT_EQ(manager_.createTag("Other", "#EF4444", "C").spaceUUID, "C");
+    settle();
+    EXPECT_EQ(spacesOf(window(2)), std::vector{ManagedSpaceId{2}});
+    EXPECT_EQ(spacesOf(backup(2)), std::vector{ManagedSpaceId{2}});
+    EXPECT_TRUE(seen(2).orderedIn && seen(backup(2)).orderedIn);
+    EXPECT_EQ(manager_.activeTagID(), tag.id);
+    EXPECT_EQ(manager_.tagIDForCurrentSpace(), tag.id);
+    EXPECT_EQ(TagStore(desktop_.files, desktop_.runLoop, "/data").tags, store_.tags);
+}
+
+TEST_F(TagManagerTest, AssignsATagToAnotherSpace) {
+    store_.tags[1].spaceUUID = "gone";
+    start();
+    int changes = 0;
+    const auto subscription = manager_.subscribe([&] { ++changes; });
+    for (const std::size_t i : {0U, 1U}) {
+        manager_.assignTagToSpace(tag(i).id, "B");
+        settle();
+        EXPECT_EQ(tag(i).spaceUUID, "B");
+        EXPECT_EQ(spacesOf(window(i)), std::vector{ManagedSpaceId{2}});
+        EXPECT_EQ(spacesOf(backup(i)), std::vector{ManagedSpaceId{2}});
+        EXPECT_TRUE(seen(i).orderedIn);
+        EXPECT_EQ(seen(i).alpha, 1);
+    }
+    EXPECT_GE(changes, 2);
+    manager_.assignTagToSpace(tag(0).id);
+    EXPECT_EQ(tag(0).spaceUUID, "A") << "the current one";
+    manager_.assignTagToSpace(TagID::random(), "C");
+}
+
+TEST_F(TagManagerTest, DeletesATagUntilThatIsTakenBack) {
+    start();
+    std::string message;
+    std::function<void()> undo;
+    manager_.showUndoToast = [&](const std::string& text, std::function<void()> action) {
+        message = text;
+        undo = std::move(action);
+    };
+    const Tag mail = tag(0);
+    const auto windows = desktop_.windowSystem.windows.size();
+    manager_.deleteTag(mail.id);
+    manager_.deleteTag(mail.id);
+    EXPECT_EQ(message, "Deleted “Mail”");
+    EXPECT_EQ(manager_.windowFor(mail.id), nullptr);
+    EXPECT_EQ(desktop_.windowSystem.windows.size(), windows - 2);
+    EXPECT_EQ(store_.tags.size(), 1U);
+    undo();
+    undo();
+    settle();
+    ASSERT_EQ(store_.tags.size(), 2U);
+    EXPECT_EQ(tag(1), mail);
+    EXPECT_EQ(spacesOf(window(1)), std::vector{ManagedSpaceId{1}});
+    EXPECT_TRUE(seen(1).orderedIn);
+}
+
+TEST_F(TagManagerTest, UpdatesATagInPlace) {
+    start();
+    manager_.updateTag(tag(0).id, "A longer label than before", "#000000");
+    EXPECT_EQ(tag(0).label, "A longer label than before");
+    EXPECT_EQ(seen(0).title, tag(0).label);
+    EXPECT_EQ(seen(backup(0)).title, tag(0).label);
+    manager_.updateTag(TagID::random(), "x", "y");
+}
+
+TEST_F(TagManagerTest, ListsSpacesAndTagsForTheMenu) {
+    store_.tags.push_back({TagID::random(), "Loose", "", {}, {}});
+    store_.tags.push_back({TagID::random(), "Second on A", "", {}, "A"});
+    start();
+    const auto rows = manager_.menuRows([] { return Texts{"C", "B", "A"}; });
+    EXPECT_EQ(rows, (std::vector<MenuSpaceRow>{
+                        {"C", 1, tag(1), false}, {"B", 2, std::nullopt, false}, {"A", 3, tag(0), true}}));
+    EXPECT_TRUE(manager_.menuRows([] { return Texts(); }).empty());
+    Texts sorted;
+    for (const auto& each : manager_.tagsSortedBySpaceOrder(Texts{"C", "B"})) sorted.push_back(each.label);
+    EXPECT_EQ(sorted, (Texts{"Code", "Mail", "Loose", "Second on A"}));
+    desktop_.spaces.setAnswering(false);
+    EXPECT_FALSE(manager_.menuRows([] { return Texts{"A"}; }).front().isActive);
+    EXPECT_EQ(manager_.tagIDForCurrentSpace(), manager_.activeTagID());
 }
 
 TEST_F(TagManagerTest, PlacesTheBackupForEachStyle) {
     start();
     const Rect main = seen(0).frame;
-    settings_.missionControlStyle.set(MissionControlStyle::Fullscreen);
-    EXPECT_EQ(seenBackup(0).frame, (Rect{0, 0, 1440, 900}));
-    EXPECT_TRUE(seenBackup(0).layers.swatchLayer.hidden);
-    settings_.missionControlStyle.set(MissionControlStyle::HeaderBar);
-    EXPECT_EQ(seenBackup(0).frame, (Rect{0, 720, 1440, 180}));
-    settings_.missionControlStyle.set(MissionControlStyle::Pill);
-    EXPECT_EQ(seenBackup(0).frame.height, 240 + 40);
-    EXPECT_FALSE(seenBackup(0).layers.swatchLayer.hidden);
+    const auto use = [&](MissionControlStyle style) {
+        settings_.missionControlStyle.set(style);
+        wait(0.001);
+        return seen(backup(0));
+    };
+    EXPECT_EQ(use(MissionControlStyle::Fullscreen).frame, (Rect{0, 0, 1440, 900}));
+    EXPECT_TRUE(seen(backup(0)).layers.swatchLayer.hidden);
+    EXPECT_EQ(use(MissionControlStyle::HeaderBar).frame, (Rect{0, 720, 1440, 180}));
+    EXPECT_EQ(use(MissionControlStyle::Pill).frame.height, 240 + 40);
+    EXPECT_FALSE(seen(backup(0)).layers.swatchLayer.hidden);
     EXPECT_EQ(seen(0).frame, main);
 }
 
 TEST_F(TagManagerTest, FollowsTheSizeTheShapeAndTheScreens) {
+    settings_.missionControlStyle.set(MissionControlStyle::Fullscreen);
     start();
     settings_.tagSize.set(TagSize::Large);
-    loop_.advance(seconds(0.5));
+    settle();
     EXPECT_EQ(seen(0).frame.height, 100 + 40);
     const auto outline = seen(0).layers.tintLayer.path;
     settings_.globalTagShape.set(TagShape::Pill);
+    wait(0.001);
     EXPECT_NE(seen(0).layers.tintLayer.path, outline);
-    screens_.setScreens({{platform::DisplayId{1}, {0, 0, 800, 600}, {0, 0, 800, 600}, 1}});
-    loop_.advance(seconds(0.5));
-    EXPECT_NEAR(seen(1).frame.midX(), 800 - 224, 1e-9);
-    EXPECT_NEAR(seen(1).frame.midY(), 600 - 56, 1e-9);
+    store_.tags[0].frame = Rect{1300, 850, 50, 50};
+    desktop_.screens.setScreens({{platform::DisplayId{1}, {0, 0, 800, 600}, {0, 0, 800, 600}, 1}});
+    settle();
+    EXPECT_FALSE(tag(0).frame) << "on a screen that is gone";
+    for (std::size_t i = 0; i < 2; ++i) {
+        EXPECT_NEAR(seen(i).frame.midX(), 800 - 224, 1e-9);
+        EXPECT_NEAR(seen(i).frame.midY(), 600 - 56, 1e-9);
+        EXPECT_EQ(seen(backup(i)).frame, (Rect{0, 0, 800, 600}));
+    }
 }
 
 TEST_F(TagManagerTest, LeavesNoWorkBehindWhenStopped) {
     start();
+    settings_.killSwitchActive.set(true);
+    manager_.openMCBig();
+    manager_.peekBegin();
+    desktop_.spaces.notifyActiveSpaceChanged();
     manager_.stop();
-    loop_.advance(seconds(1));
-    EXPECT_EQ(loop_.pendingTimers(), 0u);
-    spaces_.setCurrentSpace("B");
-    loop_.advance(seconds(1));
-    EXPECT_EQ(loop_.pendingTimers(), 0u);
+    wait(1);
+    EXPECT_EQ(desktop_.runLoop.pendingTimers(), 0U);
+    desktop_.spaces.setCurrentSpace("B");
+    desktop_.keyboard.press(key::kMissionControl);
+    desktop_.session.send(SessionEvent::DidWake);
+    wait(1);
+    EXPECT_EQ(desktop_.runLoop.pendingTimers(), 0U);
+    EXPECT_TRUE(desktop_.applications.opened.empty());
 }
 
 }  // namespace

@@ -1,14 +1,7 @@
 #include "orvellos/TagWindow.h"
 
-#include <gtest/gtest.h>
-
 #include "orvellos/ClickThroughController.h"
-#include "orvellos/DebugLog.h"
-#include "platform/simulated/SimulatedDefaultsStore.h"
-#include "platform/simulated/SimulatedLoginItem.h"
-#include "platform/simulated/SimulatedRunLoop.h"
-#include "platform/simulated/SimulatedScreens.h"
-#include "platform/simulated/SimulatedWindowSystem.h"
+#include "tests/support/ApplicationTest.h"
 
 namespace orvellos {
 namespace {
@@ -20,14 +13,14 @@ using platform::simulated::SimulatedWindow;
 
 // One tag window on a screen of 1440 × 900 points, seen from both sides: the window and what the system was
 // told.
-class TagWindowTest : public testing::Test {
+class TagWindowTest : public ApplicationTest {
   protected:
     TagWindowTest() { screens_.addScreen({0, 0, 1440, 900}); }
 
     TagWindow& make(std::optional<Rect> frame = Rect{600, 400, 200, 100}, std::size_t existing = 0) {
         Tag tag{TagID::random(), "Mail", "#3B82F6", frame, "S1"};
         window_ = std::make_unique<TagWindow>(
-            services_, tag, TagSize::Medium, existing,
+            windowServices(), tag, TagSize::Medium, existing,
             [this](const Rect& moved, bool shift) { moves_.emplace_back(moved, shift); },
             [this] { ++clicks_; });
         return *window_;
@@ -41,15 +34,9 @@ class TagWindowTest : public testing::Test {
         release(at);
     }
 
-    platform::simulated::SimulatedRunLoop loop_;
-    platform::simulated::SimulatedScreens screens_{loop_};
-    platform::simulated::SimulatedWindowSystem system_;
-    platform::simulated::SimulatedTextMeasurer measurer_;
-    platform::simulated::SimulatedDefaultsStore defaults_;
-    platform::simulated::SimulatedLoginItem loginItem_;
-    Settings settings_{defaults_, loginItem_, std::nullopt};
-    EditingContext editing_;
-    TagWindowServices services_{system_, loop_, screens_, measurer_, settings_, editing_};
+    platform::simulated::SimulatedRunLoop& loop_ = desktop_.runLoop;
+    platform::simulated::SimulatedScreens& screens_ = desktop_.screens;
+    platform::simulated::SimulatedWindowSystem& system_ = desktop_.windowSystem;
     std::unique_ptr<TagWindow> window_;
     std::vector<std::pair<Rect, bool>> moves_;
     int clicks_ = 0;

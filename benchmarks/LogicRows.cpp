@@ -1,0 +1,110 @@
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <chrono>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "benchmarks/Row.h"
+#include "orvellos/DebugLog.h"
+#include "orvellos/MissionControlObserver.h"
+#include "orvellos/TagManager.h"
+#include "platform/simulated/SimulatedDesktop.h"
+
+namespace benchmark {
+
+namespace {
+
+using orvellos::Tag;
+using orvellos::TagID;
+using platform::simulated::SimulatedDesktop;
+
+constexpr double kMostForAPoll = 20;           // microseconds
+constexpr double kMostForThousandTags = 5000;  // microseconds
+
+// The manager of that many tags on four Spaces of a desktop in memory. The log is the timeline alone: what
+// the system's log takes for a line is the system's.
+class Managed {
+  public:
+    explicit Managed(std::size_t tags) {
+        orvellos::connectDebugLog({});
+        desktop_.screens.addScreen({0, 0, 1440, 900});
+        desktop_.spaces.addDisplay("Main", {"A", "B", "C", "D"});
+        for (std::size_t i = 0; i < tags; ++i)
+            store_.tags.push_back({TagID::random(),
+                                   fmt::format("Tag {}", i),
+                                   "#3B82F6",
+                                   {},
+                                   std::string(1, static_cast<char>('A' + i % 4))});
+        manager_.start();
+        desktop_.runLoop.advance(std::chrono::seconds(3));
+    }
+
+    void reconcile() { manager_.reconcile(); }
+
+  private:
+    SimulatedDesktop desktop_;
+    orvellos::Settings settings_{desktop_.defaults, desktop_.loginItem, std::nullopt};
+    orvellos::EditingContext editing_;
+    orvellos::SpaceIdentifier spaces_{desktop_.spaces, desktop_.spaces, desktop_.spaces, desktop_.screens,
+                                      desktop_.screens};
+    orvellos::TagStore store_{desktop_.files, desktop_.runLoop, "/data"};
+    orvellos::TagManager manager_{{{desktop_.windowSystem, desktop_.runLoop, desktop_.screens,
+                                    desktop_.textMeasurer, settings_, editing_},
+                                   spaces_,
+                                   desktop_.spaces,
+                                   desktop_.screens,
+                                   desktop_.screens,
+                                   desktop_.overview,
+                                   desktop_.keyboard,
+                                   desktop_.session,
+                                   desktop_.applications},
+                                  store_};
+};
+
+// The median time of one call, in microseconds.
+double medianOf(int runs, const std::function<void()>& action) {
+    std::vector<double> times;
+    for (int i = 0; i < runs; ++i) {
+        const auto start = std::chrono::steady_clock::now();
+        action();
+        const std::chrono::duration<double, std::micro> time = std::chrono::steady_clock::now() - start;
+        times.push_back(time.count());
+    }
+    std::ranges::nth_element(times, times.begin() + runs / 2);
+    return times[static_cast<std::size_t>(runs) / 2];
+}
+
+void measurePoll(const Effort& effort, std::vector<Row>& rows) {
+    SimulatedDesktop desktop;
+    orvellos::MissionControlObserver observer(desktop.runLoop, desktop.overview, desktop.defaults);
+    observer.start();
+    constexpr int kPolls = 60;
+    const double second =
+        medianOf(effort.pairs, [&] { desktop.runLoop.advance(kPolls * observer.kBurstInterval); });
+    const double poll = second / kPolls;
+    rows.push_back(
+        {"a poll that finds nothing new", fmt::format("{:.2f} µs", poll), "< 20 µs", poll < kMostForAPoll});
+}
+
+void measureReconcile(const Effort& effort, std::vector<Row>& rows) {
+    for (const std::size_t tags : {10U, 100U, 1000U}) {
+        Managed managed(tags);
+        const double time = medianOf(effort.pairs, [&] { managed.reconcile(); });
+        const double goal = kMostForThousandTags * static_cast<double>(tags) / 1000;
+        rows.push_back({fmt::format("reconcile, {} tags, nothing to change", tags),
+                        fmt::format("{:.0f} µs", time), fmt::format("< {:.0f} µs", goal), time < goal});
+    }
+}
+
+}  // namespace
+
+std::vector<Row> measureLogic(const Effort& effort) {
+    std::vector<Row> rows;
+    measurePoll(effort, rows);
+    measureReconcile(effort, rows);
+    return rows;
+}
+
+}  // namespace benchmark

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tests/support/Picture.h"
+#include "tests/support/PrivateDesktop.h"
+
+namespace desktop_test {
+
+struct TagOnDesktop {
+    const char* label;
+    const char* colorHex;
+    Rgb color;
+};
+// The tags of the first three desktops; the fourth has none.
+inline constexpr TagOnDesktop kTags[] = {
+    {"Mail", "#3B82F6", 0x3B82F6}, {"Code", "#10B981", 0x10B981}, {"Music", "#EF4444", 0xEF4444}};
+inline constexpr int kEnoughPixels = 600;  // of a tag's own colour, which its highlight lightens at the top
+
+// A desktop whose Spaces are tagged, before the application is started.
+class TaggedDesktop : public PrivateDesktop {
+  public:
+    explicit TaggedDesktop(WindowManagerOptions windowManager, const nlohmann::json& defaults = {})
+        : PrivateDesktop({.windowManager = std::move(windowManager)}) {
+        const auto spaces = nlohmann::json::parse(run({program("orvello"), "dump"}).standardOutput);
+        auto tags = nlohmann::json::array();
+        for (std::size_t i = 0; i < std::size(kTags); ++i)
+            tags.push_back({{"id", "0000000" + std::to_string(i) + "-1111-4111-8111-111111111111"},
+                            {"label", kTags[i].label},
+                            {"colorHex", kTags[i].colorHex},
+                            {"spaceUUID", spaces.at(i).at("uuid")}});
+        write(dataFolder() / "orvello/tags.json", tags);
+        if (!defaults.is_null()) write(configFolder() / "orvello/defaults.json", defaults);
+    }
+
+    static void write(const std::filesystem::path& file, const nlohmann::json& content) {
+        std::filesystem::create_directories(file.parent_path());
+        std::ofstream(file) << content;
+    }
+
+    // The older (the tag) or the newer (its backup) of the windows with that label; 0 while there are not
+    // both.
+    xcb_window_t window(const std::string& label, bool backup = false) {
+        std::vector<xcb_window_t> found;
+        for (const auto each : x().allWindows())
+            if (x().text(each, "_NET_WM_NAME") == label && x().cardinal(each, "_NET_WM_PID"))
+                found.push_back(each);
+        std::ranges::sort(found);
+        if (found.size() != 2) return 0;
+        return backup ? found.back() : found.front();
+    }
+
+    // Moves the pointer there and waits until the tag, and its frame, take the mouse.
+    bool pointAtTag(xcb_window_t tag, int pointerX, int pointerY) {
+        devices().movePointer(pointerX, pointerY);
+        return waitUntil([&] {
+            return !x().shape(tag, ShapeKind::Input).empty() &&
+                   !x().shape(x().frameOf(tag), ShapeKind::Input).empty();
+        });
+    }
+
+    // Whether the screen shows the tag of this desktop and of no other.
+    bool showsTagOf(std::size_t desktop) {
+        const auto picture = takePicture(x());
+        for (std::size_t i = 0; i < std::size(kTags); ++i) {
+            const int pixels = picture.count(kTags[i].color, 24);
+            if (i == desktop ? pixels < kEnoughPixels : pixels > 0) return false;
+        }
+        return true;
+    }
+    bool waitForTagOf(std::size_t desktop) {
+        return waitUntil([&] { return showsTagOf(desktop); });
+    }
+};
+
+}  // namespace desktop_test

@@ -1,0 +1,95 @@
+#include "orvellos/RevealController.h"
+
+#include "tests/support/ApplicationTest.h"
+
+namespace orvellos {
+namespace {
+
+using platform::seconds;
+
+class RevealControllerTests : public ApplicationTest {
+  protected:
+    void wait(double time) { desktop_.runLoop.advance(seconds(time)); }
+    bool isRevealed() { return reveal_.transientRevealActive(); }
+
+    int reconciled_ = 0;
+    RevealController reveal_{
+        desktop_.runLoop,
+        settings_,
+        {[] { return std::vector<Tag>(); }, [](const Tag&) { return nullptr; },
+         [](const Tag&, TagSize) { return platform::Rect(); }, [this] { ++reconciled_; }}};
+};
+
+// What is done at which second, and until when the tags are revealed.
+TEST_F(RevealControllerTests, EndsAReveal) {
+    enum class Do { Glance, Lock, Unlock, EndPeek };
+    using enum Do;
+    struct Row {
+        const char* name;
+        std::vector<std::pair<double, Do>> steps;
+        double end;
+    };
+    const Row rows[] = {
+        {"a glance", {{0, Glance}}, 0.25},
+        {"two Space switches make one", {{0, Glance}, {0.1, Glance}}, 0.35},
+        {"a peek", {{0, Lock}, {3, EndPeek}}, 4.5},
+        {"a Space switch does not shorten a peek", {{0, Lock}, {1, Glance}, {3, EndPeek}}, 4.5},
+        {"a swipe", {{0, Lock}, {0.4, Unlock}}, 0.65},
+        {"a glance that is locked", {{0, Glance}, {0.1, Lock}, {2, Unlock}}, 2.25},
+        {"a lock that nobody ends", {{0, Lock}, {12, EndPeek}}, 10.25},
+        {"which a Space switch prolongs", {{0, Lock}, {5, Glance}}, 15.25},
+        {"an unlock of nothing", {{0, Glance}, {0.1, EndPeek}}, 0.25},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        double now = 0;
+        const auto advanceTo = [&](double time) {
+            wait(time - now);
+            now = time;
+        };
+        for (const auto& [time, step] : row.steps) {
+            advanceTo(time);
+            if (step == Glance) reveal_.beginTransientReveal(false);
+            if (step == Lock) reveal_.beginTransientReveal(true);
+            if (step == Unlock) reveal_.unlockTransientReveal();
+            if (step == EndPeek) reveal_.unlockTransientReveal(RevealController::kAfterPeek);
+        }
+        if (now < row.end) {
+            advanceTo(row.end - 0.001);
+            EXPECT_TRUE(isRevealed());
+            advanceTo(row.end);
+        }
+        EXPECT_FALSE(isRevealed());
+        wait(20);
+        EXPECT_EQ(desktop_.runLoop.pendingTimers(), 0U);
+    }
+}
+
+TEST_F(RevealControllerTests, SaysWhatItDoes) {
+    reveal_.beginTransientReveal(true);
+    reveal_.beginTransientReveal(false);
+    reveal_.unlockTransientReveal(RevealController::kAfterPeek);
+    wait(2);
+    EXPECT_EQ(reconciled_, 3);
+    const std::string start =
+        "transient reveal START: mode=alwaysVisible showRevealOnSwipe=true kill=false "
+        "locked=true";
+    const Texts size = {"applySize START: medium animate=true tags=0", "applySize END",
+                        "applyEffectiveSize: done"};
+    Texts expected;
+    const auto add = [&](const Texts& lines) { expected.insert(expected.end(), lines.begin(), lines.end()); };
+    for (const char* lock : {"true", "false"}) {
+        add({std::string("beginTransientReveal START (timer idle) requestedLock=") + lock +
+                 " effectiveLock=true",
+             start, "applyEffectiveSize: mcActive=false embiggen=false transient=true"});
+        add(size);
+    }
+    add({"transient reveal UNLOCK — auto-hide in 1.5s", "transient reveal timer FIRED — hiding",
+         "transient reveal END (auto-hide elapsed)",
+         "applyEffectiveSize: mcActive=false embiggen=false transient=false"});
+    add(size);
+    EXPECT_EQ(messages(), expected);
+}
+
+}  // namespace
+}  // namespace orvellos
