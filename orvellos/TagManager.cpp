@@ -329,6 +329,9 @@ void TagManager::reconcile() {
         else
             reconcileTag(tag, inputs);
     }
+    // A window that was shown takes the mouse until it is known where the pointer is: at once, so that nothing
+    // is asked of the window system for nothing.
+    if (clickThrough_.timerHz() > 0) clickThrough_.tick();
     updateActiveTag();
 }
 

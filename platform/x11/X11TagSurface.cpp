@@ -19,6 +19,7 @@ constexpr auto kManagedWithin = std::chrono::milliseconds(500);
 constexpr auto kLongestManagedWithin = std::chrono::seconds(16);
 constexpr auto kWithdrawnWithin = std::chrono::seconds(3);
 constexpr auto kWithdrawingSettles = std::chrono::milliseconds(20);
+constexpr auto kManagerHasTakenOver = std::chrono::milliseconds(400);
 constexpr auto kRaisePause = std::chrono::milliseconds(100);
 constexpr auto kLongestRaisePause = std::chrono::seconds(2);
 constexpr auto kClearedIsDrawn = std::chrono::milliseconds(500);
@@ -397,9 +398,12 @@ void X11TagSurface::handle(const xcb_generic_event_t& event) {
             break;
         case XCB_MAP_NOTIFY:
             // A window manager that takes a window over with an empty input shape may overlook it; a change
-            // it follows.
-            input_ = InputShape::Unset;
-            commitLater();
+            // it follows. Not at once: one that is just ending maps its windows too, and openbox hangs when
+            // an event of this kind is the last that it gets.
+            shapeTimer_ = context_.runLoop.after(kManagerHasTakenOver, [this] {
+                input_ = InputShape::Unset;
+                commitLater();
+            });
             break;
         case XCB_CONFIGURE_NOTIFY:
             placementTimer_ = context_.runLoop.after(kPlacementSettles, [this] { verifyPlacement(); });

@@ -129,6 +129,7 @@ class X11TagSurface final : public TagSurface {
     std::optional<MouseEvent> drag_;  // the last of a burst, not yet delivered
     Timer commitTimer_;
     Timer mapTimer_;
+    Timer shapeTimer_;
     Timer raiseTimer_;
     Timer withdrawTimer_;  // runs until a window that was withdrawn may be mapped again
     Timer clearedTimer_;   // runs while the window is still there, but transparent
