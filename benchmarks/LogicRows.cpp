@@ -16,7 +16,6 @@ namespace benchmark {
 
 namespace {
 
-using orvellos::Tag;
 using orvellos::TagID;
 using platform::simulated::SimulatedDesktop;
 

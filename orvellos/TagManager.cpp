@@ -208,7 +208,7 @@ std::optional<std::string> TagManager::spaceForNewTag() const {
 Tag TagManager::createTag(const std::string& label, const std::string& colorHex,
                           std::optional<std::string> spaceUUID) {
     if (!spaceUUID) spaceUUID = spaceForNewTag();
-    const Tag tag{TagID::random(), label, colorHex, {}, std::move(spaceUUID)};
+    Tag tag{TagID::random(), label, colorHex, {}, std::move(spaceUUID)};
     store_.tags.push_back(tag);
     store_.save();
     tagsChanged();
@@ -329,8 +329,8 @@ void TagManager::reconcile() {
         else
             reconcileTag(tag, inputs);
     }
-    // A window that was shown takes the mouse until it is known where the pointer is: at once, so that nothing
-    // is asked of the window system for nothing.
+    // A window that was shown takes the mouse until it is known where the pointer is: at once, so that
+    // nothing is asked of the window system for nothing.
     if (clickThrough_.timerHz() > 0) clickThrough_.tick();
     updateActiveTag();
 }

@@ -81,21 +81,22 @@ TEST(MissionControlTest, ShowsEverySpacesBigTagAndNoSmallOne) {
         const char* overview;
         int least, most;
     };
-    for (const auto& [style, overview, least, most] :
+    for (const auto& row :
          {Row{"headerBar", "Overview", 600, 1500}, Row{"headerBar", "ShowDesktopGrid", 4000, 15000},
           Row{"fullscreen", "Overview", 3000, 8000}, Row{"fullscreen", "ShowDesktopGrid", 20000, 70000},
           Row{"pill", "Overview", 300, 1500}, Row{"pill", "ShowDesktopGrid", 2000, 12000}}) {
-        SCOPED_TRACE(testing::Message() << style << " in " << overview);
-        desktop.startApplication({{"missionControlStyle", style}});
-        desktop.open(overview);
+        SCOPED_TRACE(testing::Message() << row.style << " in " << row.overview);
+        desktop.startApplication({{"missionControlStyle", row.style}});
+        desktop.open(row.overview);
         std::vector<int> counts;
         EXPECT_TRUE(waitUntil([&] {
             const auto picture = takePicture(desktop.x());
             counts.clear();
             for (const auto& tag : kTags) counts.push_back(picture.count(tag.color, 24));
-            return std::ranges::all_of(counts, [&](int count) { return count >= least && count <= most; });
+            return std::ranges::all_of(counts,
+                                       [&](int count) { return count >= row.least && count <= row.most; });
         })) << testing::PrintToString(counts);
-        desktop.close(overview);
+        desktop.close(row.overview);
         EXPECT_TRUE(desktop.waitForTagOf(0));
         desktop.stopApplication();
     }

@@ -52,7 +52,9 @@ TEST_F(X11ScreenPowerTest, TellsOfEachSleepAndWakeOnce) {
     }
     force(XCB_SCREEN_SAVER_ACTIVE);
     desktop_.devices().movePointer(10, 10);
-    EXPECT_TRUE(mainLoop_.runUntil([&] { return told_ == std::vector{kSleep, kWake}; })) << "the user is back";
+    EXPECT_TRUE(mainLoop_.runUntil([&] {
+        return told_ == std::vector{kSleep, kWake};
+    })) << "the user is back";
 }
 
 TEST_F(X11ScreenPowerTest, TellsOfTheWakeOfScreensThatSleptBefore) {

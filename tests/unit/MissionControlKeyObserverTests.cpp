@@ -15,7 +15,7 @@ TEST_F(MissionControlKeyObserverTests, KnowsTheKeysThatAnnounceSomething) {
     using enum AnnouncingKey;
     struct Row {
         platform::KeyEvent event;
-        AnnouncingKey kind;
+        AnnouncingKey kind = None;
     };
     const Row rows[] = {{{160, 0}, MissionControl},
                         {{160, kCommand | kShift}, MissionControl},

@@ -111,14 +111,15 @@ TEST_F(MissionControlObserverTests, OpensAtOnceAndClosesWhenItLasts) {
     EXPECT_FALSE(isOpen()) << "without an answer the Dock is idle";
     EXPECT_EQ(told, (std::vector{false, true, false, true, false}));
     const auto lines = messages();
+    const std::string markers =
+        "OBSERVER: detector markers: dockWindows=2 appicon=false l17Chips=1 nonPositiveLayer=false "
+        "l3Fallback=false";
+    const std::string aborted =
+        "OBSERVER: close debounce ABORTED — non-idle reading (dockWindows=2 nonPositive=false l17=0)";
     EXPECT_EQ(Texts(lines.begin(), lines.begin() + 7),
-              (Texts{"OBSERVER: detector markers: dockWindows=2 appicon=false l17Chips=1 "
-                     "nonPositiveLayer=false l3Fallback=false",
-                     "OBSERVER:   • L17 α1.00 120x80@40,300 name=\"\"",
+              (Texts{markers, "OBSERVER:   • L17 α1.00 120x80@40,300 name=\"\"",
                      "OBSERVER:   • L20 α1.00 300x60@40,300 name=\"\"", "OBSERVER: MC open detected (poll)",
-                     "OBSERVER: MC close detected (idle dock), starting 250ms debounce",
-                     "OBSERVER: close debounce ABORTED — non-idle reading (dockWindows=2 "
-                     "nonPositive=false l17=0)",
+                     "OBSERVER: MC close detected (idle dock), starting 250ms debounce", aborted,
                      "OBSERVER: MC close detected (idle dock), starting 250ms debounce"}));
 }
 

@@ -117,9 +117,9 @@ TEST_F(SpaceBindingControllerTests, KnowsTheOrphansAndKeepsThemWhileNothingIsKno
 
 TEST_F(SpaceBindingControllerTests, TakesPlacesBackThatAreOnNoScreen) {
     struct Row {
-        const char* name;
+        const char* name = "";
         Rect frame;
-        bool kept;
+        bool kept = false;
     };
     const Row rows[] = {{"on the screen", {100, 100, 50, 50}, true},
                         {"half over its edge", {-24, 100, 50, 50}, true},
