@@ -23,7 +23,6 @@ constexpr auto kManagerHasTakenOver = std::chrono::milliseconds(400);
 constexpr auto kRaisePause = std::chrono::milliseconds(100);
 constexpr auto kLongestRaisePause = std::chrono::seconds(2);
 constexpr auto kClearedIsDrawn = std::chrono::milliseconds(500);
-constexpr auto kGestureWatch = std::chrono::milliseconds(250);
 // EWMH source indications. A window manager may take a raise asked for by an application for a call for
 // attention; one that a pager asks for is the user's.
 constexpr std::uint32_t kSourceApplication = 1;
@@ -37,7 +36,11 @@ constexpr std::uint32_t kStaticGravity = XCB_GRAVITY_STATIC;
 
 X11TagSurface::X11TagSurface(TagSurfaceContext& context, const Rect& frame, bool acceptsMouse,
                              TagWindowDelegate& delegate)
-    : context_(context), delegate_(delegate), acceptsMouse_(acceptsMouse), frame_(frame) {
+    : context_(context),
+      delegate_(delegate),
+      acceptsMouse_(acceptsMouse),
+      frame_(frame),
+      gesture_(context, delegate) {
     create();
     writeInitialProperties();
 }
@@ -394,7 +397,7 @@ void X11TagSurface::handle(const xcb_generic_event_t& event) {
         case XCB_BUTTON_PRESS:
         case XCB_BUTTON_RELEASE:
         case XCB_MOTION_NOTIFY:
-            handleMouse(event);
+            gesture_.handle(event);
             break;
         case XCB_MAP_NOTIFY:
             // A window manager that takes a window over with an empty input shape may overlook it; a change
@@ -432,53 +435,6 @@ void X11TagSurface::handle(const xcb_generic_event_t& event) {
     }
 }
 
-void X11TagSurface::handleMouse(const xcb_generic_event_t& event) {
-    // Button and motion events share their layout.
-    const auto& button = reinterpret_cast<const xcb_button_press_event_t&>(event);
-    const MouseEvent mouse{context_.screens.coordinates().pointerAt(button.root_x, button.root_y),
-                           (button.state & XCB_MOD_MASK_SHIFT) != 0};
-    const auto type = XEvents::type(event);
-    if (type == XCB_MOTION_NOTIFY && buttonHeld_) {
-        drag_ = mouse;
-        if (!dragTimer_.isActive())
-            dragTimer_ = context_.runLoop.after(Duration::zero(), [this] { deliverDrag(); });
-    }
-    if (button.detail != 1) return;
-    if (type == XCB_BUTTON_PRESS) {
-        buttonHeld_ = true;
-        gestureTimer_ = context_.runLoop.every(kGestureWatch, Duration::zero(), [this] { watchGesture(); });
-        delegate_.mouseDown(mouse);
-    } else if (type == XCB_BUTTON_RELEASE && buttonHeld_) {
-        deliverDrag();
-        endGesture();
-        delegate_.mouseUp(mouse);
-    }
-}
-
-void X11TagSurface::deliverDrag() {
-    dragTimer_.cancel();
-    if (const auto drag = std::exchange(drag_, std::nullopt)) delegate_.mouseDragged(*drag);
-}
-
-// A window that leaves the screen under a held button never learns of the release.
-void X11TagSurface::watchGesture() {
-    const auto cookie = xcb_query_pointer(context_.connection.get(), context_.connection.root());
-    const auto pointer = context_.connection.reply<xcb_query_pointer_reply_t>(cookie);
-    if (!pointer || (pointer->mask & XCB_BUTTON_MASK_1) != 0) return;
-    // A release that did come stands in the queue already, before this turn's end.
-    gestureTimer_ = context_.runLoop.after(kGestureWatch, [this] {
-        endGesture();
-        delegate_.mouseCancelled();
-    });
-}
-
-void X11TagSurface::endGesture() {
-    buttonHeld_ = false;
-    drag_.reset();
-    dragTimer_.cancel();
-    gestureTimer_.cancel();
-}
-
 void X11TagSurface::readDesktop() {
     const auto cookie =
         requestProperty(context_.connection, window_, context_.atoms.desktop, XCB_ATOM_CARDINAL, 1);
@@ -497,7 +453,7 @@ void X11TagSurface::takeDesktop(std::uint32_t desktop) {
 }
 
 void X11TagSurface::verifyPlacement() {
-    if (!mapped_ || buttonHeld_ || isParked() || commitTimer_.isActive()) return;
+    if (!mapped_ || gesture_.isHeld() || isParked() || commitTimer_.isActive()) return;
     auto* connection = context_.connection.get();
     const auto originCookie =
         xcb_translate_coordinates(connection, window_, context_.connection.root(), 0, 0);

@@ -7,27 +7,10 @@
 
 #include "platform/RunLoop.h"
 #include "platform/WindowSystem.h"
-#include "platform/x11/LayerPainter.h"
-#include "platform/x11/TagWindowAtoms.h"
-#include "platform/x11/X11Screens.h"
+#include "platform/x11/MouseGesture.h"
+#include "platform/x11/TagSurfaceContext.h"
 
 namespace platform::x11 {
-
-// What all tag surfaces of a window system share.
-struct TagSurfaceContext {
-    XConnection& connection;
-    RunLoop& runLoop;
-    const X11Screens& screens;
-    LayerPainter& painter;
-    TagWindowAtoms atoms;
-    xcb_visualid_t visual = 0;
-    std::uint8_t depth = 0;
-    xcb_colormap_t colormap = 0;
-    xcb_cursor_t openHand = 0;
-    bool composited = false;
-    std::function<std::optional<std::uint32_t>()> currentDesktop = {};
-    std::function<void(xcb_window_t)> forget = {};
-};
 
 // A tag's X window: managed, of the notification type, on one desktop. Changes are collected and sent
 // together at the end of the turn of the main loop, in the order that shows nothing half done: pixels, place,
@@ -82,10 +65,6 @@ class X11TagSurface final : public TagSurface {
     void withdraw();
     void endWithdrawing();
     void setShape(std::uint8_t kind, const std::vector<PixelRect>& rectangles);
-    void handleMouse(const xcb_generic_event_t& event);
-    void deliverDrag();
-    void watchGesture();
-    void endGesture();
     void readDesktop();
     void takeDesktop(std::uint32_t desktop);
     void verifyPlacement();
@@ -117,7 +96,6 @@ class X11TagSurface final : public TagSurface {
     bool titleChanged_ = true;
     bool contentsChanged_ = true;
     bool silhouetteChanged_ = true;
-    bool buttonHeld_ = false;
     std::optional<PaintGeometry>
         painted_;  // what the window's pixels were drawn for; absent when it keeps none
     PixelRect placed_;
@@ -126,7 +104,7 @@ class X11TagSurface final : public TagSurface {
     InputShape input_ = InputShape::Unset;
     std::optional<std::uint32_t> desktop_;
     std::optional<PixelRect> refusedPlace_;
-    std::optional<MouseEvent> drag_;  // the last of a burst, not yet delivered
+    MouseGesture gesture_;
     Timer commitTimer_;
     Timer mapTimer_;
     Timer shapeTimer_;
@@ -134,8 +112,6 @@ class X11TagSurface final : public TagSurface {
     Timer withdrawTimer_;  // runs until a window that was withdrawn may be mapped again
     Timer clearedTimer_;   // runs while the window is still there, but transparent
     Timer placementTimer_;
-    Timer dragTimer_;
-    Timer gestureTimer_;
     Timer desktopTimer_;
 };
 

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <optional>
+
+#include "platform/WindowSystem.h"
+#include "platform/x11/TagSurfaceContext.h"
+
+namespace platform::x11 {
+
+// What the user does with the first mouse button on a tag's window, told to its owner: a press, the latest
+// place of a drag once a turn of the main loop, and the release, or that there will be none.
+class MouseGesture {
+  public:
+    // Both outlive the gesture.
+    MouseGesture(TagSurfaceContext& context, TagWindowDelegate& delegate)
+        : context_(context), delegate_(delegate) {}
+
+    // A button press, a button release or a motion event of the window.
+    void handle(const xcb_generic_event_t& event);
+    [[nodiscard]] bool isHeld() const { return isHeld_; }
+
+  private:
+    void deliverDrag();
+    void watch();
+    void end();
+
+    TagSurfaceContext& context_;
+    TagWindowDelegate& delegate_;
+    bool isHeld_ = false;
+    std::optional<MouseEvent> drag_;  // the last of a burst, not yet delivered
+    Timer dragTimer_;
+    Timer watchTimer_;
+};
+
+}  // namespace platform::x11

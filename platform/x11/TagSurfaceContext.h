@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+
+#include "platform/RunLoop.h"
+#include "platform/x11/LayerPainter.h"
+#include "platform/x11/TagWindowAtoms.h"
+#include "platform/x11/X11Screens.h"
+
+namespace platform::x11 {
+
+// What all tag surfaces of a window system share.
+struct TagSurfaceContext {
+    XConnection& connection;
+    RunLoop& runLoop;
+    const X11Screens& screens;
+    LayerPainter& painter;
+    TagWindowAtoms atoms;
+    xcb_visualid_t visual = 0;
+    std::uint8_t depth = 0;
+    xcb_colormap_t colormap = 0;
+    xcb_cursor_t openHand = 0;
+    bool composited = false;
+    std::function<std::optional<std::uint32_t>()> currentDesktop = {};
+    std::function<void(xcb_window_t)> forget = {};
+};
+
+}  // namespace platform::x11
