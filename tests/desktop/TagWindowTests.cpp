@@ -64,6 +64,7 @@ TEST_P(TagWindowsTest, KeepOutOfTheUsersWay) {
     const auto place = x.geometry(tag).value();
     const int middle = place.y + place.height / 2;
     auto hands = desktop.devices();
+    ASSERT_TRUE(waitUntil([&] { return x.shape(x.frameOf(tag), ShapeKind::Input).empty(); }));
     hands.click(place.x + place.width - 8, middle);
     EXPECT_TRUE(waitUntil([&] { return below.buttonPresses().size() == 1; }));
     ASSERT_TRUE(desktop.pointAtTag(tag, place.x + place.width / 2, middle)) << "it does not take the mouse";
