@@ -9,6 +9,8 @@
 #include <csignal>
 #include <system_error>
 
+#include "platform/freedesktop/FileDescriptor.h"
+
 namespace platform::freedesktop {
 
 namespace {
@@ -27,22 +29,6 @@ constexpr std::string_view kTemporarySuffix = ".tmp";
 Error failure(std::string_view operation, int code = errno) {
     return {fmt::format("{}: {}", operation, std::generic_category().message(code))};
 }
-
-// Closes what it holds.
-class FileDescriptor {
-  public:
-    explicit FileDescriptor(int descriptor) : descriptor_(descriptor) {}
-    FileDescriptor(const FileDescriptor&) = delete;
-    FileDescriptor& operator=(const FileDescriptor&) = delete;
-    ~FileDescriptor() {
-        if (isOpen()) ::close(descriptor_);
-    }
-    [[nodiscard]] bool isOpen() const { return descriptor_ >= 0; }
-    [[nodiscard]] int get() const { return descriptor_; }
-
-  private:
-    int descriptor_;
-};
 
 // Makes the call again for as long as a signal interrupts it.
 template <typename Call>
@@ -125,10 +111,10 @@ Result<std::string> PosixFileSystem::read(const fs::path& path) const {
         retried([&] { return calls_.open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0); }));
     if (!file.isOpen()) return failure("open");
     struct stat status {};
-    if (::fstat(file.get(), &status) != 0) return failure("stat");
+    if (::fstat(file.number(), &status) != 0) return failure("stat");
     if (S_ISDIR(status.st_mode)) return failure("read", EISDIR);
     if (!S_ISREG(status.st_mode)) return Error{"read: Not a regular file"};
-    return readWhole(file.get(), static_cast<std::size_t>(status.st_size));
+    return readWhole(file.number(), static_cast<std::size_t>(status.st_size));
 }
 
 MaybeError PosixFileSystem::writeWhole(int file, std::string_view bytes) const {
@@ -203,14 +189,15 @@ MaybeError PosixFileSystem::publish(const fs::path& target, std::string_view byt
     fs::path temporary;
     const FileDescriptor file(createTemporary(folderPath, temporary));
     if (!file.isOpen()) return failure("open");
-    auto error = fillTemporary(file.get(), bytes, access);
+    auto error = fillTemporary(file.number(), bytes, access);
     if (!error && rename(temporary.c_str(), target.c_str()) != 0) error = failure("rename");
     if (error) {
         ::unlink(temporary.c_str());
         return error;
     }
     // A file system that cannot sync folders says EINVAL.
-    if (retried([&] { return calls_.fsync(folder.get()); }) != 0 && errno != EINVAL) return failure("fsync");
+    if (retried([&] { return calls_.fsync(folder.number()); }) != 0 && errno != EINVAL)
+        return failure("fsync");
     return std::nullopt;
 }
 

@@ -71,7 +71,7 @@ Process::Process(const std::vector<std::string>& command, const Environment& env
     }
     if (pid_ < 0) throw std::runtime_error("cannot fork");
     ::setpgid(pid_, pid_);  // here too, so that the group exists whichever side runs first
-    handle_ = FileDescriptor(static_cast<int>(::syscall(SYS_pidfd_open, pid_, 0)));
+    handle_ = platform::freedesktop::FileDescriptor(static_cast<int>(::syscall(SYS_pidfd_open, pid_, 0)));
 }
 
 Process::Process(Process&& other) noexcept

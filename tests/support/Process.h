@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/FileDescriptor.h"
+#include "platform/freedesktop/FileDescriptor.h"
 #include "tests/support/Wait.h"
 
 namespace desktop_test {
@@ -45,10 +45,10 @@ class Process {
     [[nodiscard]] bool hasEnded(std::chrono::milliseconds deadline) const;
     void reap();
 
-    FileDescriptor output_;
-    FileDescriptor error_;
+    platform::freedesktop::FileDescriptor output_;
+    platform::freedesktop::FileDescriptor error_;
     pid_t pid_ = -1;
-    FileDescriptor handle_;
+    platform::freedesktop::FileDescriptor handle_;
     bool reaped_ = false;
     int exitStatus_ = 0;
 };

@@ -8,8 +8,8 @@
 #include <array>
 #include <csignal>
 
+#include "platform/freedesktop/FileDescriptor.h"
 #include "platform/freedesktop/StandardError.h"
-#include "tests/support/FileDescriptor.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace platform::freedesktop {
@@ -33,7 +33,7 @@ class StandInJournal {
     }
 
   private:
-    desktop_test::FileDescriptor socket_{::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0)};
+    platform::freedesktop::FileDescriptor socket_{::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0)};
 };
 
 // The fields of an entry of less than 256 bytes each.
