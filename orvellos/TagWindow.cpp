@@ -112,6 +112,14 @@ std::optional<platform::Screen> TagWindow::preferredScreen() const {
     return preferredScreenProvider_ ? preferredScreenProvider_() : std::nullopt;
 }
 
+// Where no screen is preferred, the tag follows the pointer to another one.
+std::optional<platform::Screen> TagWindow::screenForDrag(Point pointer) const {
+    if (const auto preferred = preferredScreen()) return preferred;
+    const auto screens = services_.screens.screens();
+    const int index = screenIndex(screens, pointer);
+    return index < 0 ? ownScreen() : std::optional(screens[static_cast<std::size_t>(index)]);
+}
+
 std::optional<platform::Screen> TagWindow::ownScreen() const {
     const auto shared = [this](const platform::Screen& screen) {
         const double width =
@@ -286,8 +294,7 @@ void TagWindow::mouseDragged(const platform::MouseEvent& event) {
     const Rect moved{mouseDownWindowOrigin_->x + event.location.x - mouseDownScreenLocation_->x,
                      mouseDownWindowOrigin_->y + event.location.y - mouseDownScreenLocation_->y, frame_.width,
                      frame_.height};
-    const auto preferred = preferredScreen();
-    setFrame(clampedTo(preferred ? preferred : ownScreen(), moved));
+    setFrame(clampedTo(screenForDrag(event.location), moved));
 }
 
 void TagWindow::mouseUp(const platform::MouseEvent& event) {

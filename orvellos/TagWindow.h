@@ -111,6 +111,7 @@ class TagWindow final : public platform::TagWindowDelegate {
     [[nodiscard]] platform::Size sizeForLabel(const std::string& label) const;
     [[nodiscard]] platform::Rect centred(platform::Size size, platform::Point center) const;
     [[nodiscard]] std::optional<platform::Screen> preferredScreen() const;
+    [[nodiscard]] std::optional<platform::Screen> screenForDrag(platform::Point pointer) const;
     [[nodiscard]] std::optional<platform::Screen> ownScreen() const;
     [[nodiscard]] std::string shortId() const;
     void takeLook(const Tag& tag);

@@ -15,6 +15,7 @@ namespace platform::x11 {
 namespace {
 
 constexpr auto kPlacementSettles = std::chrono::milliseconds(250);
+constexpr int kMostInsistences = 4;
 constexpr auto kManagedWithin = std::chrono::milliseconds(500);
 constexpr auto kLongestManagedWithin = std::chrono::seconds(16);
 constexpr auto kWithdrawnWithin = std::chrono::seconds(3);
@@ -133,6 +134,7 @@ WindowState X11TagSurface::state() const {
 void X11TagSurface::setFrame(const Rect& frame) {
     frame_ = frame;
     refusedPlace_.reset();
+    insistences_ = 0;
     commitLater();
 }
 
@@ -166,6 +168,7 @@ void X11TagSurface::setOrderedIn(bool orderedIn) {
 }
 
 void X11TagSurface::refresh() {
+    insistences_ = 0;
     contentsChanged_ = true;
     silhouetteChanged_ = true;
     commitLater();
@@ -452,6 +455,8 @@ void X11TagSurface::takeDesktop(std::uint32_t desktop) {
     desktop_ = desktop;
 }
 
+// A window manager that moves the window, as some do when a monitor goes, is asked for the wanted place
+// again, some times; then its place is where the window is.
 void X11TagSurface::verifyPlacement() {
     if (!mapped_ || gesture_.isHeld() || isParked() || commitTimer_.isActive()) return;
     auto* connection = context_.connection.get();
@@ -465,8 +470,9 @@ void X11TagSurface::verifyPlacement() {
     if (!origin || !size) return;
     const PixelRect actual{origin->dst_x, origin->dst_y, size->width, size->height};
     if (actual == placed_ || refusedPlace_ == actual) return;
-    refusedPlace_ = actual;
     placed_ = actual;
+    if (insistences_++ < kMostInsistences) return commitLater();
+    refusedPlace_ = actual;
     frame_ = delegate_.constrainFrame(context_.screens.coordinates().toPoints(actual));
     commitLater();
 }

@@ -103,7 +103,8 @@ class X11TagSurface final : public TagSurface {
     BoundingShape bounding_ = BoundingShape::Unset;
     InputShape input_ = InputShape::Unset;
     std::optional<std::uint32_t> desktop_;
-    std::optional<PixelRect> refusedPlace_;
+    std::optional<PixelRect> refusedPlace_;  // where the window manager wants the window, taken as its frame
+    int insistences_ = 0;                    // on the wanted frame
     MouseGesture gesture_;
     Timer commitTimer_;
     Timer mapTimer_;

@@ -211,28 +211,6 @@ TEST(TagWindowTest, AsksAgainWhenAStartingWindowManagerOverlooksIt) {
     })) << application.standardError();
 }
 
-TEST(TagWindowTest, FollowsAChangeOfTheScreen) {
-    TaggedDesktop desktop({.kind = WindowManager::Openbox});
-    auto application = desktop.start({desktop.program("orvello")});
-    ASSERT_TRUE(desktop.waitForTagOf(0)) << application.standardError();
-    const auto xrandr = [&](std::vector<std::string> words) {
-        words.insert(words.begin(), "xrandr");
-        const auto result = desktop.run(words);
-        return result.status == 0;
-    };
-    const auto isAtAnchorOf = [&](int screenWidth) {
-        const auto place = desktop.x().geometry(desktop.window("Mail")).value_or(Rectangle{});
-        return std::abs(place.x + place.width / 2 - (screenWidth - 224)) <= 1;
-    };
-    EXPECT_TRUE(isAtAnchorOf(1280));
-    ASSERT_TRUE(xrandr({"--newmode", "small", "0", "1000", "0", "0", "1000", "700", "0", "0", "700"}));
-    ASSERT_TRUE(xrandr({"--addmode", "screen", "small"}));
-    ASSERT_TRUE(xrandr({"--output", "screen", "--mode", "small"}));
-    EXPECT_TRUE(waitUntil([&] { return isAtAnchorOf(1000); }));
-    ASSERT_TRUE(xrandr({"--output", "screen", "--mode", "1280x800"}));
-    EXPECT_TRUE(waitUntil([&] { return isAtAnchorOf(1280); }));
-}
-
 TEST(TagWindowTest, GrowsWithTheScaleFactor) {
     TaggedDesktop desktop({.kind = WindowManager::Openbox});
     desktop.environment["QT_SCALE_FACTOR"] = "2";

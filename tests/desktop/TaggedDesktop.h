@@ -27,8 +27,8 @@ inline constexpr int kEnoughPixels = 600;  // of a tag's own colour, which its h
 // A desktop whose Spaces are tagged, before the application is started.
 class TaggedDesktop : public PrivateDesktop {
   public:
-    explicit TaggedDesktop(WindowManagerOptions windowManager, const nlohmann::json& defaults = {})
-        : PrivateDesktop({.windowManager = std::move(windowManager)}) {
+    explicit TaggedDesktop(WindowManagerOptions windowManager, bool monitors = false)
+        : PrivateDesktop({.windowManager = std::move(windowManager), .monitors = monitors}) {
         const auto spaces = nlohmann::json::parse(run({program("orvello"), "dump"}).standardOutput);
         auto tags = nlohmann::json::array();
         for (std::size_t i = 0; i < std::size(kTags); ++i)
@@ -37,7 +37,6 @@ class TaggedDesktop : public PrivateDesktop {
                             {"colorHex", kTags[i].colorHex},
                             {"spaceUUID", spaces.at(i).at("uuid")}});
         write(dataFolder() / "orvello/tags.json", tags);
-        if (!defaults.is_null()) write(configFolder() / "orvello/defaults.json", defaults);
     }
 
     static void write(const std::filesystem::path& file, const nlohmann::json& content) {

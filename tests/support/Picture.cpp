@@ -52,9 +52,10 @@ void Picture::writePng(const std::filesystem::path& path) const {
 }
 
 Picture takePicture(XClient& client) {
-    const auto& screen = client.screen();
+    const auto screen = client.geometry(client.root()).value_or(Rectangle{});
     const auto cookie = xcb_get_image(client.connection(), XCB_IMAGE_FORMAT_Z_PIXMAP, client.root(), 0, 0,
-                                      screen.width_in_pixels, screen.height_in_pixels, ~0U);
+                                      static_cast<std::uint16_t>(screen.width),
+                                      static_cast<std::uint16_t>(screen.height), ~0U);
     const Reply<xcb_get_image_reply_t> reply(xcb_get_image_reply(client.connection(), cookie, nullptr));
     if (!reply || reply->depth != 24) throw std::runtime_error("the screen gives no picture of 24 bits");
     const std::span data(reinterpret_cast<const Rgb*>(xcb_get_image_data(reply.get())),
@@ -62,7 +63,7 @@ Picture takePicture(XClient& client) {
     std::vector<Rgb> pixels;
     pixels.reserve(data.size());
     for (const auto pixel : data) pixels.push_back(pixel & 0xFFFFFFU);
-    return {screen.width_in_pixels, screen.height_in_pixels, std::move(pixels)};
+    return {screen.width, screen.height, std::move(pixels)};
 }
 
 }  // namespace desktop_test

@@ -45,6 +45,32 @@ std::string busConfiguration(const std::filesystem::path& runtimeFolder,
                        runtimeFolder.string(), servicesFolder.string());
 }
 
+// The driver has outputs without a screen behind them; the first has these modes, the others are given them.
+constexpr std::array kOutputs = {"DUMMY0", "DUMMY1", "DUMMY2"};
+constexpr std::array kModes = {"1280x800", "1024x768", "800x600"};
+constexpr const char* kMonitorsConfiguration = R"(
+Section "ServerFlags"
+  Option "AutoAddDevices" "false"
+  Option "AutoAddGPU" "false"
+EndSection
+Section "Monitor"
+  Identifier "any"
+  HorizSync 5-1000
+  VertRefresh 5-200
+EndSection
+Section "Device"
+  Identifier "card"
+  Driver "dummy"
+  VideoRam 64000
+EndSection
+Section "Screen"
+  Identifier "screen"
+  Device "card"
+  Monitor "any"
+  DefaultDepth 24
+EndSection
+)";
+
 }  // namespace
 
 // Listens to the running test and takes a picture of the screen at its first failure.
@@ -138,17 +164,32 @@ void PrivateDesktop::require(Process& process, const std::string& what,
         throw std::runtime_error(what + " did not start:\n" + process.standardError());
 }
 
-void PrivateDesktop::startServer() {
-    const auto size = fmt::format("{}x{}x24", options_.screen->width, options_.screen->height);
-    std::vector<std::string> command = {"Xvfb",      "-displayfd", "1",        "-screen", "0", size,
-                                        "-nolisten", "tcp",        "-noreset", "-dpi",    "96"};
+std::vector<std::string> PrivateDesktop::serverCommand() const {
+    std::vector<std::string> command;
+    if (options_.monitors) {
+        const auto configuration = folder() / "xorg.conf";
+        writeFile(configuration, kMonitorsConfiguration);
+        command = {"Xorg",      "-config",     configuration, "-logfile", folder() / "xorg.log",
+                   "-sharevts", "-novtswitch", "-keeptty"};
+    } else {
+        command = {"Xvfb", "-screen", "0",
+                   fmt::format("{}x{}x24", options_.screen->width, options_.screen->height)};
+    }
+    for (const char* word : {"-displayfd", "1", "-nolisten", "tcp", "-noreset", "-dpi", "96"})
+        command.emplace_back(word);
     command.insert(command.end(), options_.serverArguments.begin(), options_.serverArguments.end());
+    return command;
+}
+
+void PrivateDesktop::startServer() {
+    const auto command = serverCommand();
     server_.emplace(command, environment);
-    require(*server_, "Xvfb", [this] { return server_->standardOutput().ends_with('\n'); });
+    require(*server_, command.front(), [this] { return server_->standardOutput().ends_with('\n'); });
     const auto number = server_->standardOutput();
     display_ = fmt::format(":{}", number.substr(0, number.size() - 1));
     environment["DISPLAY"] = display_;
     client_.emplace(display_);
+    if (options_.monitors) setUpMonitors();
     // The benchmark command runs no test.
     if (::testing::UnitTest::GetInstance()->current_test_info())
         photographer_ = std::make_unique<FailurePhotographer>(*this);
@@ -235,6 +276,36 @@ void PrivateDesktop::startCompositor() {
 
 void PrivateDesktop::stopCompositor() {
     compositor_.reset();
+}
+
+void PrivateDesktop::setUpMonitors() {
+    for (std::size_t i = 1; i < kOutputs.size(); ++i)
+        for (const char* mode : kModes) xrandr({"--addmode", kOutputs[i], mode});
+    setMonitors({*options_.screen});
+}
+
+void PrivateDesktop::setMonitors(const std::vector<ScreenSize>& monitors) {
+    std::vector<std::string> words;
+    int left = 0;
+    for (std::size_t i = 0; i < kOutputs.size(); ++i) {
+        words.insert(words.end(), {"--output", kOutputs[i]});
+        if (i >= monitors.size()) {
+            words.emplace_back("--off");
+            continue;
+        }
+        const auto& [width, height] = monitors[i];
+        words.insert(words.end(),
+                     {"--mode", fmt::format("{}x{}", width, height), "--pos", fmt::format("{}x0", left)});
+        if (i == 0) words.emplace_back("--primary");
+        left += width;
+    }
+    xrandr(words);
+}
+
+void PrivateDesktop::xrandr(std::vector<std::string> words) const {
+    words.insert(words.begin(), "xrandr");
+    const auto result = run(words);
+    if (result.status != 0) throw std::runtime_error("xrandr: " + result.standardError);
 }
 
 bool PrivateDesktop::goToDesktop(std::uint32_t desktop) {

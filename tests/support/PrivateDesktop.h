@@ -26,6 +26,7 @@ struct DesktopOptions {
     WindowManagerOptions windowManager = {};
     bool sessionBus = false;  // a window manager that needs a bus gets one anyway
     std::vector<std::string> serverArguments = {};
+    bool monitors = false;  // a server whose monitors come and go: setMonitors()
 };
 
 // A desktop of the test's own: an X server on a free display, a window manager that is ready, a message bus
@@ -78,12 +79,19 @@ class PrivateDesktop {
     void startCompositor();
     void stopCompositor();
 
+    // On a desktop with `monitors`: these, side by side from the left, the first the primary one; none at all
+    // is possible too. At most three, of 1280×800, 1024×768 or 800×600.
+    void setMonitors(const std::vector<ScreenSize>& monitors);
+
     // Asks for the desktop (counted from 0) and waits until it is the current one.
     [[nodiscard]] bool goToDesktop(std::uint32_t desktop);
 
   private:
     void makeFolders();
     void startServer();
+    [[nodiscard]] std::vector<std::string> serverCommand() const;
+    void setUpMonitors();
+    void xrandr(std::vector<std::string> words) const;
     void startBus();
     void startShortcutDaemon();
     void launchWindowManager(bool replacing);

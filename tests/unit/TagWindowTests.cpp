@@ -161,6 +161,10 @@ TEST_F(TagWindowTest, StopsAtTheScreensEdge) {
     drag({-5000, 5000});
     EXPECT_EQ(window.frame().origin(), (Point{-20, 900 + 20 - window.frame().height}));
     screens_.addScreen({1440, 0, 1000, 600});
+    drag({1900, 5000});
+    EXPECT_EQ(window.frame().maxX(), 1440 + 20) << "a pointer on no screen";
+    drag({1900, 300});
+    EXPECT_TRUE(screens_.screens()[1].frame.contains(window.frame().center())) << "it follows the pointer";
     window.setPreferredScreenProvider([this] { return std::optional(screens_.screens()[1]); });
     drag({0, 0});
     EXPECT_EQ(window.frame().origin(), (Point{1420, -20}));
