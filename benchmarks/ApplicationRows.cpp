@@ -2,12 +2,13 @@
 
 #include <algorithm>
 #include <fstream>
-#include <nlohmann/json.hpp>
+#include <map>
 #include <stdexcept>
 #include <thread>
 
 #include "benchmarks/PairedRuns.h"
 #include "benchmarks/Row.h"
+#include "benchmarks/TaggedSpaces.h"
 #include "tests/support/PrivateDesktop.h"
 
 namespace benchmark {
@@ -21,26 +22,6 @@ constexpr std::size_t kTags = 10;
 constexpr std::size_t kManyTags = 60;
 constexpr auto kSettles = std::chrono::seconds(3);
 constexpr double kMiB = 1024;  // in KiB
-
-// Tags the first Space `count` times over, which costs as much as tagging many Spaces.
-void writeTags(const PrivateDesktop& desktop, std::size_t count) {
-    const auto dump = desktop.run({PrivateDesktop::program("orvello"), "dump"});
-    const auto spaces = nlohmann::json::parse(dump.standardOutput);
-    auto tags = nlohmann::json::array();
-    for (std::size_t i = 0; i < count; ++i)
-        tags.push_back({{"id", fmt::format("{:08}-1111-4111-8111-111111111111", i)},
-                        {"label", fmt::format("Tag {}", i)},
-                        {"colorHex", "#3B82F6"},
-                        {"spaceUUID", spaces.at(i % spaces.size()).at("uuid")}});
-    const auto folder = desktop.dataFolder() / "orvello";
-    std::filesystem::create_directories(folder);
-    std::ofstream(folder / "tags.json") << tags;
-}
-
-void awaitClients(PrivateDesktop& desktop, std::size_t count) {
-    if (!desktop_test::waitUntil([&] { return desktop.x().clients().size() >= count; }))
-        throw std::runtime_error("the tag windows do not come up");
-}
 
 // A number from a line of /proc/<pid>/status.
 double statusNumber(pid_t process, std::string_view name) {
@@ -59,7 +40,7 @@ std::chrono::nanoseconds processorTime(pid_t process) {
 }
 
 double residentMiB(PrivateDesktop& desktop, std::size_t tags) {
-    writeTags(desktop, tags);
+    tagSpaces(desktop, tags);
     const auto application = desktop.start({PrivateDesktop::program("orvello")});
     awaitClients(desktop, 2 * tags);
     std::this_thread::sleep_for(kSettles);
@@ -68,16 +49,16 @@ double residentMiB(PrivateDesktop& desktop, std::size_t tags) {
 
 void measureMemory(PrivateDesktop& desktop, std::vector<Row>& rows) {
     const double ten = residentMiB(desktop, kTags);
-    if (!desktop_test::waitUntil([&] { return desktop.x().clients().empty(); }))
-        throw std::runtime_error("the tag windows do not go away");
+    awaitNoClients(desktop);
     const double each = (residentMiB(desktop, kManyTags) - ten) / static_cast<double>(kManyTags - kTags);
     rows.push_back({"resident memory, ten tags", fmt::format("{:.1f} MiB", ten), "< 60 MiB", ten < 60});
     rows.push_back(
         {"resident memory, each further tag", fmt::format("{:.2f} MiB", each), "< 1 MiB", each < 1});
 }
 
-void measureIdling(PrivateDesktop& desktop, const Effort& effort, std::vector<Row>& rows) {
-    writeTags(desktop, kTags);
+// What the application does for so long, which includes nothing that anyone asks of it.
+void measureIdling(PrivateDesktop& desktop, const std::string& mode, const Effort& effort,
+                   std::vector<Row>& rows) {
     const auto application = desktop.start({PrivateDesktop::program("orvello")});
     awaitClients(desktop, 2 * kTags);
     std::this_thread::sleep_for(kSettles);
@@ -89,12 +70,41 @@ void measureIdling(PrivateDesktop& desktop, const Effort& effort, std::vector<Ro
     std::this_thread::sleep_for(time);
     const double share = std::chrono::duration<double>(processorTime(pid) - usedBefore) / time;
     const double wokenEachSecond = (wakeUps() - wokenBefore) / time.count();
-    rows.push_back({"processor time of the idle application, ten tags",
+    rows.push_back({fmt::format("processor time while idle, ten tags, {}", mode),
                     fmt::format("{:.3f} % of a core", 100 * share), "< 0.3 %", share < 0.003});
     // It looks for the overview 10 times a second and asks for the pointer 5 times, for whose answer it wakes
     // too.
-    rows.push_back(
-        {"wake-ups a second", fmt::format("{:.1f}", wokenEachSecond), "<= 20", wokenEachSecond <= 20});
+    rows.push_back({fmt::format("wake-ups a second while idle, {}", mode),
+                    fmt::format("{:.1f}", wokenEachSecond), "<= 20", wokenEachSecond <= 20});
+}
+
+// What the idle application sends to the display server and the message bus: its question for the pointer,
+// and so nothing for its polls.
+void measureRequests(const Effort& effort, std::vector<Row>& rows) {
+    PrivateDesktop desktop({.windowManager = {.kind = WindowManager::Kwin}});
+    tagSpaces(desktop, kTags);
+    const auto application = desktop.start({PrivateDesktop::program("orvello")});
+    awaitClients(desktop, 2 * kTags);
+    std::this_thread::sleep_for(kSettles);
+    const auto log = desktop.folder() / "calls";
+    const auto time = std::chrono::milliseconds(200) * effort.pairs;
+    {
+        const auto tracer = desktop.start({"strace", "-f", "-e", "trace=writev,sendmsg", "-o", log.string(),
+                                           "-p", std::to_string(application.pid())});
+        std::this_thread::sleep_for(time);
+    }
+    std::ifstream calls(log);
+    std::map<std::string, int> sent;  // by the call
+    for (std::string line; std::getline(calls, line);)
+        for (const char* call : {"writev(", "sendmsg("})
+            if (line.find(call) != std::string::npos) ++sent[call];
+    const double seconds = std::chrono::duration<double>(time).count();
+    const auto add = [&](const std::string& what, double each, double most) {
+        rows.push_back(
+            {what, fmt::format("{:.1f} a second", each), fmt::format("<= {:.1f}", most), each <= most});
+    };
+    add("questions to the display server while idle, KWin", sent["writev("] / seconds, 5.5);
+    add("questions to the bus while idle, none waited for, KWin", sent["sendmsg("] / seconds, 1.5);
 }
 
 // From the start of the command until the window manager lists that many windows.
@@ -109,8 +119,7 @@ Timed untilWindows(PrivateDesktop& desktop, std::vector<std::string> words, std:
         }
         const auto end = std::chrono::steady_clock::now();
         process.stop();
-        if (!desktop_test::waitUntil([&] { return x.clients().empty(); }))
-            throw std::runtime_error("the windows do not go away");
+        awaitNoClients(desktop);
         return Milliseconds(end - start);
     };
 }
@@ -120,16 +129,20 @@ Timed untilWindows(PrivateDesktop& desktop, std::vector<std::string> words, std:
 std::vector<Row> measureApplication(const Effort& effort) {
     PrivateDesktop desktop({.windowManager = {.kind = WindowManager::Openbox}});
     std::vector<Row> rows;
-    writeTags(desktop, 1);
+    tagSpaces(desktop, 1);
     rows.push_back(rowOf(
         "start to the first label / a bare Qt Widgets window",
         compare(std::max(effort.pairs / 5, 1), untilWindows(desktop, {PrivateDesktop::program("orvello")}, 1),
                 untilWindows(desktop, {BARE_QT_WINDOW}, 1)),
         1.5));
     measureMemory(desktop, rows);
-    if (!desktop_test::waitUntil([&] { return desktop.x().clients().empty(); }))
-        throw std::runtime_error("the tag windows do not go away");
-    measureIdling(desktop, effort, rows);
+    awaitNoClients(desktop);
+    tagSpaces(desktop, kTags);
+    measureIdling(desktop, "always visible", effort, rows);
+    awaitNoClients(desktop);
+    hideDuringWork(desktop);
+    measureIdling(desktop, "hidden during work", effort, rows);
+    measureRequests(effort, rows);
     return rows;
 }
 

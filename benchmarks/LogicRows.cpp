@@ -1,11 +1,11 @@
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <chrono>
 #include <functional>
 #include <string>
 #include <vector>
 
+#include "benchmarks/PairedRuns.h"
 #include "benchmarks/Row.h"
 #include "orvellos/DebugLog.h"
 #include "orvellos/MissionControlObserver.h"
@@ -71,8 +71,7 @@ double medianOf(int runs, const std::function<void()>& action) {
         const std::chrono::duration<double, std::micro> time = std::chrono::steady_clock::now() - start;
         times.push_back(time.count());
     }
-    std::ranges::nth_element(times, times.begin() + runs / 2);
-    return times[static_cast<std::size_t>(runs) / 2];
+    return median(std::move(times));
 }
 
 void measurePoll(const Effort& effort, std::vector<Row>& rows) {

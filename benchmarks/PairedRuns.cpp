@@ -15,29 +15,28 @@ namespace {
 
 constexpr int kWarmUps = 5;
 
-template <typename T>
-T median(std::vector<T> values) {
+}  // namespace
+
+double median(std::vector<double> values) {
     const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
     std::nth_element(values.begin(), middle, values.end());
     return *middle;
 }
-
-}  // namespace
 
 Comparison compare(int pairs, const Timed& ours, const Timed& theirs) {
     for (int i = 0; i < kWarmUps; ++i) {
         ours();
         theirs();
     }
-    std::vector<Milliseconds> ourTimes;
-    std::vector<Milliseconds> theirTimes;
+    std::vector<double> ourTimes;
+    std::vector<double> theirTimes;
     std::vector<double> ratios;
     for (int i = 0; i < pairs; ++i) {
-        ourTimes.push_back(ours());
-        theirTimes.push_back(theirs());
+        ourTimes.push_back(ours().count());
+        theirTimes.push_back(theirs().count());
         ratios.push_back(ourTimes.back() / theirTimes.back());
     }
-    return {median(ourTimes), median(theirTimes), median(ratios)};
+    return {Milliseconds(median(ourTimes)), Milliseconds(median(theirTimes)), median(ratios)};
 }
 
 Row rowOf(const std::string& what, const Comparison& comparison, double goal) {

@@ -14,6 +14,9 @@ using Milliseconds = std::chrono::duration<double, std::milli>;
 // Does what is measured, once, and says how long that took.
 using Timed = std::function<Milliseconds()>;
 
+// Of at least one value.
+[[nodiscard]] double median(std::vector<double> values);
+
 struct Comparison {
     Milliseconds ours{};
     Milliseconds theirs{};

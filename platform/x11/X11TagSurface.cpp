@@ -411,6 +411,12 @@ void X11TagSurface::handle(const xcb_generic_event_t& event) {
                 commitLater();
             });
             break;
+        case XCB_REPARENT_NOTIFY:
+            // KWin writes no WM_STATE on a window that is not on the current desktop.
+            if (reinterpret_cast<const xcb_reparent_notify_event_t&>(event).parent !=
+                context_.connection.root())
+                becomeManaged();
+            break;
         case XCB_CONFIGURE_NOTIFY:
             placementTimer_ = context_.runLoop.after(kPlacementSettles, [this] { verifyPlacement(); });
             break;
@@ -420,8 +426,8 @@ void X11TagSurface::handle(const xcb_generic_event_t& event) {
             const bool isManagers = atom == atoms.wmState || atom == atoms.desktop || atom == atoms.state;
             if (isManagers && withdrawTimer_.isActive())
                 withdrawTimer_ = context_.runLoop.after(kWithdrawingSettles, [this] { endWithdrawing(); });
-            else if (atom == atoms.wmState && !std::exchange(managed_, mapped_))
-                raiseAboveWallpaper(kRaisePause);
+            else if (atom == atoms.wmState)
+                becomeManaged();
             if (atom == atoms.desktop) readDesktop();
             break;
         }
@@ -436,6 +442,10 @@ void X11TagSurface::handle(const xcb_generic_event_t& event) {
         default:
             break;
     }
+}
+
+void X11TagSurface::becomeManaged() {
+    if (!std::exchange(managed_, mapped_)) raiseAboveWallpaper(kRaisePause);
 }
 
 void X11TagSurface::readDesktop() {

@@ -65,6 +65,7 @@ class X11TagSurface final : public TagSurface {
     void withdraw();
     void endWithdrawing();
     void setShape(std::uint8_t kind, const std::vector<PixelRect>& rectangles);
+    void becomeManaged();
     void readDesktop();
     void takeDesktop(std::uint32_t desktop);
     void verifyPlacement();

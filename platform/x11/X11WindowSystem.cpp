@@ -32,6 +32,8 @@ xcb_window_t windowOf(const xcb_generic_event_t& event) {
             return reinterpret_cast<const xcb_button_press_event_t&>(event).event;
         case XCB_CONFIGURE_NOTIFY:
             return reinterpret_cast<const xcb_configure_notify_event_t&>(event).window;
+        case XCB_REPARENT_NOTIFY:
+            return reinterpret_cast<const xcb_reparent_notify_event_t&>(event).window;
         case XCB_MAP_NOTIFY:
             return reinterpret_cast<const xcb_map_notify_event_t&>(event).window;
         case XCB_PROPERTY_NOTIFY:

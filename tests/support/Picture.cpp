@@ -52,10 +52,14 @@ void Picture::writePng(const std::filesystem::path& path) const {
 }
 
 Picture takePicture(XClient& client) {
-    const auto screen = client.geometry(client.root()).value_or(Rectangle{});
-    const auto cookie = xcb_get_image(client.connection(), XCB_IMAGE_FORMAT_Z_PIXMAP, client.root(), 0, 0,
-                                      static_cast<std::uint16_t>(screen.width),
-                                      static_cast<std::uint16_t>(screen.height), ~0U);
+    return takePicture(client, client.geometry(client.root()).value_or(Rectangle{}));
+}
+
+Picture takePicture(XClient& client, const Rectangle& area) {
+    const auto cookie =
+        xcb_get_image(client.connection(), XCB_IMAGE_FORMAT_Z_PIXMAP, client.root(),
+                      static_cast<std::int16_t>(area.x), static_cast<std::int16_t>(area.y),
+                      static_cast<std::uint16_t>(area.width), static_cast<std::uint16_t>(area.height), ~0U);
     const Reply<xcb_get_image_reply_t> reply(xcb_get_image_reply(client.connection(), cookie, nullptr));
     if (!reply || reply->depth != 24) throw std::runtime_error("the screen gives no picture of 24 bits");
     const std::span data(reinterpret_cast<const Rgb*>(xcb_get_image_data(reply.get())),
@@ -63,7 +67,7 @@ Picture takePicture(XClient& client) {
     std::vector<Rgb> pixels;
     pixels.reserve(data.size());
     for (const auto pixel : data) pixels.push_back(pixel & 0xFFFFFFU);
-    return {screen.width, screen.height, std::move(pixels)};
+    return {area.width, area.height, std::move(pixels)};
 }
 
 }  // namespace desktop_test

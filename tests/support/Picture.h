@@ -39,5 +39,7 @@ class Picture {
 
 // What the screen shows. Throws std::runtime_error when the server does not say.
 [[nodiscard]] Picture takePicture(XClient& client);
+// The same of an area that is on the screen.
+[[nodiscard]] Picture takePicture(XClient& client, const Rectangle& area);
 
 }  // namespace desktop_test

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "tests/support/PrivateDesktop.h"
+
+namespace benchmark {
+
+// Writes the tag file of a desktop whose application is not running yet.
+
+// Tags the Spaces over and over again, which costs as much as tagging that many Spaces.
+void tagSpaces(const desktop_test::PrivateDesktop& desktop, std::size_t count);
+// Tags this one alone (counted from 0).
+void tagSpace(const desktop_test::PrivateDesktop& desktop, std::uint32_t space);
+// Chooses the mode that shows tags for a glance alone.
+void hideDuringWork(const desktop_test::PrivateDesktop& desktop);
+
+// Waits until the window manager lists that many windows. Throws std::runtime_error when it does not.
+void awaitClients(desktop_test::PrivateDesktop& desktop, std::size_t count);
+void awaitNoClients(desktop_test::PrivateDesktop& desktop);
+
+}  // namespace benchmark
