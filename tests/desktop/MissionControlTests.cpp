@@ -102,6 +102,38 @@ TEST(MissionControlTest, ShowsEverySpacesBigTagAndNoSmallOne) {
     }
 }
 
+TEST(MissionControlTest, IsForeseenByTheDesktopsOwnShortcut) {
+    OverviewDesktop desktop;
+    desktop.startApplication();
+    constexpr xcb_keysym_t kSuperL = 0xFFEB, kF8 = 0xFFC5;
+    auto hands = desktop.devices();
+    const auto type = [&](xcb_keysym_t key) { hands.typeKeys({hands.keyFor(kSuperL), hands.keyFor(key)}); };
+    const auto hasOpened = [&](int times) {
+        return [&desktop, times] { return desktop.timesSaid("observer.isActive → true") == times; };
+    };
+    const auto hasClosed = [&](int times) {
+        return [&desktop, times] { return desktop.timesSaid("observer.isActive → false") == times + 1; };
+    };
+    // KWin tells of its keys a while after its start, and takes them as late.
+    ASSERT_TRUE(waitUntil([&] {
+        type('w');
+        return waitUntil(hasOpened(1), std::chrono::seconds(3));
+    }));
+    type('w');
+    ASSERT_TRUE(waitUntil(hasClosed(1)));
+    int opened = 1;
+    int foreseen = desktop.timesSaid("PRE-TRIGGER[keystroke]: setting MC=true");
+    for (const xcb_keysym_t key : {xcb_keysym_t{'w'}, kF8}) {
+        SCOPED_TRACE(key);
+        ASSERT_TRUE(desktop.waitForTagOf(0));
+        type(key);
+        EXPECT_TRUE(waitUntil(hasOpened(++opened)));
+        EXPECT_EQ(desktop.timesSaid("PRE-TRIGGER[keystroke]: setting MC=true"), ++foreseen);
+        type(key);
+        EXPECT_TRUE(waitUntil(hasClosed(opened)));
+    }
+}
+
 TEST(MissionControlTest, FollowsATagThatTheUserMovesInIt) {
     OverviewDesktop desktop;
     desktop.startApplication();

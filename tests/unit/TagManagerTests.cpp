@@ -329,6 +329,71 @@ TEST_F(TagManagerTest, ThePeekKeyOnlyLogsWhileSharing) {
     EXPECT_EQ(messages(), Texts{"peek: suppressed (kill switch active)"});
 }
 
+TEST_F(TagManagerTest, LosesNothingInBadWeatherAndComesToRest) {
+    hideDuringWork();
+    const auto tags = store_.tags;
+    struct Row {
+        const char* name;
+        std::function<void()> weather;
+    };
+    const Row rows[] = {
+        {"a window manager replaced during a locked reveal",
+         [&] {
+             manager_.peekBegin();
+             desktop_.spaces.setAnswering(false);
+             desktop_.spaces.notifyActiveSpaceChanged();
+             wait(2);
+             EXPECT_TRUE(isSeen()) << "it lasts while the key is held";
+             desktop_.spaces.setAnswering(true);
+             desktop_.spaces.notifyActiveSpaceChanged();
+         }},
+        {"the clock set back by an hour during a reveal",
+         [&] {
+             manager_.peekBegin();
+             desktop_.runLoop.setWallNow(desktop_.runLoop.wallNow() - std::chrono::hours(1));
+             wait(1);
+             manager_.peekEnd();
+         }},
+        {"Spaces that come and go in Mission Control",
+         [&] {
+             setMissionControl(true);
+             desktop_.spaces.addSpace("D");
+             desktop_.spaces.removeSpace("B");
+             wait(3);
+             EXPECT_TRUE(isSeenBig());
+             desktop_.spaces.removeSpace("D");
+             setMissionControl(false);
+         }},
+        {"a thousand switches in a second",
+         [&] {
+             for (int i = 0; i < 1000; ++i) {
+                 desktop_.spaces.setCurrentSpace(i % 2 == 0 ? "C" : "A");
+                 wait(0.001);
+             }
+         }},
+        {"screens that come and go",
+         [&] {
+             const auto screens = desktop_.screens.screens();
+             for (int i = 0; i < 10; ++i) {
+                 desktop_.screens.setScreens({});
+                 desktop_.screens.setScreens(screens);
+             }
+         }},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        row.weather();
+        wait(12);
+        EXPECT_TRUE(isHidden());
+        EXPECT_EQ(store_.tags, tags);
+        EXPECT_EQ(spacesOf(window(0)), std::vector{ManagedSpaceId{1}});
+        EXPECT_EQ(spacesOf(window(1)), std::vector{ManagedSpaceId{3}});
+        connectLog(false);
+        wait(60);
+        EXPECT_EQ(messages(), Texts{}) << "nothing happens any more";
+    }
+}
+
 TEST_F(TagManagerTest, RestsWhileNobodyLooks) {
     struct Row {
         SessionEvent event;
