@@ -191,4 +191,26 @@ TEST(MissionControlTest, HidesATagWhoseDesktopIsGoneAndShowsItOnTheSameOne) {
     EXPECT_TRUE(desktop.waitForTagOf(2));
 }
 
+TEST(MissionControlTest, TakesDesktopsThatComeAndGoWhileItIsOpen) {
+    OverviewDesktop desktop;
+    desktop.startApplication();
+    const auto bindings = [&] {
+        return std::vector{desktop.boundTo(0), desktop.boundTo(1), desktop.boundTo(2)};
+    };
+    const auto before = bindings();
+    desktop.open("ShowDesktopGrid");
+    for (const std::uint32_t count : {5U, 2U, 4U}) {
+        desktop.x().setNumberOfDesktops(count);
+        ASSERT_TRUE(waitUntil([&] { return desktop.x().numberOfDesktops() == count; }));
+    }
+    desktop.close("ShowDesktopGrid");
+    EXPECT_TRUE(desktop.waitForTagOf(0));
+    ASSERT_TRUE(desktop.goToDesktop(1));
+    EXPECT_TRUE(desktop.waitForTagOf(1));
+    // The third one went, and the window manager put its windows on another.
+    ASSERT_TRUE(desktop.goToDesktop(2));
+    EXPECT_TRUE(desktop.waitForTagOf(3)) << "a new desktop has no tag";
+    EXPECT_EQ(bindings(), before);
+}
+
 }  // namespace

@@ -211,6 +211,26 @@ TEST(TagWindowTest, AsksAgainWhenAStartingWindowManagerOverlooksIt) {
     })) << application.standardError();
 }
 
+TEST(TagWindowTest, TakesATagFileAsItIs) {
+    TaggedDesktop desktop({.kind = WindowManager::Openbox});
+    const auto file = desktop.dataFolder() / "orvello/tags.json";
+    auto tags = nlohmann::json::parse(std::ifstream(file));
+    tags[1]["spaceUUID"] = tags[0]["spaceUUID"];
+    tags[2]["spaceUUID"] = "11111111-2222-4333-8444-555555555555";
+    TaggedDesktop::write(file, tags);
+    desktop.environment["ORVELLO_DEBUG"] = "1";
+    auto application = desktop.start({desktop.program("orvello")});
+    auto& x = desktop.x();
+    ASSERT_TRUE(waitUntil([&] {
+        return x.desktopOf(desktop.window("Mail")) == 0U && x.desktopOf(desktop.window("Code")) == 0U;
+    })) << application.standardError();
+    EXPECT_TRUE(waitUntil([&] { return takePicture(x).count(kTags[1].color, 24) >= kEnoughPixels; }))
+        << "two tags of one Space lie on each other";
+    EXPECT_TRUE(x.shape(desktop.window("Music"), ShapeKind::Bounding).empty()) << "its Space is nowhere";
+    EXPECT_EQ(nlohmann::json::parse(std::ifstream(file)), tags);
+    EXPECT_NE(application.standardError().find("orphan"), std::string::npos) << application.standardError();
+}
+
 TEST(TagWindowTest, GrowsWithTheScaleFactor) {
     TaggedDesktop desktop({.kind = WindowManager::Openbox});
     desktop.environment["QT_SCALE_FACTOR"] = "2";
