@@ -257,7 +257,7 @@ void TagManager::deleteTag(const TagID& id) {
         window.mapped()->mcBackup()->orderOut();
         window.mapped()->orderOut();
     }
-    std::erase_if(store_.tags, [&](const Tag& each) { return each.id == id; });
+    std::erase_if(store_.tags, [&](const Tag& each) { return each.id == tag.id; });
     store_.save();
     tagsChanged();
     reconcile();
