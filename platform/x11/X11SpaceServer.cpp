@@ -31,6 +31,11 @@ X11SpaceServer::X11SpaceServer(XConnection& connection, const Atoms& atoms, XEve
     started_ = true;
 }
 
+std::optional<ManagedDisplaySpaces> X11SpaceServer::copyManagedDisplaySpaces() const {
+    const bool isUncertain = desktops_ && desktops_->isKwin() && (kwinIdsAreOld_ || kwinIsAsked_);
+    return isUncertain ? std::nullopt : answer_;
+}
+
 DesktopFacts X11SpaceServer::facts() const {
     return desktops_ ? DesktopFacts{desktops_->count, desktops_->current} : DesktopFacts{};
 }
@@ -123,12 +128,14 @@ void X11SpaceServer::takeRoot(const EwmhRoot& root) {
 void X11SpaceServer::askKwin() {
     kwinRetry_ = {};
     kwinIdsAreOld_ = false;
+    kwinIsAsked_ = true;
     requestKwinIds_([this](KwinIds ids) { takeKwinIds(std::move(ids)); });
 }
 
 void X11SpaceServer::takeKwinIds(KwinIds ids) {
     // When the desktops have changed since it was asked, the next read asks again.
     if (!desktops_ || !desktops_->isKwin() || kwinIdsAreOld_) return;
+    kwinIsAsked_ = false;
     kwinIds_ = std::move(ids);
     if (!kwinIds_ || kwinIds_->size() != desktops_->count) {
         kwinIds_.reset();

@@ -15,8 +15,9 @@ namespace platform::x11 {
 
 // The Space layout for a program that runs on: read when the window manager tells of a change, at most once a
 // frame, and answered from memory in between. The layout is absent while there is no window manager, while
-// one takes over from another, and on KWin until its desktops' ids have come. It stays what it was while the
-// X server does not answer, and while KWin is asked for the ids of changed desktops.
+// one takes over from another, and on KWin until the ids of its desktops have come, at first and after every
+// change of them: a window that KWin takes off a desktop that goes must not seem to have been moved by the
+// user. It stays what it was while the X server does not answer.
 class X11SpaceServer final : public SpaceLayout, public SpaceNotifications {
   public:
     using KwinIds = std::optional<std::vector<std::string>>;
@@ -27,9 +28,7 @@ class X11SpaceServer final : public SpaceLayout, public SpaceNotifications {
     X11SpaceServer(XConnection& connection, const Atoms& atoms, XEvents& events, RunLoop& runLoop,
                    RequestKwinIds requestKwinIds);
 
-    [[nodiscard]] std::optional<ManagedDisplaySpaces> copyManagedDisplaySpaces() const override {
-        return answer_;
-    }
+    [[nodiscard]] std::optional<ManagedDisplaySpaces> copyManagedDisplaySpaces() const override;
     Subscription onActiveSpaceChanged(std::function<void()> action) override {
         return changed_.subscribe(std::move(action));
     }
@@ -66,6 +65,7 @@ class X11SpaceServer final : public SpaceLayout, public SpaceNotifications {
     std::optional<EwmhDesktops> desktops_;
     KwinIds kwinIds_;             // the last that this window manager has told
     bool kwinIdsAreOld_ = false;  // the desktops have changed since KWin was last asked
+    bool kwinIsAsked_ = false;
     bool started_ = false;
     std::optional<ManagedDisplaySpaces> answer_;
     xcb_timestamp_t lastTime_ = XCB_CURRENT_TIME;
