@@ -104,7 +104,7 @@ void measureRequests(const Effort& effort, std::vector<Row>& rows) {
             {what, fmt::format("{:.1f} a second", each), fmt::format("<= {:.1f}", most), each <= most});
     };
     add("questions to the display server while idle, KWin", sent["writev("] / seconds, 5.5);
-    add("questions to the bus while idle, none waited for, KWin", sent["sendmsg("] / seconds, 1.5);
+    add("questions to the bus while idle, none waited for, KWin", sent["sendmsg("] / seconds, 2);
 }
 
 // From the start of the command until the window manager lists that many windows.
