@@ -34,6 +34,15 @@ class TagManagerTest : public ManagerTest {
     bool isSeen() { return alphas() == std::pair(1.0, 0.0); }
     bool isSeenBig() { return alphas() == std::pair(0.0, 1.0); }
     bool isHidden() { return alphas() == std::pair(0.0, 0.0); }
+    // Hidden, each on its Space, and nothing happens any more.
+    void expectRest() {
+        EXPECT_TRUE(isHidden());
+        EXPECT_EQ(spacesOf(window(0)), std::vector{ManagedSpaceId{1}});
+        EXPECT_EQ(spacesOf(window(1)), std::vector{ManagedSpaceId{3}});
+        connectLog(false);
+        wait(60);
+        EXPECT_EQ(messages(), Texts{});
+    }
     void hideDuringWork() {
         settings_.visibilityMode.set(TagVisibilityMode::HiddenDuringWork);
         start();
@@ -384,13 +393,8 @@ TEST_F(TagManagerTest, LosesNothingInBadWeatherAndComesToRest) {
         SCOPED_TRACE(row.name);
         row.weather();
         wait(12);
-        EXPECT_TRUE(isHidden());
         EXPECT_EQ(store_.tags, tags);
-        EXPECT_EQ(spacesOf(window(0)), std::vector{ManagedSpaceId{1}});
-        EXPECT_EQ(spacesOf(window(1)), std::vector{ManagedSpaceId{3}});
-        connectLog(false);
-        wait(60);
-        EXPECT_EQ(messages(), Texts{}) << "nothing happens any more";
+        expectRest();
     }
 }
 
