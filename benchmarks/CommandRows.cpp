@@ -5,6 +5,7 @@
 
 #include "benchmarks/PairedRuns.h"
 #include "benchmarks/Row.h"
+#include "benchmarks/TaggedSpaces.h"
 #include "tests/support/PrivateDesktop.h"
 
 namespace benchmark {
@@ -47,7 +48,8 @@ Timed untilDesktop(PrivateDesktop& desktop, std::vector<std::string> words, std:
 }
 
 // Maps plain windows and waits until the window manager lists them all.
-void openWindows(desktop_test::XClient& x, std::size_t count) {
+void openWindows(PrivateDesktop& desktop, std::size_t count) {
+    auto& x = desktop.x();
     for (std::size_t i = 0; i < count; ++i) {
         const auto window = xcb_generate_id(x.connection());
         xcb_create_window(x.connection(), XCB_COPY_FROM_PARENT, window, x.root(), 10, 10, 100, 80, 0,
@@ -58,8 +60,7 @@ void openWindows(desktop_test::XClient& x, std::size_t count) {
         xcb_map_window(x.connection(), window);
     }
     xcb_flush(x.connection());
-    if (!desktop_test::waitUntil([&] { return x.clients().size() >= count; }))
-        throw std::runtime_error("the windows do not come up");
+    awaitClients(desktop, count);
 }
 
 }  // namespace
@@ -83,7 +84,7 @@ std::vector<Row> measureCommands(const Effort& effort) {
     measure("orvello goto / xdotool set_desktop, until it is done",
             untilDesktop(desktop, {orvello, "goto", "3"}, 2),
             untilDesktop(desktop, {"xdotool", "set_desktop", "2"}, 2), 1.0);
-    openWindows(desktop.x(), 200);
+    openWindows(desktop, 200);
     measure("orvello windows / wmctrl -lG, 200 windows", wholeRun({orvello, "windows"}, environment),
             wholeRun({"wmctrl", "-lG"}, environment), 0.25);
     return rows;

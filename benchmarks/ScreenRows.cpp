@@ -1,7 +1,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
 #include <functional>
 #include <optional>
 #include <stdexcept>
@@ -116,8 +115,6 @@ void measureGlance(const Effort& effort, std::vector<Row>& rows) {
     hideDuringWork(desktop);
     const auto application = desktop.start({PrivateDesktop::program("orvello")});
     auto& x = desktop.x();
-    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
-    xcb_change_window_attributes(x.connection(), x.root(), XCB_CW_EVENT_MASK, &events);
     awaitClients(desktop, 2);
     goTo(desktop, kTagged);
     const auto spot = findSpot(desktop, kTagColor);
@@ -155,8 +152,7 @@ class OverviewOpenings {
         makeShortcutWork();
     }
 
-    // How long after the plain window's thumbnail the big tag is seen, from the opening on: both, in this
-    // order.
+    // From the request until the screen shows the big tag, and the thumbnail of the plain window.
     std::pair<Milliseconds, Milliseconds> open(bool withPreTrigger) {
         std::optional<Milliseconds> tag;
         std::optional<Milliseconds> plain;
@@ -173,7 +169,7 @@ class OverviewOpenings {
     }
 
   private:
-    // The window manager may lose the first keys of a keyboard, whose layout it reads anew with them.
+    // KWin may miss its shortcut the first time.
     void makeShortcutWork() {
         const auto isOpen = [this] { return shows(desktop_, plainSpot_); };
         if (!desktop_test::waitUntil([&] {
@@ -190,9 +186,7 @@ class OverviewOpenings {
         keys.typeKeys({keys.keyFor(kSuperL), keys.keyFor('w')});
     }
     void callOverview() {
-        if (!desktop_.bus().call("org.kde.kglobalaccel", "/component/kwin", "org.kde.kglobalaccel.Component",
-                                 "invokeShortcut", "Overview"))
-            throw std::runtime_error("KWin does not open its overview");
+        if (!desktop_.toggleOverview("Overview")) throw std::runtime_error("KWin does not open its overview");
     }
     void awaitClosed() {
         await("the end of the overview",

@@ -49,7 +49,7 @@ void hideDuringWork(const PrivateDesktop& desktop) {
 
 void awaitClients(PrivateDesktop& desktop, std::size_t count) {
     if (!desktop_test::waitUntil([&] { return desktop.x().clients().size() >= count; }))
-        throw std::runtime_error("the tag windows do not come up");
+        throw std::runtime_error("the windows do not come up");
 }
 
 void awaitNoClients(PrivateDesktop& desktop) {

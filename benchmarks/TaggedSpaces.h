@@ -7,7 +7,7 @@
 
 namespace benchmark {
 
-// Writes the tag file of a desktop whose application is not running yet.
+// What is measured on: a desktop with tags and settings, written before the application starts.
 
 // Tags the Spaces over and over again, which costs as much as tagging that many Spaces.
 void tagSpaces(const desktop_test::PrivateDesktop& desktop, std::size_t count);

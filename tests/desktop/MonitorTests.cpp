@@ -12,6 +12,10 @@ constexpr ScreenSize kLarge{1280, 800};
 constexpr ScreenSize kMedium{1024, 768};
 constexpr ScreenSize kSmall{800, 600};
 
+// Where tags are anchored at first: from the right and from the top.
+constexpr int kAnchorRight = 224;
+constexpr int kAnchorTop = 56;
+
 struct Center {
     int x = 0;
     int y = 0;
@@ -51,12 +55,11 @@ class TagsOnMonitorsTest : public testing::TestWithParam<WindowManager> {
     }
 
     static constexpr xcb_keycode_t kShiftKey = 50;
-    TaggedDesktop desktop{{.kind = GetParam()}, true};
+    TaggedDesktop desktop{{.kind = GetParam()}, HasMonitors::Yes};
     std::optional<Process> application;
 };
 
 TEST_P(TagsOnMonitorsTest, StayInReachWhenTheirMonitorIsUnplugged) {
-    constexpr int kAnchorRight = 224, kAnchorTop = 56;
     ASSERT_TRUE(isAt("Mail", {kLarge.width - kAnchorRight, kAnchorTop}));
     drag("Mail", {kLarge.width + 500, 400}, true);
     EXPECT_TRUE(waitUntil([&] { return isDetached(0); }));
@@ -88,7 +91,7 @@ TEST_P(TagsOnMonitorsTest, AreThereAgainAfterNoMonitorAtAll) {
     }
     EXPECT_TRUE(isAt("Mail", {300, 300}));
     EXPECT_TRUE(isDetached(0)) << "no monitor is no reason to forget a place";
-    EXPECT_TRUE(isAt("Code", {kLarge.width - 224, 56})) << centerOf("Code").x;
+    EXPECT_TRUE(isAt("Code", {kLarge.width - kAnchorRight, kAnchorTop})) << centerOf("Code").x;
     EXPECT_TRUE(application->isRunning());
 }
 

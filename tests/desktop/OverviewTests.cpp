@@ -69,19 +69,15 @@ struct Watcher {
 TEST(KwinOverviewTest, IsKnownWhileItIsOpen) {
     PrivateDesktop desktop({.windowManager = {.kind = WindowManager::Kwin, .composited = true}});
     Watcher watcher(desktop);
-    const auto invoke = [&](const char* shortcut) {
-        return desktop.bus().call("org.kde.kglobalaccel", "/component/kwin", "org.kde.kglobalaccel.Component",
-                                  "invokeShortcut", shortcut);
-    };
     ASSERT_TRUE(watcher.mainLoop.runUntil([&] { return watcher.kwin.openingCall().has_value(); }));
     EXPECT_TRUE(watcher.waitUntilOpen(false));
     for (const char* shortcut : {"Overview", "ShowDesktopGrid"}) {
         SCOPED_TRACE(shortcut);
         const int hintsBefore = watcher.hintCount;
-        ASSERT_TRUE(invoke(shortcut));
+        ASSERT_TRUE(desktop.toggleOverview(shortcut));
         EXPECT_TRUE(watcher.waitUntilOpen(true));
         EXPECT_GT(watcher.hintCount, hintsBefore);
-        ASSERT_TRUE(invoke(shortcut));
+        ASSERT_TRUE(desktop.toggleOverview(shortcut));
         EXPECT_TRUE(watcher.waitUntilOpen(false));
     }
     platform::freedesktop::OverviewLauncher launcher(watcher.bus, watcher.mainLoop.runLoop, {&watcher.kwin},

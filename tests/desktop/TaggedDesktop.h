@@ -24,11 +24,15 @@ inline constexpr TagOnDesktop kTags[] = {
     {"Mail", "#3B82F6", 0x3B82F6}, {"Code", "#10B981", 0x10B981}, {"Music", "#EF4444", 0xEF4444}};
 inline constexpr int kEnoughPixels = 600;  // of a tag's own colour, which its highlight lightens at the top
 
+// Whether the monitors of the desktop can be changed.
+enum class HasMonitors { No, Yes };
+
 // A desktop whose Spaces are tagged, before the application is started.
 class TaggedDesktop : public PrivateDesktop {
   public:
-    explicit TaggedDesktop(WindowManagerOptions windowManager, bool monitors = false)
-        : PrivateDesktop({.windowManager = std::move(windowManager), .monitors = monitors}) {
+    explicit TaggedDesktop(WindowManagerOptions windowManager, HasMonitors monitors = HasMonitors::No)
+        : PrivateDesktop(
+              {.windowManager = std::move(windowManager), .monitors = monitors == HasMonitors::Yes}) {
         const auto spaces = nlohmann::json::parse(run({program("orvello"), "dump"}).standardOutput);
         auto tags = nlohmann::json::array();
         for (std::size_t i = 0; i < std::size(kTags); ++i)

@@ -308,6 +308,11 @@ void PrivateDesktop::xrandr(std::vector<std::string> words) const {
     if (result.status != 0) throw std::runtime_error("xrandr: " + result.standardError);
 }
 
+bool PrivateDesktop::toggleOverview(const std::string& shortcut) {
+    return bus().call("org.kde.kglobalaccel", "/component/kwin", "org.kde.kglobalaccel.Component",
+                      "invokeShortcut", shortcut);
+}
+
 bool PrivateDesktop::goToDesktop(std::uint32_t desktop) {
     x().switchToDesktop(desktop);
     return waitUntil([&] { return x().currentDesktop() == desktop; });

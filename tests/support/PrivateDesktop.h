@@ -83,6 +83,9 @@ class PrivateDesktop {
     // is possible too. At most three, of 1280×800, 1024×768 or 800×600.
     void setMonitors(const std::vector<ScreenSize>& monitors);
 
+    // Opens or closes an overview of KWin's by its shortcut's name; false when KWin does not take it.
+    [[nodiscard]] bool toggleOverview(const std::string& shortcut);
+
     // Asks for the desktop (counted from 0) and waits until it is the current one.
     [[nodiscard]] bool goToDesktop(std::uint32_t desktop);
 
