@@ -6,6 +6,7 @@
 
 #include "orvellos/DebugLog.h"
 #include "orvellos/Describe.h"
+#include "orvellos/DisplayLabel.h"
 
 namespace orvellos {
 
@@ -37,6 +38,7 @@ TagManager::TagManager(const Services& services, TagStore& store)
       reveal_(runLoop_, settings_, revealCallbacks()),
       position_(services.spaces, services.screens, services.windows.textMeasurer, settings_,
                 positionCallbacks()),
+      navigation_(services.spaces, runLoop_, settings_, services.navigation, navCallbacks()),
       missionControl_(runLoop_, services.onScreenWindows, settings_.defaults),
       missionControlKey_(services.keys, runLoop_),
       clickThrough_(runLoop_, services.pointer, [this] { return mainWindows(); }) {}
@@ -74,6 +76,11 @@ RevealCallbacks TagManager::revealCallbacks() {
             [this] { reconcile(); }};
 }
 
+NavCallbacks TagManager::navCallbacks() {
+    return {[this] { return tags(); }, [this] { binding_.relocate(); },
+            [this] { reveal_.beginTransientReveal(false); }};
+}
+
 TagWindow* TagManager::windowFor(const TagID& id) const {
     const auto found = windows_.find(id);
     return found == windows_.end() ? nullptr : found->second.get();
@@ -83,6 +90,13 @@ std::vector<TagWindow*> TagManager::mainWindows() const {
     std::vector<TagWindow*> windows;
     for (const auto& [id, window] : windows_) windows.push_back(window.get());
     return windows;
+}
+
+bool TagManager::isTagWindow(platform::WindowNumber number) const {
+    return std::ranges::any_of(windows_, [&](const auto& entry) {
+        const auto& window = *entry.second;
+        return window.windowNumber() == number || window.mcBackup()->windowNumber() == number;
+    });
 }
 
 const Tag* TagManager::find(const TagID& id) const {
@@ -261,7 +275,7 @@ void TagManager::deleteTag(const TagID& id) {
     store_.save();
     tagsChanged();
     reconcile();
-    if (showUndoToast) showUndoToast("Deleted “" + tag.label + "”", [this, tag] { restoreTag(tag); });
+    if (showUndoToast) showUndoToast("Deleted " + quotedLabel(tag.label), [this, tag] { restoreTag(tag); });
 }
 
 void TagManager::restoreTag(const Tag& tag) {

@@ -13,6 +13,7 @@
 #include "orvellos/MenuSpaceRow.h"
 #include "orvellos/MissionControlKeyObserver.h"
 #include "orvellos/MissionControlObserver.h"
+#include "orvellos/NavController.h"
 #include "orvellos/PositionController.h"
 #include "orvellos/RevealController.h"
 #include "orvellos/SpaceBindingController.h"
@@ -39,6 +40,7 @@ class TagManager {
         platform::KeyMonitor& keys;
         platform::SessionMonitor& session;
         platform::ApplicationLauncher& launcher;
+        NavServices navigation;
     };
 
     // The store and the services outlive the manager.
@@ -65,6 +67,9 @@ class TagManager {
     [[nodiscard]] MissionControlObserver& missionControl() { return missionControl_; }
     [[nodiscard]] PositionController& position() { return position_; }
     [[nodiscard]] SpaceBindingController& binding() { return binding_; }
+    [[nodiscard]] NavController& navigation() { return navigation_; }
+    // Whether the window is a tag's, or its backup.
+    [[nodiscard]] bool isTagWindow(platform::WindowNumber window) const;
 
     // Called when a tag window is clicked.
     std::function<void()> onTagClicked;
@@ -101,6 +106,8 @@ class TagManager {
     // Shows hidden tags from the first until a moment after the second.
     void peekBegin();
     void peekEnd();
+    // Shows hidden tags for a moment.
+    void peek();
     // Watches the keyboard anew, for a permission that may have been given.
     void reloadKeystrokeObserver();
 
@@ -152,6 +159,7 @@ class TagManager {
     [[nodiscard]] BindingCallbacks bindingCallbacks();
     [[nodiscard]] PositionCallbacks positionCallbacks();
     [[nodiscard]] RevealCallbacks revealCallbacks();
+    [[nodiscard]] NavCallbacks navCallbacks();
 
     Services services_;
     TagStore& store_;
@@ -164,6 +172,7 @@ class TagManager {
     SpaceBindingController binding_;
     RevealController reveal_;
     PositionController position_;
+    NavController navigation_;
     MissionControlObserver missionControl_;
     MissionControlKeyObserver missionControlKey_;
     ClickThroughController clickThrough_;

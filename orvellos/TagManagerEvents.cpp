@@ -65,6 +65,7 @@ void TagManager::stop() {
     missionControl_.pause();
     missionControlKey_.stop();
     clickThrough_.stop();
+    navigation_.cancel();
     reveal_.cancelTimers();
     binding_.cancelTimers();
     spaceChangeDebounce_.cancel();
@@ -256,6 +257,11 @@ void TagManager::peekBegin() {
 
 void TagManager::peekEnd() {
     reveal_.unlockTransientReveal(RevealController::kAfterPeek);
+}
+
+void TagManager::peek() {
+    peekBegin();
+    peekEnd();
 }
 
 // Session and sleep.

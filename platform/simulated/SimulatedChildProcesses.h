@@ -10,7 +10,7 @@
 namespace platform::simulated {
 
 // Programs that end at once with the status a test has chosen, and a record of what was started.
-class SimulatedChildProcesses final : public ChildProcesses {
+class SimulatedChildProcesses final : public ChildProcesses, public BackgroundProcesses {
   public:
     struct Run {
         std::string program;
@@ -29,6 +29,14 @@ class SimulatedChildProcesses final : public ChildProcesses {
         runs_.push_back({program, {arguments.begin(), arguments.end()}});
         if (onRun_) onRun_(runs_.back());
         return status_;
+    }
+    [[nodiscard]] std::optional<std::string> start(const std::string& program,
+                                                   std::span<const std::string> arguments,
+                                                   std::function<void(const Ended&)> ended) override {
+        const auto status = run(program, arguments);
+        if (!status) return "there is no such program";
+        ended({status, "stderr"});
+        return std::nullopt;
     }
 
   private:

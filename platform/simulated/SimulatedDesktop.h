@@ -8,6 +8,7 @@
 #include "platform/simulated/SimulatedFolders.h"
 #include "platform/simulated/SimulatedKeyboard.h"
 #include "platform/simulated/SimulatedLoginItem.h"
+#include "platform/simulated/SimulatedNavigation.h"
 #include "platform/simulated/SimulatedOverview.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/simulated/SimulatedScreens.h"
@@ -44,6 +45,9 @@ struct SimulatedDesktop {
     SimulatedDefaultsStore defaults;
     SimulatedLoginItem loginItem;
     SimulatedChildProcesses childProcesses;
+    SimulatedShortcuts shortcuts;
+    SimulatedAlerts alerts;
+    SimulatedUrlOpener urls;
     SimulatedSystemInformation system;
     SimulatedSystemLog systemLog;
 };

@@ -53,9 +53,13 @@ class ApplicationTest : public testing::Test {
                 desktop_.textMeasurer, settings_,        editing_};
     }
     TagManager::Services managerServices() {
-        return {windowServices(),  identifier_,      desktop_.spaces,
-                desktop_.screens,  desktop_.screens, desktop_.overview,
-                desktop_.keyboard, desktop_.session, desktop_.applications};
+        return {windowServices(),      identifier_,       desktop_.spaces,   desktop_.screens,
+                desktop_.screens,      desktop_.overview, desktop_.keyboard, desktop_.session,
+                desktop_.applications, navServices()};
+    }
+    NavServices navServices() {
+        return {desktop_.childProcesses, desktop_.shortcuts, desktop_.shortcuts,
+                desktop_.shortcuts,      desktop_.alerts,    desktop_.urls};
     }
 
     desktop_test::TimeZone zone_{"TEST-5:30"};  // that much ahead of UTC

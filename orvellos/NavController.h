@@ -1,0 +1,126 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "orvellos/NavRemedy.h"
+#include "orvellos/Settings.h"
+#include "orvellos/SpaceIdentifier.h"
+#include "orvellos/Tag.h"
+#include "platform/Alerts.h"
+#include "platform/ChildProcesses.h"
+#include "platform/KeyPoster.h"
+#include "platform/Permissions.h"
+#include "platform/RunLoop.h"
+#include "platform/SymbolicHotKeys.h"
+#include "platform/UrlOpener.h"
+
+namespace orvellos {
+
+// What navigation needs of the system.
+struct NavServices {
+    platform::BackgroundProcesses& processes;
+    platform::KeyPoster& keys;
+    const platform::SymbolicHotKeys& symbolicHotKeys;
+    const platform::Permissions& permissions;
+    platform::Alerts& alerts;
+    platform::UrlOpener& urls;
+};
+
+// What a navigation controller is given by its owner.
+struct NavCallbacks {
+    std::function<std::vector<Tag>()> tagsProvider;
+    std::function<void()> relocate;  // pins the tag windows to their Spaces
+    std::function<void()> beginTransientReveal;
+};
+
+// Takes the user to a Space. There are several ways, each with its own reasons to fail without a word, so
+// they are tried in turn and what counts is whether the Space is the current one afterwards. When none has
+// got there an alert says why, and offers the page of the system's settings that may help. Main thread only.
+class NavController {
+  public:
+    NavController(const SpaceIdentifier& spaces, platform::RunLoop& runLoop, const Settings& settings,
+                  NavServices services, NavCallbacks callbacks)
+        : spaces_(spaces),
+          runLoop_(runLoop),
+          settings_(settings),
+          services_(services),
+          callbacks_(std::move(callbacks)) {}
+
+    // To the tag's Space. False when there is no such tag, and when it has no Space that can be reached from
+    // here, which an alert says.
+    bool navigateToTagID(const TagID& id);
+    // To a Space that need not be tagged. Always true.
+    bool navigateToSpace(const std::string& uuid);
+
+    // Ends every navigation on its way, without a word.
+    void cancel();
+
+    // Whether the system takes both shortcuts for moving a Space and lets this application press them.
+    [[nodiscard]] bool canJump() const;
+    // What stands in the way; absent when nothing does.
+    [[nodiscard]] std::optional<NavRemedy> neededRemedy() const;
+    void openSettings(NavRemedy remedy) { services_.urls.openUrl(settingsUrl(remedy)); }
+
+    // True whenever the system does not say.
+    [[nodiscard]] bool isSymbolicHotKeyEnabled(int number) const;
+
+    // The ways. Each is true when it has begun, or there is nothing to do; arriving is another matter.
+    bool navigateViaOSAScript(const std::string& uuid);
+    bool navigateViaKeyboard(const std::string& uuid);
+
+  private:
+    // From one Space to another, in their order on the pointer's display.
+    struct Distance {
+        std::size_t from = 0;
+        std::size_t to = 0;
+        [[nodiscard]] int delta() const { return static_cast<int>(to) - static_cast<int>(from); }
+        [[nodiscard]] int steps() const { return delta() < 0 ? -delta() : delta(); }
+    };
+    struct Attempt {
+        std::string label;
+        std::function<void()> run;
+        platform::Duration wait;  // until the Space should have changed
+    };
+    // A navigation on its way.
+    struct Navigation {
+        std::string uuid;
+        std::string displayName;
+        int steps = 1;
+        std::string_view direction;
+        bool shortcutsOK = false;
+        bool accessibilityOK = false;
+        std::vector<Attempt> attempts = {};
+        std::optional<bool> cgsSucceeded = {};  // absent while that way has not been tried
+        platform::Timer timer = {};
+    };
+    using NavigationId = std::uint64_t;
+
+    [[nodiscard]] bool hasReached(const std::string& uuid) const;
+    [[nodiscard]] std::optional<std::size_t> indexOf(const std::string& uuid) const;
+    [[nodiscard]] std::optional<Distance> distanceTo(const std::string& uuid) const;
+    [[nodiscard]] bool areShortcutsEnabled() const;
+    void start(const std::string& uuid, std::optional<std::size_t> target, std::string displayName);
+    [[nodiscard]] std::vector<Attempt> attemptsOf(NavigationId id);
+    void tryNext(NavigationId id, std::size_t next);
+    void checkArrival(NavigationId id, std::size_t tried);
+    void fail(NavigationId id);
+    void postSpaceKey(std::uint16_t keyCode, int remaining, std::string_view arrow, std::int64_t generation);
+    void warn(std::string message, std::string informativeText);
+
+    const SpaceIdentifier& spaces_;
+    platform::RunLoop& runLoop_;
+    const Settings& settings_;
+    NavServices services_;
+    NavCallbacks callbacks_;
+    std::map<NavigationId, Navigation> navigations_;
+    NavigationId lastNavigation_ = 0;
+    std::int64_t generation_ = 0;  // of the newest sequence of keys; an older one stops
+    std::map<std::int64_t, platform::Timer> keySequences_;  // what each still has to press, by generation
+};
+
+}  // namespace orvellos
