@@ -15,8 +15,6 @@ class PosixChildProcesses final : public ChildProcesses {
     using Locate = std::function<std::string(const std::string& program)>;
     explicit PosixChildProcesses(Locate locate) : locate_(std::move(locate)) {}
 
-    // The child starts with the default reaction to a broken pipe, whatever this process's own is. SIGCHLD
-    // must not be ignored, or the exit status is lost.
     [[nodiscard]] std::optional<int> run(const std::string& program,
                                          std::span<const std::string> arguments) override;
 

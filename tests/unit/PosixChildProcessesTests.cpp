@@ -3,7 +3,9 @@
 #include <BuildInformation.h>
 #include <gtest/gtest.h>
 
+#include "platform/freedesktop/PosixBackgroundProcesses.h"
 #include "platform/freedesktop/ProgramLocations.h"
+#include "tests/support/MainLoop.h"
 
 namespace platform::freedesktop {
 namespace {
@@ -19,6 +21,25 @@ TEST(PosixChildProcessesTest, GivesTheExitStatusOfALocatedProgram) {
     EXPECT_EQ(run("/usr/bin/known", "test \"$(printf '%s' 'a  b')\" = 'a  b'"), 0);
     EXPECT_EQ(run("/usr/bin/known", "kill -KILL $$"), std::nullopt);
     EXPECT_EQ(run("/nowhere/to/be/found", ""), std::nullopt);
+}
+
+TEST(PosixBackgroundProcessesTest, TellsHowEachEnded) {
+    desktop_test::MainLoop loop;
+    PosixBackgroundProcesses processes(loop.runLoop, [](const auto& program) { return program; });
+    std::map<std::string, BackgroundProcesses::Ended> ended;
+    for (const std::string script :
+         {"echo no >&2; exit 3", "exec 2>&-; exit 0", "kill -KILL $$", "yes | head -c 300000 >&2; exit 4"}) {
+        const std::vector<std::string> arguments = {"-c", script};
+        EXPECT_EQ(
+            processes.start("/bin/sh", arguments, [&, script](const auto& how) { ended[script] = how; }),
+            std::nullopt);
+    }
+    EXPECT_EQ(processes.start("/nowhere/to/be/found", {}, [](const auto&) {}), "No such file or directory");
+    ASSERT_TRUE(loop.runUntil([&] { return ended.size() == 4; }));
+    std::vector<std::pair<std::optional<int>, std::string>> found;
+    for (const auto& [script, how] : ended) found.emplace_back(how.status, how.standardError.substr(0, 4));
+    EXPECT_EQ(found, (std::vector<std::pair<std::optional<int>, std::string>>{
+                         {3, "no\n"}, {0, ""}, {std::nullopt, ""}, {4, "y\ny\n"}}));
 }
 
 TEST(ProgramLocationsTest, FindsItsOwnInstallation) {

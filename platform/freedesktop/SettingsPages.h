@@ -1,0 +1,34 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/UrlOpener.h"
+
+namespace platform::freedesktop {
+
+// Opens the settings program of the running desktop at the page that plays the part of the one asked for.
+class SettingsPages final : public UrlOpener {
+  public:
+    using Command = std::vector<std::string>;
+    using IsInstalled = std::function<bool(std::string_view program)>;
+    using Start = std::function<void(const Command& command)>;
+
+    // `desktops` are the running desktop's names, separated by colons as in XDG_CURRENT_DESKTOP (Desktop
+    // Entry Specification).
+    explicit SettingsPages(std::string desktops);
+    SettingsPages(std::string desktops, IsInstalled isInstalled, Start start)
+        : desktops_(std::move(desktops)), isInstalled_(std::move(isInstalled)), start_(std::move(start)) {}
+
+    void openUrl(std::string_view url) override;
+
+  private:
+    [[nodiscard]] bool isRunning(std::string_view desktop) const;
+
+    std::string desktops_;
+    IsInstalled isInstalled_;
+    Start start_;
+};
+
+}  // namespace platform::freedesktop

@@ -1,0 +1,74 @@
+#include "platform/freedesktop/Spawn.h"
+
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <vector>
+
+namespace platform::freedesktop {
+
+namespace {
+
+class SpawnAttributes {
+  public:
+    SpawnAttributes() {
+        posix_spawnattr_init(&attributes_);
+        sigset_t defaults;
+        sigemptyset(&defaults);
+        sigaddset(&defaults, SIGPIPE);
+        posix_spawnattr_setsigdefault(&attributes_, &defaults);
+        posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGDEF);
+    }
+    ~SpawnAttributes() { posix_spawnattr_destroy(&attributes_); }
+    SpawnAttributes(const SpawnAttributes&) = delete;
+    SpawnAttributes& operator=(const SpawnAttributes&) = delete;
+    [[nodiscard]] const posix_spawnattr_t* get() const { return &attributes_; }
+
+  private:
+    posix_spawnattr_t attributes_{};
+};
+
+class FileActions {
+  public:
+    explicit FileActions(std::optional<int> standardError) {
+        posix_spawn_file_actions_init(&actions_);
+        if (standardError) posix_spawn_file_actions_adddup2(&actions_, *standardError, STDERR_FILENO);
+    }
+    ~FileActions() { posix_spawn_file_actions_destroy(&actions_); }
+    FileActions(const FileActions&) = delete;
+    FileActions& operator=(const FileActions&) = delete;
+    [[nodiscard]] const posix_spawn_file_actions_t* get() const { return &actions_; }
+
+  private:
+    posix_spawn_file_actions_t actions_{};
+};
+
+}  // namespace
+
+Spawned spawn(const std::string& file, std::span<const std::string> arguments,
+              std::optional<int> standardError) {
+    std::vector<char*> words = {const_cast<char*>(file.c_str())};
+    for (const auto& argument : arguments) words.push_back(const_cast<char*>(argument.c_str()));
+    words.push_back(nullptr);
+    const SpawnAttributes attributes;
+    const FileActions actions(standardError);
+    Spawned spawned;
+    spawned.error =
+        posix_spawn(&spawned.process, file.c_str(), actions.get(), attributes.get(), words.data(), environ);
+    return spawned;
+}
+
+std::optional<int> exitStatusOf(pid_t child) {
+    int status = 0;
+    pid_t ended = 0;
+    do {
+        ended = waitpid(child, &status, 0);
+    } while (ended < 0 && errno == EINTR);
+    if (ended != child || !WIFEXITED(status)) return std::nullopt;
+    return WEXITSTATUS(status);
+}
+
+}  // namespace platform::freedesktop
