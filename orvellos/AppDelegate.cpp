@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "orvellos/DebugLog.h"
+#include "orvellos/MainMenuItems.h"
 
 namespace orvellos {
 
@@ -20,11 +21,18 @@ constexpr auto kExitCheck = platform::seconds(0.2);
 }  // namespace
 
 void AppDelegate::applicationDidFinishLaunching() {
+    installMainMenu();
     const auto other = findOtherInstance();
     if (!other) return startCore();
     logGeneral(
         fmt::format("orvello: another instance detected (pid {}) — waiting to see if it exits", *other));
     waitForExit(*other, services_.runLoop.now() + kLongestWaitForExit);
+}
+
+void AppDelegate::installMainMenu() {
+    auto menus = mainMenu(services_.terminate);
+    log(LogCategory::Nav, fmt::format("installed main menu: {} top-level items", menus.size()));
+    services_.ui.menuBar.setMainMenu(std::move(menus));
 }
 
 std::optional<platform::ProcessId> AppDelegate::findOtherInstance() const {
@@ -49,10 +57,34 @@ void AppDelegate::deferTo(platform::ProcessId other) {
 }
 
 void AppDelegate::startCore() {
-    coreStarted_ = true;
     probeSpaceReader();
-    tagManager_ = &services_.makeTagManager();
-    tagManager_->start();
+    core_.emplace(services_.makeCore());
+    core_->manager.start();
+    startUserInterface();
+}
+
+void AppDelegate::startUserInterface() {
+    auto& manager = core_->manager;
+    auto& ui = services_.ui;
+    undoToast_.emplace(services_.runLoop, services_.screens,
+                       [&ui](const UndoToastView& view) { return ui.panels.makeToast(view); });
+    manager.showUndoToast = [this](const auto& message, auto undo) {
+        undoToast_->show(message, std::move(undo));
+    };
+    panelController_.emplace(PanelController::Services{manager, services_.spaces, core_->editingContext,
+                                                       services_.runLoop, ui.mouse, ui.panels});
+    manager.onTagClicked = [this] { panelController_->toggleEditPanel(); };
+    // No hotkey can be recorded yet, and no updates be looked for.
+    statusController_.emplace(StatusItemController::Services{manager,
+                                                             services_.spaces,
+                                                             core_->settings,
+                                                             *panelController_,
+                                                             services_.runLoop,
+                                                             ui.statusItem,
+                                                             [](std::string_view) { return std::nullopt; },
+                                                             core_->saveDiagnostics,
+                                                             {},
+                                                             services_.terminate});
 }
 
 void AppDelegate::probeSpaceReader() const {
@@ -65,7 +97,7 @@ void AppDelegate::probeSpaceReader() const {
 
 void AppDelegate::applicationWillTerminate() {
     waiting_.cancel();
-    if (coreStarted_) tagManager_->stop();
+    if (core_) core_->manager.stop();
 }
 
 }  // namespace orvellos

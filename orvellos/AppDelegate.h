@@ -4,23 +4,44 @@
 #include <optional>
 #include <utility>
 
+#include "orvellos/PanelController.h"
 #include "orvellos/SpaceIdentifier.h"
+#include "orvellos/StatusItemController.h"
 #include "orvellos/TagManager.h"
+#include "orvellos/UndoToast.h"
+#include "platform/MenuBar.h"
 #include "platform/RunLoop.h"
 #include "platform/RunningApplications.h"
 
 namespace orvellos {
 
-// The life of the running application: lets only one instance run, starts the core, and stops it at the end.
+// The life of the running application: lets only one instance run, starts the core and the user interface,
+// and stops them at the end.
 class AppDelegate {
   public:
+    // What is there once the user's tags are loaded.
+    struct Core {
+        TagManager& manager;
+        Settings& settings;
+        EditingContext& editingContext;
+        std::function<void()> saveDiagnostics;
+    };
+    // Where the user meets the application.
+    struct UserInterface {
+        PanelHost& panels;
+        platform::MouseMonitor& mouse;
+        platform::StatusItem& statusItem;
+        platform::MenuBar& menuBar;
+    };
     struct Services {
         const SpaceIdentifier& spaces;
         platform::RunLoop& runLoop;
         platform::RunningApplications& applications;
-        // Called once, when the core starts: only then the user's tags are loaded. The manager outlives the
+        const platform::Screens& screens;
+        UserInterface ui;
+        // Called once, when the core starts: only then the user's tags are loaded. The core outlives the
         // delegate.
-        std::function<TagManager&()> makeTagManager;
+        std::function<Core()> makeCore;
         std::function<void()> terminate;  // ends this application
     };
     explicit AppDelegate(Services services) : services_(std::move(services)) {}
@@ -31,15 +52,19 @@ class AppDelegate {
     void applicationWillTerminate();
 
   private:
+    void installMainMenu();
     [[nodiscard]] std::optional<platform::ProcessId> findOtherInstance() const;
     void waitForExit(platform::ProcessId other, platform::Instant deadline);
     void deferTo(platform::ProcessId other);
     void startCore();
     void probeSpaceReader() const;
+    void startUserInterface();
 
     Services services_;
-    TagManager* tagManager_ = nullptr;  // from the start of the core on
-    bool coreStarted_ = false;
+    std::optional<Core> core_;  // from the start of the core on
+    std::optional<UndoToast> undoToast_;
+    std::optional<PanelController> panelController_;
+    std::optional<StatusItemController> statusController_;
     platform::Timer waiting_;
 };
 

@@ -16,6 +16,7 @@
 #include "platform/simulated/SimulatedSpaces.h"
 #include "platform/simulated/SimulatedSystemInformation.h"
 #include "platform/simulated/SimulatedSystemLog.h"
+#include "platform/simulated/SimulatedUserInterface.h"
 #include "platform/simulated/SimulatedWindowList.h"
 #include "platform/simulated/SimulatedWindowSystem.h"
 
@@ -48,6 +49,9 @@ struct SimulatedDesktop {
     SimulatedShortcuts shortcuts;
     SimulatedAlerts alerts;
     SimulatedUrlOpener urls;
+    SimulatedMouse mouse;
+    SimulatedStatusItem statusItem;
+    SimulatedMenuBar menuBar;
     SimulatedSystemInformation system;
     SimulatedSystemLog systemLog;
 };

@@ -1,6 +1,7 @@
 #include "orvellos/AppDelegate.h"
 
 #include "tests/support/ManagerTest.h"
+#include "tests/support/SimulatedPanelHost.h"
 
 namespace orvellos {
 namespace {
@@ -9,9 +10,23 @@ class AppDelegateTests : public ManagerTest {
   protected:
     bool started() { return !desktop_.windowSystem.windows.empty(); }
 
+    AppDelegate::Services services() {
+        return {identifier_,
+                desktop_.runLoop,
+                desktop_.applications,
+                desktop_.screens,
+                {host_, desktop_.mouse, desktop_.statusItem, desktop_.menuBar},
+                [this] {
+                    ++starts_;
+                    return AppDelegate::Core{manager_, settings_, editing_, [] {}};
+                },
+                [this] { ended_ = true; }};
+    }
+
+    int starts_ = 0;
     bool ended_ = false;
-    AppDelegate delegate_{{identifier_, desktop_.runLoop, desktop_.applications,
-                           [this]() -> TagManager& { return manager_; }, [this] { ended_ = true; }}};
+    SimulatedPanelHost host_;
+    AppDelegate delegate_{services()};
 };
 
 TEST_F(AppDelegateTests, OnlyOneInstanceRuns) {
@@ -33,14 +48,9 @@ TEST_F(AppDelegateTests, OnlyOneInstanceRuns) {
         running.clear();
         running.emplace("org.norvath.orvello", desktop_.applications.currentProcess());
         if (row.flavour) running.emplace(row.flavour, 7);
-        int starts = 0;
+        starts_ = 0;
         ended_ = false;
-        AppDelegate delegate({identifier_, desktop_.runLoop, desktop_.applications,
-                              [&]() -> TagManager& {
-                                  ++starts;
-                                  return manager_;
-                              },
-                              [&] { ended_ = true; }});
+        AppDelegate delegate(services());
         delegate.applicationDidFinishLaunching();
         const double checks[] = {row.starts - 0.001, row.starts + 0.001};
         double now = 0;
@@ -49,7 +59,7 @@ TEST_F(AppDelegateTests, OnlyOneInstanceRuns) {
             wait(time - now);
             now = time;
             if (now >= row.ends) std::erase_if(running, [](const auto& each) { return each.second == 7; });
-            EXPECT_EQ(starts, !row.flavour || (row.starts > 0 && now > row.starts) ? 1 : 0) << now;
+            EXPECT_EQ(starts_, !row.flavour || (row.starts > 0 && now > row.starts) ? 1 : 0) << now;
         }
         EXPECT_EQ(ended_, row.flavour && row.starts == 0);
         EXPECT_EQ(desktop_.applications.activated.empty(), !ended_);
@@ -79,6 +89,30 @@ TEST_F(AppDelegateTests, SaysWhatItFindsOfTheSpaces) {
         lines.at(1),
         "orvello-pro: switch symbols — setCurrent=SLSManagedDisplaySetCurrentSpace  show=SLSShowSpaces  "
         "hide=SLSHideSpaces");
+}
+
+TEST_F(AppDelegateTests, TagsOpenTheListAndDeletedOnesCanBeTakenBack) {
+    delegate_.applicationDidFinishLaunching();
+    EXPECT_EQ(logged().front(), "installed main menu: 2 top-level items");
+    manager_.onTagClicked();
+    ASSERT_TRUE(host_.titled("Edit Tag"));
+    manager_.onTagClicked();
+    EXPECT_FALSE(host_.titled("Edit Tag") && host_.titled("Edit Tag")->visible);
+
+    const Tag mail = tag(0);
+    manager_.deleteTag(mail.id);
+    ASSERT_EQ(host_.toasts.size(), 1U);
+    EXPECT_EQ(host_.toasts.begin()->second->view.message, "Deleted “Mail”");
+    const auto undo = host_.toasts.begin()->second->view.onUndo;
+    undo();
+    undo();
+    wait(1);
+    EXPECT_EQ(std::ranges::count(store_.tags, mail), 1) << "pressed twice";
+    EXPECT_TRUE(host_.toasts.empty());
+
+    EXPECT_EQ(desktop_.menuBar.menus.at(0).items.at(0).title, "Quit orvellos");
+    std::get<1>(desktop_.menuBar.menus[0].items[0].action)();
+    EXPECT_TRUE(ended_);
 }
 
 }  // namespace

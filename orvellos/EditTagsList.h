@@ -1,0 +1,92 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "orvellos/SpaceIdentifier.h"
+#include "orvellos/TagManager.h"
+
+namespace orvellos {
+
+// What the list of the user's tags says and does. At most one row at a time is being edited.
+class EditTagsList {
+  public:
+    static constexpr std::string_view kHeading = "Your tags";
+    static constexpr std::string_view kSettingsHelp = "Settings";
+    static constexpr std::string_view kNoTags = "No tags yet";
+    static constexpr std::string_view kHowToTag = "Use the menu bar icon to tag a space.";
+    static constexpr std::string_view kActiveHere = "active here";
+    static constexpr std::string_view kSpaceMissing = "Space missing";
+    static constexpr std::string_view kSpaceMissingLabel = "Space no longer exists";
+    static constexpr std::string_view kSpaceMissingHelp =
+        "The Space this tag was pinned to no longer exists. Use ⋯ → Reassign to re-bind it, or reconnect the "
+        "display.";
+    static constexpr std::string_view kEditHelp = "Edit label and color";
+    static constexpr std::string_view kJumpHelp = "Jump to this Space";
+    static constexpr std::string_view kPositionHelp = "Position actions";
+    static constexpr std::string_view kReassign = "Reassign to this Space";
+    static constexpr std::string_view kAlignAll = "Align all tags to this one's position";
+    static constexpr std::string_view kRelink = "Re-link to shared position";
+    static constexpr std::string_view kDeleteHelp = "Delete (undo available for 5 seconds)";
+    static constexpr std::string_view kSave = "Save";
+    static constexpr std::string_view kCancel = "Cancel";
+
+    struct Row {
+        Tag tag;
+        bool isActiveHere = false;    // its Space is the current one
+        bool isSpaceMissing = false;  // its Space does not exist
+        bool operator==(const Row&) const = default;
+    };
+    // What the user has typed into a row.
+    struct EditBuffer {
+        TagID id;
+        std::string label;
+        std::string colorHex;
+        bool operator==(const EditBuffer&) const = default;
+    };
+
+    // The manager and the Spaces outlive the list.
+    EditTagsList(TagManager& manager, const SpaceIdentifier& spaces, std::function<void()> showSettings);
+
+    // In the order of their Spaces.
+    [[nodiscard]] std::vector<Row> rows() const;
+    [[nodiscard]] std::string countText() const;
+    // Called when the rows, or which of them is edited, may have changed.
+    platform::Subscription subscribe(std::function<void()> callback) {
+        return changed_.subscribe(std::move(callback));
+    }
+
+    // Absent while no row is edited. What the user types is kept by editing it.
+    [[nodiscard]] std::optional<EditBuffer>& editBuffer() { return buffer_; }
+    void edit(const TagID& id);
+    // Whether the label is more than white space.
+    [[nodiscard]] bool canSave() const;
+    // Gives the tag the label, without white space around it, and the colour; nothing while there is no
+    // label.
+    void save();
+    void cancelEdit();
+
+    void jump(const TagID& id) { manager_.navigation().navigateToTagID(id); }
+    void reassign(const TagID& id) { manager_.assignTagToSpace(id); }
+    void alignAll(const TagID& id) { manager_.position().alignAllToTag(id); }
+    void relink(const TagID& id) { manager_.position().relinkToSharedPosition(id); }
+    void remove(const TagID& id) { manager_.deleteTag(id); }
+    void showSettings() const { showSettings_(); }
+
+    [[nodiscard]] static std::string positionLabel(const Tag& tag);
+
+  private:
+    void follow();
+
+    TagManager& manager_;
+    const SpaceIdentifier& spaces_;
+    std::function<void()> showSettings_;
+    std::optional<EditBuffer> buffer_;
+    Observers<> changed_;
+    platform::Subscription tagsChanged_;
+};
+
+}  // namespace orvellos

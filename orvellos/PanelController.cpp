@@ -1,0 +1,185 @@
+#include "orvellos/PanelController.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "orvellos/ApplicationVersion.h"
+#include "orvellos/DebugLog.h"
+#include "orvellos/TagColor.h"
+
+namespace orvellos {
+
+namespace {
+
+using platform::PanelShell;
+using platform::WindowNumber;
+
+// What sets one kind of panel apart from the others.
+struct PanelTraits {
+    PanelShell shell;
+    bool autoDismisses = false;
+    const char* editingSource = nullptr;  // while it is open, every tag shows
+};
+
+PanelTraits traitsOf(PanelKind kind) {
+    switch (kind) {
+        case PanelKind::CreateTag:
+            return {.shell = {.title = "Tag This Space",
+                              .contentSize = {380, 280},
+                              .hasFullSizeContent = true,
+                              .hidesTitle = true,
+                              .hasTransparentTitleBar = true,
+                              .isMovableByBackground = true},
+                    .autoDismisses = true};
+        case PanelKind::EditTags:
+            return {.shell = {.title = "Edit Tag",
+                              .contentSize = {460, 0},
+                              .isResizable = true,
+                              .hasFullSizeContent = true,
+                              .hasTransparentTitleBar = true,
+                              .isMovableByBackground = true},
+                    .autoDismisses = true,
+                    .editingSource = "edit-tags"};
+        case PanelKind::Settings:
+            return {.shell = {.title = "orvellos Settings",
+                              .contentSize = {460, 640},
+                              .isResizable = true,
+                              .isMovableByBackground = true},
+                    .autoDismisses = true,
+                    .editingSource = "settings"};
+        case PanelKind::About:
+            return {.shell = {.title = "About orvellos",
+                              .contentSize = {320, 360},
+                              .hasFullSizeContent = true,
+                              .hasTransparentTitleBar = true}};
+        case PanelKind::Welcome:
+            return {.shell = {.title = "Welcome to orvellos",
+                              .contentSize = {480, 0},
+                              .hasFullSizeContent = true,
+                              .hasTransparentTitleBar = true,
+                              .isMovableByBackground = true,
+                              .floats = false}};
+        case PanelKind::QuickSwitcher:
+            return {.shell = {.title = "Jump to Space",
+                              .contentSize = {460, 360},
+                              .hasFullSizeContent = true,
+                              .hidesTitle = true,
+                              .hasTransparentTitleBar = true},
+                    .autoDismisses = true};
+    }
+    return {};
+}
+
+}  // namespace
+
+bool PanelController::isVisible(PanelKind kind) const {
+    return panel(kind) && panel(kind)->window->isVisible();
+}
+
+void PanelController::close(PanelKind kind) {
+    if (panel(kind)) panel(kind)->window->close();
+}
+
+// A form that is open already is for the Space the user is on now.
+void PanelController::showCreatePanel(const std::optional<std::string>& spaceUUID) {
+    spaceOfNewTag_ = spaceUUID;
+    show(PanelKind::CreateTag);
+}
+
+void PanelController::toggleCreatePanel(const std::optional<std::string>& spaceUUID) {
+    if (isVisible(PanelKind::CreateTag))
+        close(PanelKind::CreateTag);
+    else
+        showCreatePanel(spaceUUID);
+}
+
+void PanelController::showEditPanel() {
+    show(PanelKind::EditTags);
+}
+
+void PanelController::toggleEditPanel() {
+    const bool visible = isVisible(PanelKind::EditTags);
+    log(LogCategory::Nav, fmt::format("toggleEditPanel: editPanel={} visible={}",
+                                      panel(PanelKind::EditTags) ? "set" : "nil", visible));
+    log(LogCategory::Nav, visible ? "  → close" : "  → present");
+    if (visible)
+        close(PanelKind::EditTags);
+    else
+        showEditPanel();
+}
+
+void PanelController::show(PanelKind kind) {
+    if (!panel(kind)) {
+        panel(kind) = make(kind);
+        const auto traits = traitsOf(kind);
+        if (traits.autoDismisses)
+            panel(kind)->autoDismiss = std::make_unique<AutoDismiss>(surroundingsOf(kind), traits.shell.title,
+                                                                     [this, kind] { close(kind); });
+        if (traits.editingSource) services_.editingContext.begin(traits.editingSource);
+    }
+    panel(kind)->window->makeKeyAndOrderFront();
+}
+
+std::unique_ptr<PanelController::Panel> PanelController::make(PanelKind kind) {
+    auto made = std::make_unique<Panel>();
+    made->window = services_.host.makePanel(traitsOf(kind).shell, makeContent(kind, *made),
+                                            [this, kind] { forget(kind); });
+    return made;
+}
+
+PanelContent PanelController::makeContent(PanelKind kind, Panel& panel) {
+    if (kind == PanelKind::CreateTag) {
+        panel.createTag = std::make_unique<CreateTagForm>(
+            randomPaletteColor(),
+            [this](const std::string& label, const std::string& colorHex) { createTag(label, colorHex); },
+            [this] { close(PanelKind::CreateTag); });
+        return panel.createTag.get();
+    }
+    if (kind == PanelKind::EditTags) {
+        panel.editTags = std::make_unique<EditTagsList>(services_.manager, services_.spaces,
+                                                        [this] { showSettingsPanel(); });
+        return panel.editTags.get();
+    }
+    return PanelNote{traitsOf(kind).shell.title, applicationVersionText()};
+}
+
+void PanelController::createTag(const std::string& label, const std::string& colorHex) {
+    const auto space = spaceOfNewTag_;
+    close(PanelKind::CreateTag);
+    services_.manager.createTag(label, colorHex, space);
+}
+
+std::string PanelController::randomPaletteColor() {
+    std::uniform_int_distribution<std::size_t> pick(0, tagPalette.size() - 1);
+    return std::string(tagPalette.at(pick(random_)).hex);
+}
+
+AutoDismiss::Surroundings PanelController::surroundingsOf(PanelKind kind) {
+    return {services_.mouse, services_.runLoop, [this] { return services_.host.isColorPanelVisible(); },
+            [this, kind](WindowNumber window) { return identify(kind, window); }};
+}
+
+AutoDismiss::ClickedWindow PanelController::identify(PanelKind kind, WindowNumber window) const {
+    using Kind = AutoDismiss::WindowKind;
+    for (std::size_t i = 0; i < panels_.size(); ++i) {
+        const auto& panel = panels_[i];
+        if (!panel || panel->window->number() != window) continue;
+        const auto clicked = static_cast<PanelKind>(i);
+        return {clicked == kind ? Kind::ThisPanel : Kind::SiblingPanel, traitsOf(clicked).shell.title};
+    }
+    if (services_.manager.isTagWindow(window)) return {Kind::TagWindow, ""};
+    return {services_.host.isPanel(window) ? Kind::SiblingPanel : Kind::Other, std::nullopt};
+}
+
+// Whoever closed the panel may be part of it, so it goes at a later turn.
+void PanelController::forget(PanelKind kind) {
+    if (!panel(kind)) return;
+    panel(kind)->autoDismiss.reset();
+    closed_.push_back(std::exchange(panel(kind), nullptr));
+    clearing_ = services_.runLoop.after(platform::Duration::zero(), [this] { closed_.clear(); });
+    if (const auto* source = traitsOf(kind).editingSource) services_.editingContext.end(source);
+}
+
+}  // namespace orvellos

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "orvellos/AutoDismiss.h"
+#include "orvellos/PanelHost.h"
+#include "orvellos/TagManager.h"
+
+namespace orvellos {
+
+enum class PanelKind { CreateTag, EditTags, Settings, About, Welcome, QuickSwitcher };
+
+// The panels in which the user edits everything. A panel is made when it is first asked for, comes to the
+// front when it is asked for again, and is forgotten when it closes. Main thread only.
+class PanelController {
+  public:
+    struct Services {
+        TagManager& manager;
+        const SpaceIdentifier& spaces;
+        EditingContext& editingContext;
+        platform::RunLoop& runLoop;
+        platform::MouseMonitor& mouse;
+        PanelHost& host;
+    };
+    explicit PanelController(Services services) : services_(std::move(services)) {}
+
+    // For a new tag on that Space; without one, on the Space that is current when it is made.
+    void showCreatePanel(const std::optional<std::string>& spaceUUID);
+    void showEditPanel();
+    void showSettingsPanel() { show(PanelKind::Settings); }
+    void showAbout() { show(PanelKind::About); }
+    void showWelcome() { show(PanelKind::Welcome); }
+    void showQuickSwitcher() { show(PanelKind::QuickSwitcher); }
+    // The same, but a panel that is on the screen closes.
+    void toggleCreatePanel(const std::optional<std::string>& spaceUUID);
+    void toggleEditPanel();
+
+    [[nodiscard]] bool isVisible(PanelKind kind) const;
+    void close(PanelKind kind);
+
+  private:
+    struct Panel {
+        std::unique_ptr<CreateTagForm> createTag;
+        std::unique_ptr<EditTagsList> editTags;
+        std::unique_ptr<platform::PanelWindow> window;
+        std::unique_ptr<AutoDismiss> autoDismiss;
+    };
+
+    void show(PanelKind kind);
+    [[nodiscard]] std::unique_ptr<Panel> make(PanelKind kind);
+    [[nodiscard]] PanelContent makeContent(PanelKind kind, Panel& panel);
+    [[nodiscard]] AutoDismiss::Surroundings surroundingsOf(PanelKind kind);
+    [[nodiscard]] AutoDismiss::ClickedWindow identify(PanelKind kind, platform::WindowNumber window) const;
+    void createTag(const std::string& label, const std::string& colorHex);
+    [[nodiscard]] std::string randomPaletteColor();
+    void forget(PanelKind kind);
+    [[nodiscard]] std::unique_ptr<Panel>& panel(PanelKind kind) {
+        return panels_.at(static_cast<std::size_t>(kind));
+    }
+    [[nodiscard]] const std::unique_ptr<Panel>& panel(PanelKind kind) const {
+        return panels_.at(static_cast<std::size_t>(kind));
+    }
+
+    Services services_;
+    std::optional<std::string> spaceOfNewTag_;
+    std::random_device random_;
+    std::array<std::unique_ptr<Panel>, 6> panels_;
+    std::vector<std::unique_ptr<Panel>> closed_;
+    platform::Timer clearing_;
+};
+
+}  // namespace orvellos

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <variant>
+
+#include "orvellos/CreateTagForm.h"
+#include "orvellos/EditTagsList.h"
+#include "orvellos/UndoToast.h"
+#include "platform/PanelWindow.h"
+
+namespace orvellos {
+
+// A content that says one thing.
+struct PanelNote {
+    std::string heading;
+    std::string text;
+};
+// What a panel shows. What is pointed to outlives the panel.
+using PanelContent = std::variant<CreateTagForm*, EditTagsList*, PanelNote>;
+
+// Makes the windows of panels.
+class PanelHost {
+  public:
+    virtual ~PanelHost() = default;
+
+    // `willClose` is called once, when the panel goes off the screen for good: closed by the user, by its
+    // owner, or by being destroyed before that.
+    [[nodiscard]] virtual std::unique_ptr<platform::PanelWindow> makePanel(
+        const platform::PanelShell& shell, const PanelContent& content, std::function<void()> willClose) = 0;
+    // A note on the screen of its own, made off the screen.
+    [[nodiscard]] virtual std::unique_ptr<platform::ToastWindow> makeToast(const UndoToastView& view) = 0;
+    // Whether a window of the application is a panel: one made here, an alert or the colour panel.
+    [[nodiscard]] virtual bool isPanel(platform::WindowNumber window) const = 0;
+    // The system's colour panel is on the screen, where the user may be picking a colour from any window.
+    [[nodiscard]] virtual bool isColorPanelVisible() const = 0;
+};
+
+}  // namespace orvellos

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "orvellos/PanelController.h"
+#include "orvellos/TagManager.h"
+#include "platform/StatusItem.h"
+
+namespace orvellos {
+
+// The application in the desktop's bar: the current tag's label while tags are hidden, and the menu, which is
+// made anew each time it opens.
+class StatusItemController {
+  public:
+    static constexpr std::string_view kAccessibilityDescription = "orvellos";
+    static constexpr std::string_view kHiddenDescription = "Tags hidden for screen-share";
+
+    struct Services {
+        TagManager& manager;
+        const SpaceIdentifier& spaces;
+        Settings& settings;
+        PanelController& panels;
+        platform::RunLoop& runLoop;
+        platform::StatusItem& statusItem;
+        // How the hotkey recorded for that name is written; absent when there is none.
+        std::function<std::optional<std::string>(std::string_view name)> hotkeyText;
+        std::function<void()> saveDiagnostics;
+        std::function<void()> checkForUpdates;  // empty where updates cannot be checked for
+        std::function<void()> terminate;
+    };
+    // The services outlive the controller.
+    explicit StatusItemController(Services services);
+
+    [[nodiscard]] std::vector<platform::MenuItem> buildMenu() const;
+    [[nodiscard]] platform::StatusTitle title() const;
+
+  private:
+    using Menu = std::vector<platform::MenuItem>;
+
+    void addHiddenState(Menu& menu) const;
+    void addWarnings(Menu& menu) const;
+    void addCurrentSpace(Menu& menu) const;
+    void addSpaces(Menu& menu) const;
+    void addCommands(Menu& menu) const;
+    void addApplication(Menu& menu) const;
+    [[nodiscard]] platform::MenuItem tagRow(const Tag& tag, std::string title, bool checked) const;
+    [[nodiscard]] platform::MenuItem reassignRow(const Tag& tag) const;
+    [[nodiscard]] platform::MenuItem untaggedRow(const MenuSpaceRow& row) const;
+    [[nodiscard]] std::string jumpToolTip(std::string_view text) const;
+    [[nodiscard]] std::string suffix(std::string_view hotkey) const;
+    [[nodiscard]] const Tag* find(const std::optional<TagID>& id) const;
+    [[nodiscard]] bool canJump() const { return services_.manager.navigation().canJump(); }
+    void refreshLater();
+
+    Services services_;
+    platform::Timer refresh_;
+    std::vector<platform::Subscription> cancellables_;
+};
+
+}  // namespace orvellos

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <functional>
+#include <utility>
+#include <vector>
+
+#include "platform/MenuBar.h"
+#include "platform/MouseMonitor.h"
+#include "platform/Observers.h"
+#include "platform/StatusItem.h"
+
+namespace platform::simulated {
+
+// A mouse whose buttons a test presses.
+class SimulatedMouse final : public MouseMonitor {
+  public:
+    Subscription addLocalMouseDownMonitor(std::function<void(WindowNumber)> handler) override {
+        return local_.subscribe(std::move(handler));
+    }
+    Subscription addGlobalMouseDownMonitor(std::function<void()> handler) override {
+        return global_.subscribe(std::move(handler));
+    }
+    void pressIn(WindowNumber window) { local_.notify(window); }
+    void pressElsewhere() { global_.notify(); }
+
+  private:
+    Observers<WindowNumber> local_;
+    Observers<> global_;
+};
+
+// A status item that a test reads and opens.
+class SimulatedStatusItem final : public StatusItem {
+  public:
+    StatusTitle title;
+    std::function<std::vector<MenuItem>()> openMenu;
+
+    void setTitle(const StatusTitle& newTitle) override { title = newTitle; }
+    void setMenu(std::function<std::vector<MenuItem>()> menuNeedsUpdate) override {
+        openMenu = std::move(menuNeedsUpdate);
+    }
+};
+
+class SimulatedMenuBar final : public MenuBar {
+  public:
+    std::vector<MainMenu> menus;
+    void setMainMenu(std::vector<MainMenu> newMenus) override { menus = std::move(newMenus); }
+};
+
+}  // namespace platform::simulated
