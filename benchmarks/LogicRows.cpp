@@ -58,7 +58,9 @@ class Managed {
                                    desktop_.overview,
                                    desktop_.keyboard,
                                    desktop_.session,
-                                   desktop_.applications},
+                                   desktop_.applications,
+                                   {desktop_.childProcesses, desktop_.shortcuts, desktop_.shortcuts,
+                                    desktop_.shortcuts, desktop_.alerts, desktop_.urls}},
                                   store_};
 };
 

@@ -24,6 +24,8 @@ class Observers {
         });
     }
 
+    [[nodiscard]] bool isEmpty() const { return state_->callbacks.empty(); }
+
     void notify(Arguments... arguments) const {
         const auto state = state_;
         const auto end = state->nextKey;

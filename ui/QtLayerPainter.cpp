@@ -10,6 +10,7 @@
 #include <numbers>
 
 #include "ui/Blur.h"
+#include "ui/QtColor.h"
 #include "ui/QtText.h"
 
 namespace ui {
@@ -19,12 +20,6 @@ namespace {
 using platform::PathElement;
 using platform::x11::PaintGeometry;
 using platform::x11::PixelRect;
-
-QColor toQColor(const platform::Color& color) {
-    const auto component = [](double value) { return static_cast<float>(std::clamp(value, 0.0, 1.0)); };
-    return QColor::fromRgbF(component(color.red), component(color.green), component(color.blue),
-                            component(color.alpha));
-}
 
 // The outline in a box of the given height, turned over to y downward.
 QPainterPath toQPath(const platform::Path& path, double height) {

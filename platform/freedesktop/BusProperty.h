@@ -28,9 +28,10 @@ class BusProperty {
     // Null while it is not known, as when the service is not running.
     [[nodiscard]] const nlohmann::json& value() const { return value_; }
     [[nodiscard]] bool isServiceRunning() const { return service_.isRunning(); }
+    // Asks for the value anew, for a service that tells of changes in another way.
+    void read();
 
   private:
-    void read();
     void handlePropertiesChanged(const BusArguments& arguments);
     void set(nlohmann::json value);
 

@@ -32,7 +32,7 @@ void RawInput::handle(const xcb_generic_event_t& event) {
     if (XEvents::type(event) != XCB_GE_GENERIC) return;
     // The raw events of keys and buttons begin alike.
     const auto& raw = reinterpret_cast<const xcb_input_raw_key_press_event_t&>(event);
-    if (raw.extension == opcode_) handlers_.notify({raw.event_type, raw.detail});
+    if (raw.extension == opcode_) handlers_.notify({raw.event_type, raw.detail, raw.time});
 }
 
 }  // namespace platform::x11

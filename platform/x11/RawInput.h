@@ -13,6 +13,7 @@ namespace platform::x11 {
 struct RawInputEvent {
     std::uint16_t type = 0;    // XCB_INPUT_RAW_KEY_PRESS and so on
     std::uint32_t detail = 0;  // the X key code or the button
+    xcb_timestamp_t time = XCB_CURRENT_TIME;
 };
 
 // The raw events of XInput 2: all that the user does with keyboards and pointers, whichever program has them,

@@ -54,8 +54,9 @@ X11WindowSystem::X11WindowSystem(XConnection& connection, XEvents& events, RunLo
       context_{connection, runLoop, screens, painter, TagWindowAtoms::intern(connection)},
       events_(events.subscribe([this](const auto& event) { handle(event); })),
       screensChanged_(screens.onParametersChanged([this] { refresh(); })),
-      compositor_(connection, events, [this](bool composited) { followCompositor(composited); }) {
-    context_.composited = compositor_.isComposited();
+      compositor_(connection, events, "_NET_WM_CM",
+                  [this](xcb_window_t owner) { followCompositor(owner != XCB_WINDOW_NONE); }) {
+    context_.composited = compositor_.owner() != XCB_WINDOW_NONE;
     context_.currentDesktop = [this] { return desktops_().current; };
     context_.forget = [this](xcb_window_t window) { surfaces_.erase(window); };
     context_.openHand = loadOpenHand(connection);

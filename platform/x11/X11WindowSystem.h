@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "platform/Spaces.h"
-#include "platform/x11/CompositorWatch.h"
+#include "platform/x11/SelectionWatch.h"
 #include "platform/x11/X11TagSurface.h"
 
 namespace platform::x11 {
@@ -51,7 +51,7 @@ class X11WindowSystem final : public WindowSystem, public WindowSpaces {
     bool isDesktopGridOpen_ = false;
     Subscription events_;
     Subscription screensChanged_;
-    CompositorWatch compositor_;
+    SelectionWatch compositor_;
     Timer compositorStarts_;
 };
 

@@ -2,9 +2,11 @@
 
 #include <fmt/format.h>
 
+#include <QGuiApplication>
 #include <cstdlib>
 
 #include "orvellos/DebugLog.h"
+#include "orvellos/DiagnosticsReport.h"
 #include "platform/freedesktop/ProgramLocations.h"
 
 namespace {
@@ -35,7 +37,9 @@ Desktop::Core::Core(Desktop& desktop)
                   desktop.overview_.windows(),
                   desktop.keyMonitor_,
                   desktop.session_,
-                  desktop.overview_.launcher()},
+                  desktop.overview_.launcher(),
+                  {desktop.processes_, desktop.shortcuts_, desktop.shortcuts_, desktop.shortcuts_,
+                   desktop.interface_.alerts(), desktop.settingsPages_}},
                  store) {}
 
 Desktop::Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
@@ -45,6 +49,13 @@ Desktop::Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
       kwinDesktops_(bus_),
       loginItem_(files_, folders_.configHome(), platform::freedesktop::ProgramLocations().command()),
       instanceLock_(displayName()),
+      processes_(runLoop,
+                 [](const std::string&) {
+                     return platform::freedesktop::ProgramLocations().libexecProgram("osascript");
+                 }),
+      settingsPages_(platform::freedesktop::processEnvironment("XDG_CURRENT_DESKTOP").value_or("")),
+      fileBrowser_(bus_),
+      system_(files_),
       atoms_(platform::x11::Atoms::intern(connection)),
       events_(connection, runLoop, runLoop),
       screens_(connection, events_, runLoop, scale),
@@ -55,22 +66,36 @@ Desktop::Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
       switching_(
           connection, atoms_, [this] { return spaceServer_.canSwitch(); },
           [this] { return spaceServer_.lastTime(); }),
+      shortcuts_(connection, atoms_,
+                 {[this] { return spaceServer_.facts(); }, [this] { return spaceServer_.canSwitch(); },
+                  [this] { return spaceServer_.lastTime(); }}),
       rawInput_(connection, events_),
       keyboard_(connection, events_, runLoop),
-      keyMonitor_(rawInput_, keyboard_, runLoop),
+      keyMonitor_(rawInput_, keyboard_, runLoop, [] { return QGuiApplication::focusWindow() != nullptr; }),
       overview_(bus_, runLoop, connection, atoms_, events_, screens_, keyMonitor_),
+      interface_({bus_, runLoop, connection, events_, rawInput_, screens_,
+                  [this] { return spaceServer_.facts(); }, [this] { return spaceServer_.lastTime(); }}),
       screenPower_(connection, events_),
       systemBus_(systemd, runLoop, runLoop, [] { return platform::freedesktop::systemBusAddress(); }),
       login_(systemBus_, platform::freedesktop::processEnvironment("XDG_SESSION_ID")),
       session_(login_, {[this](auto action) { return screenPower_.onEvent(std::move(action)); }}),
       spaces_(spaceServer_, windowSystem_, switching_, screens_, screens_),
-      delegate_({spaces_, runLoop, instanceLock_,
-                 [this]() -> orvellos::TagManager& { return core_.emplace(*this).tagManager; },
+      delegate_({spaces_, runLoop, instanceLock_, screens_, interface_.parts(), [this] { return makeCore(); },
                  std::move(quit)}),
       windowManagerChanged_(spaceServer_.onWindowManagerChanged([this] { windowSystem_.reassertStates(); })),
       desktopGridChanged_(overview_.kwin().followDesktopGrid(
           [this](bool isOpen) { windowSystem_.setDesktopGridOpen(isOpen); })) {
     connection.setPatience(kPatienceWhileRunning);
+}
+
+orvellos::AppDelegate::Core Desktop::makeCore() {
+    auto& core = core_.emplace(*this);
+    return {core.tagManager, core.settings, core.editingContext, [this] { saveDiagnostics(); }};
+}
+
+void Desktop::saveDiagnostics() {
+    orvellos::saveDiagnostics({files_, folders_, fileBrowser_, runLoop_, system_}, core_->settings,
+                              core_->tagManager.tags());
 }
 
 void Desktop::launch() {

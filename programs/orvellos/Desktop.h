@@ -10,14 +10,19 @@
 #include "orvellos/TagManager.h"
 #include "orvellos/TagStore.h"
 #include "platform/freedesktop/AutostartLoginItem.h"
+#include "platform/freedesktop/FileManagerBrowser.h"
 #include "platform/freedesktop/InstanceLock.h"
 #include "platform/freedesktop/JsonDefaultsStore.h"
 #include "platform/freedesktop/KwinDesktops.h"
 #include "platform/freedesktop/LogindSession.h"
+#include "platform/freedesktop/OsRelease.h"
+#include "platform/freedesktop/PosixBackgroundProcesses.h"
 #include "platform/freedesktop/PosixFileSystem.h"
 #include "platform/freedesktop/SessionBus.h"
 #include "platform/freedesktop/SessionEvents.h"
+#include "platform/freedesktop/SettingsPages.h"
 #include "platform/freedesktop/XdgFolders.h"
+#include "platform/x11/EwmhSpaceShortcuts.h"
 #include "platform/x11/EwmhSpaceSwitching.h"
 #include "platform/x11/RawInput.h"
 #include "platform/x11/X11KeyMonitor.h"
@@ -26,6 +31,7 @@
 #include "platform/x11/X11Screens.h"
 #include "platform/x11/X11SpaceServer.h"
 #include "platform/x11/X11WindowSystem.h"
+#include "programs/orvellos/Interface.h"
 #include "programs/orvellos/Overview.h"
 #include "ui/QtLayerPainter.h"
 #include "ui/QtRunLoop.h"
@@ -61,6 +67,8 @@ class Desktop {
     };
 
     void launchNow();
+    [[nodiscard]] orvellos::AppDelegate::Core makeCore();
+    void saveDiagnostics();
 
     ui::QtRunLoop& runLoop_;
     platform::freedesktop::SessionBus bus_;
@@ -70,6 +78,10 @@ class Desktop {
     platform::freedesktop::XdgFolders folders_;
     platform::freedesktop::AutostartLoginItem loginItem_;
     platform::freedesktop::InstanceLock instanceLock_;
+    platform::freedesktop::PosixBackgroundProcesses processes_;
+    platform::freedesktop::SettingsPages settingsPages_;
+    platform::freedesktop::FileManagerBrowser fileBrowser_;
+    platform::freedesktop::OsRelease system_;
 
     platform::x11::Atoms atoms_;
     platform::x11::XEvents events_;
@@ -79,10 +91,12 @@ class Desktop {
     ui::QtTextMeasurer textMeasurer_;
     platform::x11::X11WindowSystem windowSystem_;
     platform::x11::EwmhSpaceSwitching switching_;
+    platform::x11::EwmhSpaceShortcuts shortcuts_;
     platform::x11::RawInput rawInput_;
     platform::x11::X11Keyboard keyboard_;
     platform::x11::X11KeyMonitor keyMonitor_;
     Overview overview_;
+    Interface interface_;
     platform::x11::X11ScreenPower screenPower_;
     platform::freedesktop::SessionBus systemBus_;
     platform::freedesktop::LogindSession login_;

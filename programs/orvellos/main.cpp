@@ -1,7 +1,7 @@
 // The application body: makes the services of an X11 desktop, hands them to the application and runs its main
 // loop.
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <algorithm>
 #include <array>
 #include <cstdlib>
@@ -58,8 +58,8 @@ int runApplication(int argc, char** argv, platform::x11::XConnection& connection
     qInstallMessageHandler(handleQtMessage);
     argc = std::min(argc, 1);  // the user's arguments are not for Qt, which would take some of them
     std::array<char*, 2> name = {argv[0], nullptr};
-    QGuiApplication application(argc, name.data());
-    QGuiApplication::setQuitOnLastWindowClosed(false);
+    QApplication application(argc, name.data());
+    QApplication::setQuitOnLastWindowClosed(false);
     ui::QtRunLoop runLoop;
     platform::freedesktop::SystemdLibrary systemd;
     platform::freedesktop::JournalSystemLog systemLog;

@@ -1,4 +1,4 @@
-#include "platform/x11/CompositorWatch.h"
+#include "platform/x11/SelectionWatch.h"
 
 #include <xcb/xfixes.h>
 
@@ -7,10 +7,11 @@
 
 namespace platform::x11 {
 
-CompositorWatch::CompositorWatch(XConnection& connection, XEvents& events, std::function<void(bool)> changed)
+SelectionWatch::SelectionWatch(XConnection& connection, XEvents& events, std::string_view name,
+                               std::function<void(xcb_window_t)> changed)
     : changed_(std::move(changed)) {
-    const auto name = "_NET_WM_CM_S" + std::to_string(connection.screenNumber());
-    const std::array<std::string_view, 1> names = {name};
+    const auto selection = std::string(name) + "_S" + std::to_string(connection.screenNumber());
+    const std::array<std::string_view, 1> names = {selection};
     selection_ = connection.intern(names).front();
     if (const auto* extension = xcb_get_extension_data(connection.get(), &xcb_xfixes_id);
         extension && extension->present) {
@@ -23,16 +24,15 @@ CompositorWatch::CompositorWatch(XConnection& connection, XEvents& events, std::
     }
     const auto cookie = xcb_get_selection_owner(connection.get(), selection_);
     const auto owner = connection.reply<xcb_get_selection_owner_reply_t>(cookie);
-    composited_ = owner && owner->owner != XCB_WINDOW_NONE;
+    if (owner) owner_ = owner->owner;
     subscription_ = events.subscribe([this](const auto& event) { handle(event); });
 }
 
-void CompositorWatch::handle(const xcb_generic_event_t& event) {
+void SelectionWatch::handle(const xcb_generic_event_t& event) {
     if (xfixesEvents_ == 0 || XEvents::type(event) != xfixesEvents_ + XCB_XFIXES_SELECTION_NOTIFY) return;
     const auto& notify = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event);
     if (notify.selection != selection_) return;
-    const bool composited = notify.owner != XCB_WINDOW_NONE;
-    if (std::exchange(composited_, composited) != composited) changed_(composited);
+    if (std::exchange(owner_, notify.owner) != notify.owner) changed_(notify.owner);
 }
 
 }  // namespace platform::x11

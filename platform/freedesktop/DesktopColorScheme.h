@@ -1,0 +1,34 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+
+#include "platform/freedesktop/BusServiceWatch.h"
+#include "platform/freedesktop/SessionBus.h"
+
+namespace platform::freedesktop {
+
+// The user's choice between light and dark, as the desktop portal tells it (XDG Desktop Portal, Settings,
+// "org.freedesktop.appearance" "color-scheme").
+class DesktopColorScheme {
+  public:
+    enum class Preference { None, Dark, Light };
+
+    // `changed` is called at a later turn of the main loop whenever the preference is another.
+    DesktopColorScheme(SessionBus& bus, std::function<void(Preference)> changed);
+    DesktopColorScheme(const DesktopColorScheme&) = delete;
+    DesktopColorScheme& operator=(const DesktopColorScheme&) = delete;
+
+  private:
+    void ask();
+    void take(const nlohmann::json& value);
+
+    SessionBus& bus_;
+    std::function<void(Preference)> changed_;
+    Preference preference_ = Preference::None;
+    Subscription question_;
+    Subscription changes_;
+    Subscription connection_;
+};
+
+}  // namespace platform::freedesktop

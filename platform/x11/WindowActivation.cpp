@@ -1,0 +1,31 @@
+#include "platform/x11/WindowActivation.h"
+
+#include <array>
+
+namespace platform::x11 {
+
+namespace {
+constexpr std::uint32_t kSourcePager = 2;  // EWMH, source indication
+}
+
+WindowActivation::WindowActivation(XConnection& connection, std::function<DesktopFacts()> desktops,
+                                   std::function<xcb_timestamp_t()> time)
+    : connection_(connection), desktops_(std::move(desktops)), time_(std::move(time)) {
+    constexpr std::array<std::string_view, 2> names = {"_NET_ACTIVE_WINDOW", "_NET_WM_DESKTOP"};
+    const auto atoms = connection.intern(names);
+    activeWindow_ = atoms[0];
+    desktop_ = atoms[1];
+}
+
+void WindowActivation::bringToUser(WindowNumber window) const {
+    const auto id = static_cast<xcb_window_t>(window.value);
+    if (const auto current = desktops_().current) {
+        const std::array<std::uint32_t, 2> data = {*current, kSourcePager};
+        sendRootMessage(connection_, id, desktop_, data);
+    }
+    const std::array<std::uint32_t, 3> data = {kSourcePager, time_(), 0};
+    sendRootMessage(connection_, id, activeWindow_, data);
+    connection_.flush();
+}
+
+}  // namespace platform::x11

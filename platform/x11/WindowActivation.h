@@ -1,0 +1,28 @@
+#pragma once
+
+#include <functional>
+
+#include "platform/Identifiers.h"
+#include "platform/x11/X11WindowSystem.h"
+
+namespace platform::x11 {
+
+// Brings windows to where the user is, as a pager would: nobody asks whether they may have the focus.
+class WindowActivation {
+  public:
+    // `desktops` gives the last known desktops, `time` a server time stamp, both without asking the server.
+    WindowActivation(XConnection& connection, std::function<DesktopFacts()> desktops,
+                     std::function<xcb_timestamp_t()> time);
+
+    // Takes a managed window to the current desktop, to the front and gives it the keyboard.
+    void bringToUser(WindowNumber window) const;
+
+  private:
+    XConnection& connection_;
+    std::function<DesktopFacts()> desktops_;
+    std::function<xcb_timestamp_t()> time_;
+    xcb_atom_t activeWindow_ = 0;
+    xcb_atom_t desktop_ = 0;
+};
+
+}  // namespace platform::x11

@@ -1,0 +1,71 @@
+#include "platform/x11/X11MouseMonitor.h"
+
+#include <utility>
+
+namespace platform::x11 {
+
+namespace {
+
+// The buttons as X counts them.
+constexpr std::uint32_t kLeft = 1;
+constexpr std::uint32_t kRight = 3;
+// Window managers put a window in a frame or two, a tray's is a little deeper.
+constexpr int kDeepest = 8;
+
+bool belongsTo(xcb_connection_t* connection, xcb_window_t window) {
+    const auto* setup = xcb_get_setup(connection);
+    return (window & ~setup->resource_id_mask) == setup->resource_id_base;
+}
+
+}  // namespace
+
+X11MouseMonitor::X11MouseMonitor(RawInput& input, XConnection& connection, Toolkit toolkit)
+    : input_(input), connection_(connection), toolkit_(std::move(toolkit)) {}
+
+Subscription X11MouseMonitor::addLocalMouseDownMonitor(std::function<void(WindowNumber)> handler) {
+    if (!input_.isAvailable()) return {};
+    follow();
+    return local_.subscribe(std::move(handler));
+}
+
+Subscription X11MouseMonitor::addGlobalMouseDownMonitor(std::function<void()> handler) {
+    if (!input_.isAvailable()) return {};
+    follow();
+    return global_.subscribe(std::move(handler));
+}
+
+void X11MouseMonitor::follow() {
+    if (events_.isActive()) return;
+    input_.select(XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS);
+    events_ = input_.subscribe([this](const auto& event) { handle(event); });
+}
+
+void X11MouseMonitor::handle(const RawInputEvent& event) {
+    if (event.type != XCB_INPUT_RAW_BUTTON_PRESS) return;
+    if (event.detail != kLeft && event.detail != kRight) return;
+    if (local_.isEmpty() && global_.isEmpty()) return;
+    if (toolkit_.isMenuClick(event.time)) return;
+    const auto window = ownWindowUnderPointer();
+    if (window == XCB_WINDOW_NONE)
+        global_.notify();
+    else
+        local_.notify({window});
+}
+
+bool X11MouseMonitor::isOwn(xcb_window_t window) const {
+    return belongsTo(connection_.get(), window) || belongsTo(toolkit_.connection, window);
+}
+
+xcb_window_t X11MouseMonitor::ownWindowUnderPointer() {
+    auto window = connection_.root();
+    for (int depth = 0; depth < kDeepest; ++depth) {
+        const auto cookie = xcb_query_pointer(connection_.get(), window);
+        const auto pointer = connection_.reply<xcb_query_pointer_reply_t>(cookie);
+        if (!pointer || pointer->child == XCB_WINDOW_NONE) return XCB_WINDOW_NONE;
+        window = pointer->child;
+        if (isOwn(window)) return window;
+    }
+    return XCB_WINDOW_NONE;
+}
+
+}  // namespace platform::x11

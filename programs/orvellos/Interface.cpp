@@ -1,0 +1,41 @@
+#include "programs/orvellos/Interface.h"
+
+#include <utility>
+
+#include "ui/Appearance.h"
+
+namespace {
+
+using platform::freedesktop::DesktopColorScheme;
+
+ui::ColorScheme schemeOf(DesktopColorScheme::Preference preference) {
+    switch (preference) {
+        case DesktopColorScheme::Preference::Dark:
+            return ui::ColorScheme::Dark;
+        case DesktopColorScheme::Preference::Light:
+            return ui::ColorScheme::Light;
+        case DesktopColorScheme::Preference::None:
+            break;
+    }
+    return ui::ColorScheme::Unknown;
+}
+
+}  // namespace
+
+Interface::Interface(Services services)
+    : activation_(services.connection, std::move(services.desktops), std::move(services.lastTime)),
+      mouse_(services.rawInput, services.connection,
+             {ui::toolkitConnection(), [this](xcb_timestamp_t time) { return menuClicks_.hasTaken(time); }}),
+      panelHost_({menuBar_, services.screens,
+                  [this](platform::WindowNumber window) { activation_.bringToUser(window); }}),
+      alerts_([this](platform::WindowNumber window) { activation_.bringToUser(window); }),
+      tray_(services.connection, services.events, [this](bool) { findStatusHost(); }),
+      statusItem_(services.runLoop, tray_),
+      statusNotifierHosts_(services.bus, [this](bool) { findStatusHost(); }),
+      colorScheme_(services.bus, [](auto preference) { ui::applyColorScheme(schemeOf(preference)); }) {
+    findStatusHost();
+}
+
+void Interface::findStatusHost() {
+    statusItem_.setHosts(statusNotifierHosts_.isThere(), tray_.isThere());
+}

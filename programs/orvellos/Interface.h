@@ -1,0 +1,49 @@
+#pragma once
+
+#include "orvellos/AppDelegate.h"
+#include "platform/freedesktop/DesktopColorScheme.h"
+#include "platform/freedesktop/StatusNotifierHosts.h"
+#include "platform/x11/SystemTray.h"
+#include "platform/x11/WindowActivation.h"
+#include "platform/x11/X11MouseMonitor.h"
+#include "ui/MenuClicks.h"
+#include "ui/QtAlerts.h"
+#include "ui/QtMenuBar.h"
+#include "ui/QtPanelHost.h"
+#include "ui/QtStatusItem.h"
+
+// Where the user meets the application: its panels, alerts and menus, put together for this desktop.
+class Interface {
+  public:
+    // What is passed outlives the interface.
+    struct Services {
+        platform::freedesktop::SessionBus& bus;
+        platform::RunLoop& runLoop;
+        platform::x11::XConnection& connection;
+        platform::x11::XEvents& events;
+        platform::x11::RawInput& rawInput;
+        const platform::x11::X11Screens& screens;
+        std::function<platform::x11::DesktopFacts()> desktops;
+        std::function<xcb_timestamp_t()> lastTime;
+    };
+    explicit Interface(Services services);
+
+    [[nodiscard]] orvellos::AppDelegate::UserInterface parts() {
+        return {panelHost_, mouse_, statusItem_, menuBar_};
+    }
+    [[nodiscard]] platform::Alerts& alerts() { return alerts_; }
+
+  private:
+    void findStatusHost();
+
+    ui::MenuClicks menuClicks_;
+    platform::x11::WindowActivation activation_;
+    platform::x11::X11MouseMonitor mouse_;
+    ui::QtMenuBar menuBar_;
+    ui::QtPanelHost panelHost_;
+    ui::QtAlerts alerts_;
+    platform::x11::SystemTray tray_;
+    ui::QtStatusItem statusItem_;
+    platform::freedesktop::StatusNotifierHosts statusNotifierHosts_;
+    platform::freedesktop::DesktopColorScheme colorScheme_;
+};

@@ -1,0 +1,132 @@
+#include "ui/ColorSwatches.h"
+
+#include <QConicalGradient>
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QRadioButton>
+#include <array>
+
+#include "orvellos/CreateTagForm.h"
+#include "orvellos/TagColor.h"
+#include "ui/PlainText.h"
+#include "ui/QtColor.h"
+
+namespace ui {
+
+namespace {
+
+constexpr double kDiameter = 26;
+constexpr double kRing = 2;
+constexpr double kAroundRing = 2;
+constexpr int kSide = static_cast<int>(kDiameter + 2 * (kRing + kAroundRing));
+
+bool isSameColor(std::string_view a, std::string_view b) {
+    const auto first = orvellos::colorFromHex(a);
+    return first && first == orvellos::colorFromHex(b);
+}
+
+QColor colorOf(const std::string& hex) {
+    const auto color = orvellos::colorFromHex(hex);
+    return color ? toQColor(*color) : kSystemBlue;
+}
+
+}  // namespace
+
+// A filled circle, in a ring when it is the chosen one. Radio buttons bring the keys and the role along.
+class ColorSwatch final : public QRadioButton {
+  public:
+    explicit ColorSwatch(const QString& name) {
+        setAccessibleName(name);
+        setToolTip(name);
+        setFixedSize(kSide, kSide);
+    }
+    void setFill(const QBrush& fill) {
+        fill_ = fill;
+        update();
+    }
+    void setChosen(bool chosen) {
+        setChecked(chosen);
+        setAccessibleDescription(chosen ? QStringLiteral("Selected") : QString());
+        update();
+    }
+
+  protected:
+    [[nodiscard]] bool hitButton(const QPoint& point) const override { return rect().contains(point); }
+    void paintEvent(QPaintEvent* /*event*/) override {
+        QPainter painter(this);
+        painter.setRenderHint(QPainter::Antialiasing);
+        const QPointF center(width() / 2.0, height() / 2.0);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(fill_);
+        const double shrink = isDown() ? 1.5 : 0;
+        painter.drawEllipse(center, kDiameter / 2 - shrink, kDiameter / 2 - shrink);
+        painter.setBrush(Qt::NoBrush);
+        const double radius = kDiameter / 2 + kAroundRing + kRing / 2 - 0.5;
+        if (isChecked()) {
+            painter.setPen(QPen(kSystemBlue, kRing));
+            painter.drawEllipse(center, radius, radius);
+        }
+        if (hasFocus()) {
+            painter.setPen(QPen(labelColor(palette()), 1, Qt::DotLine));
+            painter.drawEllipse(center, kDiameter / 2 - 4, kDiameter / 2 - 4);
+        }
+    }
+
+  private:
+    QBrush fill_;
+};
+
+namespace {
+
+QBrush colorWheel() {
+    QConicalGradient wheel(kSide / 2.0, kSide / 2.0, 90);
+    constexpr int kSteps = 12;
+    for (int i = 0; i <= kSteps; ++i)
+        wheel.setColorAt(i / static_cast<double>(kSteps), QColor::fromHsv(i * 360 / kSteps % 360, 190, 245));
+    return wheel;
+}
+
+}  // namespace
+
+ColorSwatches::ColorSwatches(ColorPanel& colorPanel, const std::string& chosen,
+                             std::function<void(const std::string&)> onChoose)
+    : colorPanel_(colorPanel), chosen_(chosen), onChoose_(std::move(onChoose)) {
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(2);
+    for (const auto& color : orvellos::tagPalette) {
+        auto* swatch = new ColorSwatch(toQString(color.name));
+        swatch->setFill(colorOf(std::string(color.hex)));
+        connect(swatch, &QRadioButton::clicked, this, [this, hex = std::string(color.hex)] { choose(hex); });
+        row->addWidget(swatch);
+        swatches_.push_back(swatch);
+    }
+    custom_ = new ColorSwatch(toQString(orvellos::CreateTagForm::kCustomColorHelp));
+    connect(custom_, &QRadioButton::clicked, this, [this] {
+        colorPanel_.show(this, colorOf(chosen_),
+                         [this](const QColor& color) { choose(orvellos::hexFromColor(toColor(color))); });
+        showChoice();
+    });
+    row->addWidget(custom_);
+    row->addStretch();
+    showChoice();
+}
+
+void ColorSwatches::choose(const std::string& colorHex) {
+    chosen_ = colorHex;
+    showChoice();
+    onChoose_(colorHex);
+}
+
+void ColorSwatches::showChoice() {
+    bool isInPalette = false;
+    for (std::size_t i = 0; i < swatches_.size(); ++i) {
+        const bool chosen = isSameColor(orvellos::tagPalette.at(i).hex, chosen_);
+        swatches_[i]->setChosen(chosen);
+        isInPalette = isInPalette || chosen;
+    }
+    custom_->setChosen(!isInPalette);
+    custom_->setFill(isInPalette ? colorWheel() : QBrush(colorOf(chosen_)));
+}
+
+}  // namespace ui

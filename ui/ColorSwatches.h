@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QWidget>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "ui/ColorPanel.h"
+
+class QAbstractButton;
+
+namespace ui {
+
+class ColorSwatch;
+
+// A row of the palette's colours, one of which is chosen, and a button for any other colour.
+class ColorSwatches final : public QWidget {
+  public:
+    // Colours are hexadecimal texts: "#3B82F6".
+    ColorSwatches(ColorPanel& colorPanel, const std::string& chosen,
+                  std::function<void(const std::string&)> onChoose);
+
+  private:
+    void choose(const std::string& colorHex);
+    void showChoice();
+
+    ColorPanel& colorPanel_;
+    std::string chosen_;
+    std::function<void(const std::string&)> onChoose_;
+    std::vector<ColorSwatch*> swatches_;
+    ColorSwatch* custom_ = nullptr;
+};
+
+}  // namespace ui

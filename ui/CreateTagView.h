@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QWidget>
+
+#include "orvellos/CreateTagForm.h"
+#include "ui/ColorPanel.h"
+
+class QLineEdit;
+class QPushButton;
+
+namespace ui {
+
+// The form for a new tag.
+class CreateTagView final : public QWidget {
+  public:
+    // The form and the colour panel outlive the view.
+    CreateTagView(orvellos::CreateTagForm& form, ColorPanel& colorPanel);
+
+  private:
+    [[nodiscard]] QWidget* makeField();
+    [[nodiscard]] QWidget* makeColors(ColorPanel& colorPanel);
+    [[nodiscard]] QWidget* makeButtons();
+
+    orvellos::CreateTagForm& form_;
+    QLineEdit* field_ = nullptr;
+    QPushButton* create_ = nullptr;
+};
+
+}  // namespace ui

@@ -1,0 +1,273 @@
+#include "ui/EditTagsView.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTimer>
+#include <QToolButton>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "orvellos/TagColor.h"
+#include "ui/ColorSwatches.h"
+#include "ui/ElidedLabel.h"
+#include "ui/FormParts.h"
+#include "ui/PlainText.h"
+#include "ui/QtColor.h"
+#include "ui/Symbols.h"
+
+namespace ui {
+
+using orvellos::EditTagsList;
+using orvellos::Tag;
+
+namespace {
+
+constexpr int kMargin = 20;
+constexpr int kHighest = 520;
+constexpr int kDot = 14;
+const auto kEditorName = QStringLiteral("editor");
+const auto kPencilName = QStringLiteral("pencil");
+
+QLabel* makeDot(const QColor& color) {
+    auto* dot = new QLabel;
+    dot->setPixmap(dotPixmap(color, kDot, kDot, dot->devicePixelRatioF()));
+    dot->setFixedSize(kDot, kDot);
+    return dot;
+}
+
+QWidget* makeFrame() {
+    auto* frame = new QWidget;
+    frame->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    return frame;
+}
+
+}  // namespace
+
+EditTagsView::EditTagsView(EditTagsList& list, ColorPanel& colorPanel)
+    : list_(list), colorPanel_(colorPanel) {
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(makeTop());
+    scroll_ = new QScrollArea;
+    scroll_->setWidgetResizable(true);
+    scroll_->setFrameShape(QFrame::NoFrame);
+    scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll_->setFocusPolicy(Qt::NoFocus);
+    scroll_->viewport()->setAutoFillBackground(false);
+    column->addWidget(scroll_);
+    shown_ = present();
+    fill();
+    changes_ = list_.subscribe([this] { follow(); });
+}
+
+QSize EditTagsView::sizeHint() const {
+    const int rows = scroll_->widget()->sizeHint().height();
+    const int top = layout()->itemAt(0)->sizeHint().height();
+    return {460, std::min(top + rows, kHighest)};
+}
+
+EditTagsView::Shown EditTagsView::present() const {
+    const auto& buffer = list_.editBuffer();
+    return {list_.rows(), buffer ? std::optional(buffer->id) : std::nullopt};
+}
+
+// The widget that set off the change may be one of a row's, so the rows are made anew at a later turn.
+void EditTagsView::follow() {
+    QTimer::singleShot(0, this, [this] {
+        auto now = present();
+        if (now == shown_) return;
+        shown_ = std::move(now);
+        fill();
+    });
+}
+
+QWidget* EditTagsView::makeTop() {
+    auto* top = new QWidget;
+    auto* row = new QHBoxLayout(top);
+    row->setContentsMargins(kMargin, 18, kMargin - 4, 10);
+    row->addWidget(makeHeading(EditTagsList::kHeading));
+    count_ = makeSecondary("");
+    row->addWidget(count_);
+    row->addStretch();
+    auto* settings = makeSymbolButton("gearshape", EditTagsList::kSettingsHelp);
+    connect(settings, &QToolButton::clicked, this, [this] { list_.showSettings(); });
+    row->addWidget(settings);
+    return top;
+}
+
+void EditTagsView::fill() {
+    const auto focus = focusNow();
+    const int position = scroll_->verticalScrollBar() ? scroll_->verticalScrollBar()->value() : 0;
+    auto* rows = new QWidget;
+    auto* column = new QVBoxLayout(rows);
+    column->setContentsMargins(kMargin, 0, kMargin - 4, kMargin - 6);
+    column->setSpacing(2);
+    rowWidgets_.clear();
+    for (const auto& row : shown_.rows) {
+        rowWidgets_.push_back(row.tag.id == shown_.edited ? makeEditor() : makeRow(row));
+        column->addWidget(rowWidgets_.back());
+    }
+    if (shown_.rows.empty()) column->addWidget(makeEmptyState());
+    column->addStretch();
+    count_->setText(toQString(list_.countText()));
+    count_->setVisible(!shown_.rows.empty());
+    scroll_->setWidget(rows);
+    rows->setAutoFillBackground(false);
+    scroll_->verticalScrollBar()->setValue(position);
+    giveFocus(focus);
+    updateGeometry();
+    if (auto* panel = window(); panel != this && panel->isVisible())
+        panel->resize(panel->width(), std::max(panel->minimumHeight(), sizeHint().height()));
+}
+
+EditTagsView::Focus EditTagsView::focusNow() const {
+    const auto* focused = focusWidget();
+    for (std::size_t row = 0; focused && row < rowWidgets_.size(); ++row) {
+        if (!rowWidgets_[row]->isAncestorOf(focused)) continue;
+        const auto* field = qobject_cast<const QLineEdit*>(focused);
+        return {row, focused->objectName(), field ? field->cursorPosition() : 0};
+    }
+    return {};
+}
+
+// A row that has just become an editor has its whole label selected, and gives the keyboard back to its
+// pencil; where a row is gone the next one follows. Else everything is as it was.
+void EditTagsView::giveFocus(Focus focus) {
+    if (auto* field = scroll_->widget()->findChild<QLineEdit*>(kEditorName)) {
+        field->setFocus();
+        if (focus.part == kEditorName)
+            field->setCursorPosition(focus.cursor);
+        else
+            field->selectAll();
+        return;
+    }
+    if (focus.part.isEmpty() || rowWidgets_.empty()) return;
+    if (focus.part == kEditorName) focus.part = kPencilName;
+    auto* row = rowWidgets_[std::min(focus.row, rowWidgets_.size() - 1)];
+    if (auto* part = row->findChild<QWidget*>(focus.part)) part->setFocus();
+}
+
+// Escape ends the editing of a row before it closes the panel.
+void EditTagsView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape && list_.editBuffer())
+        list_.cancelEdit();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+QWidget* EditTagsView::makeEmptyState() const {
+    auto* state = makeFrame();
+    auto* column = new QVBoxLayout(state);
+    column->setContentsMargins(0, 28, 0, 34);
+    for (auto* label : {makeHeading(EditTagsList::kNoTags), makeSecondary(EditTagsList::kHowToTag)}) {
+        label->setAlignment(Qt::AlignCenter);
+        column->addWidget(label);
+    }
+    return state;
+}
+
+QWidget* EditTagsView::makeWarning() const {
+    auto* warning = new QWidget;
+    auto* row = new QHBoxLayout(warning);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(4);
+    const QColor orange(isDark(palette()) ? "#FFB340" : "#B45309");
+    auto* symbol = new QLabel;
+    symbol->setPixmap(symbolPixmap("exclamationmark.triangle", orange, 13, devicePixelRatioF()));
+    row->addWidget(symbol);
+    auto* text = makeSecondary(EditTagsList::kSpaceMissing);
+    text->setWordWrap(false);
+    auto colors = text->palette();
+    colors.setColor(QPalette::WindowText, orange);
+    text->setPalette(colors);
+    text->setAccessibleName(toQString(EditTagsList::kSpaceMissingLabel));
+    row->addWidget(text);
+    warning->setToolTip(toolTipText(EditTagsList::kSpaceMissingHelp));
+    return warning;
+}
+
+QWidget* EditTagsView::makeRow(const Row& row) {
+    const auto& tag = row.tag;
+    auto* frame = makeFrame();
+    auto* line = new QHBoxLayout(frame);
+    line->setContentsMargins(0, 3, 0, 3);
+    line->setSpacing(2);
+    line->addWidget(makeDot(toQColor(orvellos::tagColor(tag))));
+    line->addSpacing(8);
+    auto* label = new ElidedLabel(toQString(tag.label));
+    line->addWidget(label, 1);
+    line->addSpacing(8);
+    if (row.isActiveHere) {
+        auto* here = makeSecondary(EditTagsList::kActiveHere);
+        here->setWordWrap(false);
+        line->addWidget(here);
+    }
+    if (row.isSpaceMissing) line->addWidget(makeWarning());
+    line->addSpacing(4);
+    const auto add = [&](std::string_view symbol, std::string_view help, auto action) {
+        auto* button = makeSymbolButton(symbol, help);
+        button->setObjectName(toQString(symbol));
+        connect(button, &QToolButton::clicked, this, [action, id = tag.id] { action(id); });
+        line->addWidget(button);
+    };
+    add("pencil", EditTagsList::kEditHelp, [this](const auto& id) { list_.edit(id); });
+    add("arrow.right.circle", EditTagsList::kJumpHelp, [this](const auto& id) { list_.jump(id); });
+    line->addWidget(makePositionButton(tag));
+    add("trash", EditTagsList::kDeleteHelp, [this](const auto& id) { list_.remove(id); });
+    return frame;
+}
+
+QToolButton* EditTagsView::makePositionButton(const Tag& tag) {
+    auto* button = makeSymbolButton("ellipsis.circle", EditTagsList::kPositionHelp);
+    button->setAccessibleName(toQString(EditTagsList::positionLabel(tag)));
+    button->setObjectName(QStringLiteral("position"));
+    button->setPopupMode(QToolButton::InstantPopup);
+    button->setStyleSheet(QStringLiteral("QToolButton::menu-indicator { image: none; }"));
+    auto* menu = new QMenu(button);
+    const auto add = [&](std::string_view symbol, std::string_view title, auto action) {
+        menu->addAction(symbolIcon(symbol, palette(), devicePixelRatioF()), toQString(title), this,
+                        [action, id = tag.id] { action(id); });
+    };
+    add("arrow.down.to.line", EditTagsList::kReassign, [this](const auto& id) { list_.reassign(id); });
+    add("dot.scope", EditTagsList::kAlignAll, [this](const auto& id) { list_.alignAll(id); });
+    add("link", EditTagsList::kRelink, [this](const auto& id) { list_.relink(id); });
+    button->setMenu(menu);
+    return button;
+}
+
+QWidget* EditTagsView::makeEditor() {
+    auto* frame = makeFrame();
+    auto* column = new QVBoxLayout(frame);
+    column->setContentsMargins(0, 6, 4, 10);
+    column->setSpacing(8);
+    const auto& buffer = *list_.editBuffer();
+    auto* field = makeLabelField(buffer.label);
+    field->setObjectName(kEditorName);
+    column->addWidget(field);
+    column->addWidget(new ColorSwatches(colorPanel_, buffer.colorHex, [this](const std::string& colorHex) {
+        if (list_.editBuffer()) list_.editBuffer()->colorHex = colorHex;
+    }));
+    auto* buttons = new QHBoxLayout;
+    auto* save = new QPushButton(toQString(EditTagsList::kSave));
+    save->setDefault(true);
+    connect(save, &QPushButton::clicked, this, [this] { list_.save(); });
+    auto* cancel = new QPushButton(toQString(EditTagsList::kCancel));
+    connect(cancel, &QPushButton::clicked, this, [this] { list_.cancelEdit(); });
+    connect(field, &QLineEdit::textChanged, this, [this, save](const QString& text) {
+        if (list_.editBuffer()) list_.editBuffer()->label = text.toStdString();
+        save->setEnabled(list_.canSave());
+    });
+    buttons->addStretch();
+    buttons->addWidget(save);
+    buttons->addWidget(cancel);
+    column->addLayout(buttons);
+    return frame;
+}
+
+}  // namespace ui

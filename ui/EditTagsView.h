@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QWidget>
+#include <optional>
+#include <vector>
+
+#include "orvellos/EditTagsList.h"
+#include "ui/ColorPanel.h"
+
+class QLabel;
+class QScrollArea;
+class QToolButton;
+
+namespace ui {
+
+// The list of the user's tags.
+class EditTagsView final : public QWidget {
+  public:
+    // The list and the colour panel outlive the view.
+    EditTagsView(orvellos::EditTagsList& list, ColorPanel& colorPanel);
+
+    // As high as its rows, up to a bound.
+    [[nodiscard]] QSize sizeHint() const override;
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    using Row = orvellos::EditTagsList::Row;
+
+    // What the rows were made for.
+    struct Shown {
+        std::vector<Row> rows;
+        std::optional<orvellos::TagID> edited;
+        bool operator==(const Shown&) const = default;
+    };
+
+    // Which part of which row has the keyboard.
+    struct Focus {
+        std::size_t row = 0;
+        QString part;    // the object name of a widget; empty when none of the rows has the keyboard
+        int cursor = 0;  // in a text field
+    };
+
+    [[nodiscard]] Focus focusNow() const;
+    void giveFocus(Focus focus);
+    [[nodiscard]] Shown present() const;
+    void follow();
+    void fill();
+    [[nodiscard]] QWidget* makeTop();
+    [[nodiscard]] QWidget* makeEmptyState() const;
+    [[nodiscard]] QWidget* makeRow(const Row& row);
+    [[nodiscard]] QWidget* makeEditor();
+    [[nodiscard]] QWidget* makeWarning() const;
+    [[nodiscard]] QToolButton* makePositionButton(const orvellos::Tag& tag);
+
+    orvellos::EditTagsList& list_;
+    ColorPanel& colorPanel_;
+    Shown shown_;
+    QLabel* count_ = nullptr;
+    QScrollArea* scroll_ = nullptr;
+    std::vector<QWidget*> rowWidgets_;
+    platform::Subscription changes_;
+};
+
+}  // namespace ui

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QString>
+#include <string>
+#include <string_view>
+
+class QToolButton;
+
+namespace ui {
+
+// What the forms are made of. Texts are shown as they are, never as markup.
+
+[[nodiscard]] QLabel* makeHeading(std::string_view text);
+// In the secondary style; wraps.
+[[nodiscard]] QLabel* makeSecondary(std::string_view text, QFont::Weight weight = QFont::Normal);
+// A rounded text field. Typed text is at most kLongestLabel characters long.
+[[nodiscard]] QLineEdit* makeLabelField(const std::string& text);
+inline constexpr int kLongestLabel = 10'000;
+// A flat button with a system symbol; the help is its tooltip and its accessible name.
+[[nodiscard]] QToolButton* makeSymbolButton(std::string_view symbol, std::string_view help);
+
+}  // namespace ui

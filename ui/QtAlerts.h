@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QMessageBox>
+#include <QPointer>
+#include <deque>
+#include <functional>
+
+#include "platform/Alerts.h"
+#include "platform/Identifiers.h"
+
+namespace ui {
+
+// Alerts as message boxes that block the application's other windows.
+class QtAlerts final : public platform::Alerts {
+  public:
+    // `bringToUser` takes a window that is on the screen to where the user is.
+    explicit QtAlerts(std::function<void(platform::WindowNumber)> bringToUser)
+        : bringToUser_(std::move(bringToUser)) {}
+    ~QtAlerts() override;
+
+    void runModal(const platform::Alert& alert, std::function<void(std::size_t)> answered) override;
+
+  private:
+    struct Waiting {
+        platform::Alert alert;
+        std::function<void(std::size_t)> answered;
+    };
+    void showNext();
+
+    std::function<void(platform::WindowNumber)> bringToUser_;
+    std::deque<Waiting> waiting_;
+    QPointer<QMessageBox> box_;
+};
+
+}  // namespace ui

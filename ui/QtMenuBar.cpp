@@ -1,0 +1,57 @@
+#include "ui/QtMenuBar.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QLineEdit>
+
+#include "ui/PlainText.h"
+#include "ui/StatusMenu.h"
+
+namespace ui {
+
+namespace {
+
+void edit(platform::EditAction action) {
+    auto* field = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    if (!field) return;
+    switch (action) {
+        case platform::EditAction::Undo:
+            return field->undo();
+        case platform::EditAction::Redo:
+            return field->redo();
+        case platform::EditAction::Cut:
+            return field->cut();
+        case platform::EditAction::Copy:
+            return field->copy();
+        case platform::EditAction::Paste:
+            return field->paste();
+        case platform::EditAction::SelectAll:
+            return field->selectAll();
+    }
+}
+
+// The same key with the modifier of Command's own place.
+QKeySequence inPlace(const QKeySequence& keys) {
+    const auto key = keys[0].toCombined();
+    return QKeySequence((key & ~Qt::ControlModifier) | Qt::MetaModifier);
+}
+
+}  // namespace
+
+void QtMenuBar::attachTo(QWidget& window) const {
+    for (const auto& menu : menus_)
+        for (const auto& item : menu.items) {
+            auto* action = new QAction(toQString(item.title), &window);
+            const auto keys = keySequence(item.keyEquivalent);
+            action->setShortcuts({keys, inPlace(keys)});
+            QObject::connect(action, &QAction::triggered, &window, [run = item.action] {
+                if (const auto* editing = std::get_if<platform::EditAction>(&run))
+                    edit(*editing);
+                else
+                    std::get<std::function<void()>>(run)();
+            });
+            window.addAction(action);
+        }
+}
+
+}  // namespace ui

@@ -1,0 +1,90 @@
+#include "ui/QtPanel.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QScreen>
+#include <QVBoxLayout>
+#include <QWindow>
+#include <utility>
+
+#include "ui/PlainText.h"
+
+namespace ui {
+
+QtPanel::QtPanel(const platform::PanelShell& shell, QWidget* content, Callbacks callbacks)
+    : isMovableByBackground_(shell.isMovableByBackground),
+      content_(content),
+      callbacks_(std::move(callbacks)) {
+    Qt::WindowFlags flags =
+        Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint;
+    if (shell.floats) flags |= Qt::WindowStaysOnTopHint;
+    setWindowFlags(flags);
+    setWindowTitle(toQString(shell.title));
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(content_);
+    const int width = static_cast<int>(shell.contentSize.width);
+    const int height = shell.contentSize.height > 0 ? static_cast<int>(shell.contentSize.height)
+                                                    : content_->sizeHint().height();
+    resize(width, height);
+    if (shell.isResizable)
+        setMinimumSize(width * 3 / 4, std::min(height, 160));
+    else
+        setFixedSize(width, height);
+    winId();  // makes the window, so that its events can be followed
+    windowHandle()->installEventFilter(this);
+    centerOnScreen();
+}
+
+platform::WindowNumber QtPanel::number() const {
+    return {static_cast<std::int64_t>(internalWinId())};
+}
+
+void QtPanel::centerOnScreen() {
+    const auto* screen = QGuiApplication::screenAt(QCursor::pos());
+    if (!screen) screen = QGuiApplication::primaryScreen();
+    if (!screen) return;
+    auto place = geometry();
+    place.moveCenter(screen->availableGeometry().center());
+    setGeometry(place);
+}
+
+void QtPanel::makeKeyAndOrderFront() {
+    isComing_ = !isVisible();
+    show();
+    raise();
+    content_->setFocus();
+    if (!isComing_) callbacks_.bringToUser(number());
+}
+
+// A window manager takes a window over when it maps it; only then can it be asked for more.
+bool QtPanel::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() == QEvent::Expose && windowHandle()->isExposed() && std::exchange(isComing_, false))
+        callbacks_.bringToUser(number());
+    return QWidget::eventFilter(object, event);
+}
+
+void QtPanel::closeEvent(QCloseEvent* event) {
+    event->accept();
+    if (const auto told = std::exchange(callbacks_.willClose, nullptr)) told();
+}
+
+// What a dialog's keys do: Escape closes, Return presses the default button.
+void QtPanel::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape) {
+        close();
+    } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        for (auto* button : findChildren<QPushButton*>())
+            if (button->isDefault() && button->isEnabled()) return button->click();
+    } else {
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void QtPanel::mousePressEvent(QMouseEvent* event) {
+    if (isMovableByBackground_ && event->button() == Qt::LeftButton) windowHandle()->startSystemMove();
+}
+
+}  // namespace ui

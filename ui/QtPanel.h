@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QWidget>
+#include <functional>
+
+#include "platform/PanelWindow.h"
+
+namespace ui {
+
+// A panel's window. The desktop draws its title bar.
+class QtPanel final : public QWidget {
+  public:
+    // `bringToUser` takes a window that is on the screen to where the user is; `willClose` is called once,
+    // when the panel leaves the screen.
+    struct Callbacks {
+        std::function<void(platform::WindowNumber)> bringToUser;
+        std::function<void()> willClose;
+    };
+    // Takes the content over.
+    QtPanel(const platform::PanelShell& shell, QWidget* content, Callbacks callbacks);
+
+    [[nodiscard]] platform::WindowNumber number() const;
+    void makeKeyAndOrderFront();
+
+  protected:
+    bool eventFilter(QObject* object, QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+
+  private:
+    void centerOnScreen();
+
+    const bool isMovableByBackground_;
+    QWidget* content_;
+    Callbacks callbacks_;
+    bool isComing_ = false;  // shown, but not on the screen yet
+};
+
+}  // namespace ui

@@ -1,0 +1,112 @@
+#include "ui/QtPanelHost.h"
+
+#include <QApplication>
+#include <QScreen>
+#include <QVBoxLayout>
+#include <variant>
+
+#include "ui/CreateTagView.h"
+#include "ui/EditTagsView.h"
+#include "ui/FormParts.h"
+#include "ui/QtPanel.h"
+#include "ui/QtToast.h"
+
+namespace ui {
+
+namespace {
+
+class PanelHandle final : public platform::PanelWindow {
+  public:
+    explicit PanelHandle(std::unique_ptr<QtPanel> panel) : panel_(std::move(panel)) {}
+
+    [[nodiscard]] platform::WindowNumber number() const override { return panel_->number(); }
+    [[nodiscard]] bool isVisible() const override { return panel_->isVisible(); }
+    void makeKeyAndOrderFront() override { panel_->makeKeyAndOrderFront(); }
+    void close() override { panel_->close(); }
+
+  private:
+    std::unique_ptr<QtPanel> panel_;
+};
+
+class ToastHandle final : public platform::ToastWindow {
+  public:
+    ToastHandle(const orvellos::UndoToastView& view, const platform::Screens& screens)
+        : toast_(new QtToast(view)), screens_(screens) {
+        toast_->adjustSize();
+    }
+    ~ToastHandle() override {
+        toast_->hide();
+        toast_->deleteLater();
+    }
+
+    [[nodiscard]] platform::WindowNumber number() const override {
+        return {static_cast<std::int64_t>(toast_->winId())};
+    }
+    [[nodiscard]] platform::Size fittingSize() const override {
+        return {static_cast<double>(toast_->width()), static_cast<double>(toast_->height())};
+    }
+    // The toolkit counts from the upper left of the main screen's own corner.
+    void setFrameOrigin(platform::Point origin) override {
+        const auto main = screens_.mainScreen();
+        const auto* primary = QGuiApplication::primaryScreen();
+        if (!main || !primary) return;
+        const auto corner = primary->geometry().topLeft();
+        toast_->move(corner.x() + static_cast<int>(origin.x - main->frame.minX()),
+                     corner.y() + static_cast<int>(main->frame.maxY() - origin.y) - toast_->height());
+    }
+    void orderFrontRegardless() override {
+        toast_->show();
+        toast_->raise();
+    }
+
+  private:
+    QtToast* toast_;
+    const platform::Screens& screens_;
+};
+
+QWidget* makeNote(const orvellos::PanelNote& note) {
+    auto* view = new QWidget;
+    auto* column = new QVBoxLayout(view);
+    column->setContentsMargins(24, 40, 24, 40);
+    column->addStretch();
+    for (auto* label : {makeHeading(note.heading), makeSecondary(note.text)}) {
+        label->setAlignment(Qt::AlignCenter);
+        column->addWidget(label);
+    }
+    column->addStretch();
+    return view;
+}
+
+}  // namespace
+
+QWidget* QtPanelHost::makeView(const orvellos::PanelContent& content) {
+    if (auto* const* form = std::get_if<orvellos::CreateTagForm*>(&content))
+        return new CreateTagView(**form, colorPanel_);
+    if (auto* const* list = std::get_if<orvellos::EditTagsList*>(&content))
+        return new EditTagsView(**list, colorPanel_);
+    return makeNote(std::get<orvellos::PanelNote>(content));
+}
+
+std::unique_ptr<platform::PanelWindow> QtPanelHost::makePanel(const platform::PanelShell& shell,
+                                                              const orvellos::PanelContent& content,
+                                                              std::function<void()> willClose) {
+    auto panel = std::make_unique<QtPanel>(shell, makeView(content),
+                                           QtPanel::Callbacks{services_.bringToUser, std::move(willClose)});
+    services_.menuBar.attachTo(*panel);
+    return std::make_unique<PanelHandle>(std::move(panel));
+}
+
+std::unique_ptr<platform::ToastWindow> QtPanelHost::makeToast(const orvellos::UndoToastView& view) {
+    return std::make_unique<ToastHandle>(view, services_.screens);
+}
+
+bool QtPanelHost::isPanel(platform::WindowNumber window) const {
+    for (const auto* widget : QApplication::topLevelWidgets()) {
+        if (static_cast<std::int64_t>(widget->internalWinId()) != window.value) continue;
+        return qobject_cast<const QDialog*>(widget) || dynamic_cast<const QtPanel*>(widget) ||
+               dynamic_cast<const QtToast*>(widget);
+    }
+    return false;
+}
+
+}  // namespace ui

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <functional>
+
+#include "orvellos/PanelHost.h"
+#include "ui/ColorPanel.h"
+#include "ui/QtMenuBar.h"
+
+namespace ui {
+
+// Makes panels and toasts as windows of the toolkit.
+class QtPanelHost final : public orvellos::PanelHost {
+  public:
+    // `bringToUser` takes a window that is on the screen to where the user is; the menu bar's keys work in
+    // every panel.
+    struct Services {
+        const QtMenuBar& menuBar;
+        const platform::Screens& screens;
+        std::function<void(platform::WindowNumber)> bringToUser;
+    };
+    explicit QtPanelHost(Services services) : services_(std::move(services)) {}
+
+    [[nodiscard]] std::unique_ptr<platform::PanelWindow> makePanel(const platform::PanelShell& shell,
+                                                                   const orvellos::PanelContent& content,
+                                                                   std::function<void()> willClose) override;
+    [[nodiscard]] std::unique_ptr<platform::ToastWindow> makeToast(
+        const orvellos::UndoToastView& view) override;
+    [[nodiscard]] bool isPanel(platform::WindowNumber window) const override;
+    [[nodiscard]] bool isColorPanelVisible() const override { return colorPanel_.isVisible(); }
+
+  private:
+    [[nodiscard]] QWidget* makeView(const orvellos::PanelContent& content);
+
+    Services services_;
+    ColorPanel colorPanel_;
+};
+
+}  // namespace ui

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QMenu>
+#include <QPointer>
+#include <functional>
+#include <utility>
+#include <vector>
+
+#include "platform/StatusItem.h"
+
+namespace ui {
+
+// The menu of the status item: a list of rows, made anew at each opening.
+class StatusMenu final : public QMenu {
+  public:
+    explicit StatusMenu(std::function<std::vector<platform::MenuItem>()> rows);
+
+    // Opens at the place, in screen coordinates of the toolkit, or as near to it as the screen lets.
+    void open(const QPoint& place);
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+
+  private:
+    void rebuild();
+    void keepWidth();
+    QAction* addRow(const platform::MenuItem& row);
+    void showAlternates(bool shown);
+
+    // Rows that take each other's place.
+    struct Pair {
+        QAction* usual = nullptr;
+        QAction* alternate = nullptr;
+    };
+
+    std::function<std::vector<platform::MenuItem>()> rows_;
+    std::vector<Pair> alternates_;
+    std::vector<std::pair<QKeySequence, QAction*>> keys_;
+};
+
+// What is pressed for a key equivalent on this desktop, and how its users write that: "Ctrl+Q".
+[[nodiscard]] QString keyText(const platform::KeyEquivalent& key);
+[[nodiscard]] QKeySequence keySequence(const platform::KeyEquivalent& key);
+
+}  // namespace ui
