@@ -177,7 +177,7 @@ QWidget* EditTagsView::makeWarning() const {
     auto* row = new QHBoxLayout(warning);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(4);
-    const QColor orange(isDark(palette()) ? "#FFB340" : "#B45309");
+    const auto orange = warningColor(palette());
     auto* symbol = new QLabel;
     symbol->setPixmap(symbolPixmap("exclamationmark.triangle", orange, 13, devicePixelRatioF()));
     row->addWidget(symbol);

@@ -27,6 +27,12 @@ QLabel* makeHeading(std::string_view text) {
     return makeLabel(text, 15, QFont::Bold);
 }
 
+QLabel* makeText(std::string_view text) {
+    auto* label = makeLabel(text, 13, QFont::Normal);
+    label->setWordWrap(true);
+    return label;
+}
+
 QLabel* makeSecondary(std::string_view text, QFont::Weight weight) {
     auto* label = makeLabel(text, 12, weight);
     auto palette = label->palette();

@@ -13,6 +13,8 @@ namespace ui {
 // What the forms are made of. Texts are shown as they are, never as markup.
 
 [[nodiscard]] QLabel* makeHeading(std::string_view text);
+// In the usual style; wraps.
+[[nodiscard]] QLabel* makeText(std::string_view text);
 // In the secondary style; wraps.
 [[nodiscard]] QLabel* makeSecondary(std::string_view text, QFont::Weight weight = QFont::Normal);
 // A rounded text field. Typed text is at most kLongestLabel characters long.

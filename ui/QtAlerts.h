@@ -1,16 +1,16 @@
 #pragma once
 
-#include <QMessageBox>
 #include <QPointer>
 #include <deque>
 #include <functional>
 
 #include "platform/Alerts.h"
 #include "platform/Identifiers.h"
+#include "ui/AlertBox.h"
 
 namespace ui {
 
-// Alerts as message boxes that block the application's other windows.
+// Alerts, one after the other.
 class QtAlerts final : public platform::Alerts {
   public:
     // `bringToUser` takes a window that is on the screen to where the user is.
@@ -29,7 +29,7 @@ class QtAlerts final : public platform::Alerts {
 
     std::function<void(platform::WindowNumber)> bringToUser_;
     std::deque<Waiting> waiting_;
-    QPointer<QMessageBox> box_;
+    QPointer<AlertBox> box_;
 };
 
 }  // namespace ui

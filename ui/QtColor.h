@@ -36,5 +36,9 @@ inline const QColor kSystemBlue(0, 122, 255);
 [[nodiscard]] inline bool isDark(const QPalette& palette) {
     return palette.color(QPalette::Active, QPalette::Window).lightnessF() < 0.5F;
 }
+// An orange that can be read on the palette's windows.
+[[nodiscard]] inline QColor warningColor(const QPalette& palette) {
+    return isDark(palette) ? QColor(255, 179, 64) : QColor(180, 83, 9);
+}
 
 }  // namespace ui

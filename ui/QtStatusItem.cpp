@@ -15,15 +15,16 @@ namespace {
 
 // A bar that is restarted is back within this time, and one that starts with the desktop is there by then.
 constexpr auto kHostsSettle = std::chrono::milliseconds(700);
-constexpr auto kDocked = std::chrono::milliseconds(250);
+constexpr auto kDockingCheck = std::chrono::milliseconds(50);
 constexpr int kFromEdge = 6;
 
+platform::WindowNumber windowOf(const QWidget& widget) {
+    return {static_cast<std::int64_t>(widget.winId())};
+}
+
 QIcon trayIcon() {
-    const bool dark = isDark(QGuiApplication::palette());
-    const QColor color = dark ? Qt::white : QColor(38, 38, 42);
-    const QColor halo = dark ? QColor(0, 0, 0, 120) : QColor(255, 255, 255, 160);
     QIcon icon;
-    for (const int size : {16, 22, 24, 32, 48}) icon.addPixmap(statusIcon(color, size, 1, halo));
+    for (const int size : {16, 22, 24, 32, 48}) icon.addPixmap(statusIconForAnyGround(size, 1));
     return icon;
 }
 
@@ -84,15 +85,19 @@ void QtStatusItem::leave() {
 
 void QtStatusItem::showInTray() {
     button_->resize(button_->sizeHint());
-    const auto window = platform::WindowNumber{static_cast<std::int64_t>(button_->winId())};
     QGuiApplication::sync();  // the tray has to find the window
-    tray_.dock(window);
-    docking_ = runLoop_.after(kDocked, [this] { colorLikeTray(); });
+    tray_.dock(windowOf(*button_));
+    docking_ = runLoop_.every(kDockingCheck, platform::Duration::zero(), [this] { finishDocking(); });
 }
 
-void QtStatusItem::colorLikeTray() {
-    const auto color = tray_.colorBeside({static_cast<std::int64_t>(button_->winId())});
+// Shown before the tray has taken it in, the button would be a window of its own for a moment.
+void QtStatusItem::finishDocking() {
+    const auto window = windowOf(*button_);
+    if (!tray_.hasTaken(window)) return;
+    docking_.cancel();
+    const auto color = tray_.colorBeside(window);
     button_->setGround(color ? std::optional(toQColor(*color)) : std::nullopt);
+    button_->show();
 }
 
 void QtStatusItem::showTitle() {

@@ -35,7 +35,7 @@ class QtStatusItem final : public platform::StatusItem {
     void moveTo(Host host);
     void leave();
     void showInTray();
-    void colorLikeTray();
+    void finishDocking();
     void placeOnScreen();
     void followScreen();
     void openMenu(const QPoint& place);

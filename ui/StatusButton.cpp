@@ -93,14 +93,11 @@ void StatusButton::paintEvent(QPaintEvent* /*event*/) {
         return paintTitle(painter);
     }
     if (ground_) painter.fillRect(rect(), *ground_);
-    const bool dark = ground_ ? ground_->lightnessF() < 0.5F : isDark(palette());
-    const QColor color = dark ? Qt::white : QColor(38, 38, 42);
-    const QColor halo = ground_ ? QColor(Qt::transparent)
-                        : dark  ? QColor(0, 0, 0, 110)
-                                : QColor(255, 255, 255, 150);
     const double size = std::min({width(), height(), 2 * kIcon});
+    const bool dark = ground_ && ground_->lightnessF() < 0.5F;
     painter.drawPixmap(QPointF((width() - size) / 2, (height() - size) / 2),
-                       statusIcon(color, size, ratio, halo));
+                       ground_ ? statusIcon(dark ? Qt::white : QColor(38, 38, 42), size, ratio)
+                               : statusIconForAnyGround(size, ratio));
 }
 
 void StatusButton::paintTitle(QPainter& painter) const {

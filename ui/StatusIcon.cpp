@@ -12,6 +12,7 @@ namespace {
 constexpr double kTurn = 30;  // degrees, clockwise on the screen: the hole comes to the upper left
 constexpr double kLength = 0.82;
 constexpr double kHeight = 0.52;
+constexpr double kEdge = 9;  // that part of the square
 
 // The body, lying along the x axis around the origin, its point to the left.
 QPainterPath tagBody(double length, double height) {
@@ -38,9 +39,7 @@ QPainterPath tagBody(double length, double height) {
     return path;
 }
 
-}  // namespace
-
-QPixmap statusIcon(const QColor& color, double points, double devicePixelRatio, const QColor& halo) {
+QPixmap draw(const QColor& color, const QColor& edge, double points, double devicePixelRatio) {
     const int pixels = static_cast<int>(std::ceil(points * devicePixelRatio));
     QPixmap pixmap(pixels, pixels);
     pixmap.setDevicePixelRatio(devicePixelRatio);
@@ -52,13 +51,30 @@ QPixmap statusIcon(const QColor& color, double points, double devicePixelRatio, 
     const double length = kLength * points;
     const double height = kHeight * points;
     const auto body = tagBody(length, height);
-    if (halo.alpha() > 0) painter.strokePath(body, QPen(halo, points / 9));
+    if (edge.alpha() > 0) painter.strokePath(body, QPen(edge, points / kEdge));
     painter.fillPath(body, color);
     painter.setCompositionMode(QPainter::CompositionMode_Clear);
     painter.setPen(Qt::NoPen);
     painter.setBrush(Qt::black);
-    painter.drawEllipse(QPointF(-length / 2 + 0.34 * height, 0), 0.12 * height, 0.12 * height);
+    const QPointF hole(-length / 2 + 0.36 * height, 0);
+    const double radius = 0.12 * height;
+    painter.drawEllipse(hole, radius, radius);
+    if (edge.alpha() == 0) return pixmap;
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    painter.setPen(QPen(edge, points / (2 * kEdge)));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawEllipse(hole, radius, radius);
     return pixmap;
+}
+
+}  // namespace
+
+QPixmap statusIcon(const QColor& color, double points, double devicePixelRatio) {
+    return draw(color, Qt::transparent, points, devicePixelRatio);
+}
+
+QPixmap statusIconForAnyGround(double points, double devicePixelRatio) {
+    return draw(Qt::white, QColor(20, 20, 24, 210), points, devicePixelRatio);
 }
 
 }  // namespace ui

@@ -5,9 +5,9 @@
 
 namespace ui {
 
-// The application's mark in the desktop's bar: the silhouette of a luggage tag in a square of `points`, in
-// one colour. With a `halo` it has a thin edge in that colour, to be seen on any ground.
-[[nodiscard]] QPixmap statusIcon(const QColor& color, double points, double devicePixelRatio,
-                                 const QColor& halo = Qt::transparent);
+// The application's mark in the desktop's bar: the silhouette of a luggage tag in a square of `points`.
+[[nodiscard]] QPixmap statusIcon(const QColor& color, double points, double devicePixelRatio);
+// The same in white with a dark edge, for a ground that is not known.
+[[nodiscard]] QPixmap statusIconForAnyGround(double points, double devicePixelRatio);
 
 }  // namespace ui

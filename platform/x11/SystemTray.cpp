@@ -1,5 +1,6 @@
 #include "platform/x11/SystemTray.h"
 
+#include <algorithm>
 #include <array>
 
 namespace platform::x11 {
@@ -7,6 +8,8 @@ namespace platform::x11 {
 namespace {
 
 constexpr std::uint32_t kRequestDock = 0;   // System Tray Protocol, SYSTEM_TRAY_REQUEST_DOCK
+constexpr int kBeside = 2;
+constexpr int kOpaque = 0xC0;
 constexpr std::uint32_t kXembedMapped = 1;  // XEmbed, XEMBED_MAPPED
 
 }  // namespace
@@ -38,20 +41,38 @@ void SystemTray::dock(WindowNumber window) const {
     connection_.flush();
 }
 
+xcb_window_t SystemTray::parentOf(WindowNumber window) const {
+    const auto cookie = xcb_query_tree(connection_.get(), static_cast<xcb_window_t>(window.value));
+    const auto tree = connection_.reply<xcb_query_tree_reply_t>(cookie);
+    return tree ? tree->parent : xcb_window_t{XCB_WINDOW_NONE};
+}
+
+bool SystemTray::hasTaken(WindowNumber window) const {
+    const auto parent = parentOf(window);
+    return parent != XCB_WINDOW_NONE && parent != connection_.root();
+}
+
 std::optional<Color> SystemTray::colorBeside(WindowNumber window) const {
     auto* xcb = connection_.get();
     const auto id = static_cast<xcb_window_t>(window.value);
-    const auto treeCookie = xcb_query_tree(xcb, id);
-    const auto placeCookie = xcb_get_geometry(xcb, id);
-    const auto tree = connection_.reply<xcb_query_tree_reply_t>(treeCookie);
-    const auto place = connection_.reply<xcb_get_geometry_reply_t>(placeCookie);
-    if (!tree || !place || tree->parent == connection_.root()) return std::nullopt;
-    const auto x = static_cast<std::int16_t>(place->x > 0 ? place->x - 1 : place->x + place->width);
-    const auto y = static_cast<std::int16_t>(place->y + place->height / 2);
-    const auto cookie = xcb_get_image(xcb, XCB_IMAGE_FORMAT_Z_PIXMAP, tree->parent, x, y, 1, 1, ~0U);
+    xcb_window_t bar = id;
+    for (auto next = parentOf(window); next != XCB_WINDOW_NONE && next != connection_.root();) {
+        bar = next;
+        next = parentOf({bar});
+    }
+    const auto sizeCookie = xcb_get_geometry(xcb, id);
+    const auto placeCookie = xcb_translate_coordinates(xcb, id, bar, 0, 0);
+    const auto size = connection_.reply<xcb_get_geometry_reply_t>(sizeCookie);
+    const auto place = connection_.reply<xcb_translate_coordinates_reply_t>(placeCookie);
+    if (!size || !place || bar == id) return std::nullopt;
+    const auto x = static_cast<std::int16_t>(std::max(place->dst_x - kBeside, 0));
+    const auto y = static_cast<std::int16_t>(place->dst_y + size->height / 2);
+    const auto cookie = xcb_get_image(xcb, XCB_IMAGE_FORMAT_Z_PIXMAP, bar, x, y, 1, 1, ~0U);
     const auto image = connection_.reply<xcb_get_image_reply_t>(cookie);
     if (!image || xcb_get_image_data_length(image.get()) < 4) return std::nullopt;
     const auto* bytes = xcb_get_image_data(image.get());  // blue, green, red on every server of today
+    const bool isTranslucent = image->depth == 32 && bytes[3] < kOpaque;
+    if (isTranslucent) return std::nullopt;
     return Color{bytes[2] / 255.0, bytes[1] / 255.0, bytes[0] / 255.0};
 }
 

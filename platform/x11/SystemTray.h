@@ -18,10 +18,14 @@ class SystemTray {
     [[nodiscard]] bool isThere() const { return selection_.owner() != XCB_WINDOW_NONE; }
     // Asks the tray to take the window in and to show it.
     void dock(WindowNumber window) const;
+    // Whether it has taken the window in.
+    [[nodiscard]] bool hasTaken(WindowNumber window) const;
     // The colour beside a window that the tray has taken in; absent when it cannot be seen.
     [[nodiscard]] std::optional<Color> colorBeside(WindowNumber window) const;
 
   private:
+    [[nodiscard]] xcb_window_t parentOf(WindowNumber window) const;
+
     XConnection& connection_;
     xcb_atom_t opcode_ = 0;
     xcb_atom_t xembedInfo_ = 0;

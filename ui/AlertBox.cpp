@@ -1,0 +1,68 @@
+#include "ui/AlertBox.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "ui/FormParts.h"
+#include "ui/PlainText.h"
+#include "ui/QtColor.h"
+#include "ui/Symbols.h"
+
+namespace ui {
+
+namespace {
+
+constexpr int kTextWidth = 380;
+constexpr int kSymbol = 40;
+
+}  // namespace
+
+AlertBox::AlertBox(const platform::Alert& alert, std::function<void(std::size_t)> answered)
+    : answer_(alert.buttons.size() - 1) {
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint |
+                   Qt::WindowStaysOnTopHint);
+    setWindowTitle(QStringLiteral("orvellos"));
+    setAccessibleName(toQString(alert.message));
+    setAttribute(Qt::WA_DeleteOnClose);
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(22, 22, 24, 18);
+    row->setSpacing(18);
+    row->setSizeConstraint(QLayout::SetFixedSize);
+    auto* symbol = new QLabel;
+    symbol->setPixmap(
+        symbolPixmap("exclamationmark.triangle", warningColor(palette()), kSymbol, devicePixelRatioF()));
+    row->addWidget(symbol, 0, Qt::AlignTop);
+    auto* column = new QVBoxLayout;
+    column->setSpacing(8);
+    auto* message = makeHeading(alert.message);
+    auto* text = makeText(alert.informativeText);
+    for (auto* label : {message, text}) {
+        label->setWordWrap(true);
+        label->setFixedWidth(kTextWidth);
+        column->addWidget(label);
+    }
+    auto* buttons = new QHBoxLayout;
+    column->addSpacing(8);
+    column->addLayout(buttons);
+    row->addLayout(column);
+    addButtons(alert, *buttons);
+    connect(this, &QDialog::finished, this, [this, answered = std::move(answered)] { answered(answer_); });
+}
+
+// The first button is the default one, and stands at the end.
+void AlertBox::addButtons(const platform::Alert& alert, QHBoxLayout& row) {
+    row.addStretch();
+    for (std::size_t i = alert.buttons.size(); i-- > 0;) {
+        auto* button = new QPushButton(menuText(alert.buttons[i]));
+        button->setDefault(i == 0);
+        connect(button, &QPushButton::clicked, this, [this, i] {
+            answer_ = i;
+            accept();
+        });
+        row.addWidget(button);
+        if (i == 0) button->setFocus();
+    }
+}
+
+}  // namespace ui

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QDialog>
+#include <functional>
+
+#include "platform/Alerts.h"
+
+class QHBoxLayout;
+
+namespace ui {
+
+// An alert's window. It blocks the application's other windows.
+class AlertBox final : public QDialog {
+  public:
+    // `answered` is called once, with the index of the chosen button; closing it chooses the last.
+    AlertBox(const platform::Alert& alert, std::function<void(std::size_t)> answered);
+
+  private:
+    void addButtons(const platform::Alert& alert, QHBoxLayout& row);
+
+    std::size_t answer_;
+};
+
+}  // namespace ui
