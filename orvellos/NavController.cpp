@@ -182,22 +182,33 @@ std::vector<NavController::Attempt> NavController::attemptsOf(NavigationId id) {
 void NavController::tryNext(NavigationId id, std::size_t next) {
     auto& navigation = navigations_.at(id);
     if (next == navigation.attempts.size()) return fail(id);
+    navigation.tried = next;
     const auto& attempt = navigation.attempts[next];
     say("  attempt: {}", attempt.label);
     attempt.run();
-    navigation.timer = runLoop_.after(attempt.wait, [this, id, next] { checkArrival(id, next); });
+    navigation.timer = runLoop_.after(attempt.wait, [this, id] { checkArrival(id); });
 }
 
-void NavController::checkArrival(NavigationId id, std::size_t tried) {
+bool NavController::endIfReached(NavigationId id) {
     const auto& navigation = navigations_.at(id);
-    const auto& label = navigation.attempts[tried].label;
-    if (hasReached(navigation.uuid)) {
-        say("  {} reached target ✓", label);
-        navigations_.erase(id);
-    } else {
-        say("  {} did not reach target", label);
-        tryNext(id, tried + 1);
-    }
+    if (!navigation.tried || !hasReached(navigation.uuid)) return false;
+    say("  {} reached target ✓", navigation.attempts[*navigation.tried].label);
+    navigations_.erase(id);
+    return true;
+}
+
+void NavController::activeSpaceChanged() {
+    std::vector<NavigationId> ids;
+    for (const auto& [id, navigation] : navigations_) ids.push_back(id);
+    for (const auto id : ids) (void)endIfReached(id);
+}
+
+void NavController::checkArrival(NavigationId id) {
+    if (endIfReached(id)) return;
+    const auto& navigation = navigations_.at(id);
+    const auto tried = *navigation.tried;
+    say("  {} did not reach target", navigation.attempts[tried].label);
+    tryNext(id, tried + 1);
 }
 
 void NavController::fail(NavigationId id) {

@@ -57,6 +57,9 @@ class NavController {
     // To a Space that need not be tagged. Always true.
     bool navigateToSpace(const std::string& uuid);
 
+    // To be called when the current Space has changed: a navigation that has arrived has ended, so that it
+    // does not take a user back who goes on at once.
+    void activeSpaceChanged();
     // Ends every navigation on its way, without a word.
     void cancel();
 
@@ -95,6 +98,7 @@ class NavController {
         bool shortcutsOK = false;
         bool accessibilityOK = false;
         std::vector<Attempt> attempts = {};
+        std::optional<std::size_t> tried = {};  // the last of them that was begun
         std::optional<bool> cgsSucceeded = {};  // absent while that way has not been tried
         platform::Timer timer = {};
     };
@@ -107,7 +111,8 @@ class NavController {
     void start(const std::string& uuid, std::optional<std::size_t> target, std::string displayName);
     [[nodiscard]] std::vector<Attempt> attemptsOf(NavigationId id);
     void tryNext(NavigationId id, std::size_t next);
-    void checkArrival(NavigationId id, std::size_t tried);
+    [[nodiscard]] bool endIfReached(NavigationId id);
+    void checkArrival(NavigationId id);
     void fail(NavigationId id);
     void postSpaceKey(std::uint16_t keyCode, int remaining, std::string_view arrow, std::int64_t generation);
     void warn(std::string message, std::string informativeText);

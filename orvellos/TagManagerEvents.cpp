@@ -134,6 +134,7 @@ void TagManager::onActiveSpaceChanged() {
                                       services_.spaces.currentSpaceUUID().value_or("nil"),
                                       rawValue(settings_.visibilityMode.get()),
                                       settings_.killSwitchActive.get(), reveal_.missionControlActive));
+    navigation_.activeSpaceChanged();
     missionControl_.suppressDetection(kSpaceSwitchSuppression);
     if (mayRevealOnSwitch() && !reveal_.missionControlActive) reveal_.beginTransientReveal(false);
     spaceChangeDebounce_ = runLoop_.after(kSpaceChangeDebounce, [this] {

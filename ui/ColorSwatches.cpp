@@ -46,6 +46,7 @@ class ColorSwatch final : public QRadioButton {
     }
     void setChosen(bool chosen) {
         setChecked(chosen);
+        setFocusPolicy(chosen ? Qt::StrongFocus : Qt::ClickFocus);  // Tab goes to the chosen one
         setAccessibleDescription(chosen ? QStringLiteral("Selected") : QString());
         update();
     }

@@ -19,6 +19,7 @@
 #include "ui/PlainText.h"
 #include "ui/QtColor.h"
 #include "ui/Symbols.h"
+#include "ui/X11Window.h"
 
 namespace ui {
 
@@ -188,6 +189,7 @@ QWidget* EditTagsView::makeWarning() const {
     text->setPalette(colors);
     text->setAccessibleName(toQString(EditTagsList::kSpaceMissingLabel));
     row->addWidget(text);
+    text->setAccessibleDescription(toQString(EditTagsList::kSpaceMissingHelp));
     warning->setToolTip(toolTipText(EditTagsList::kSpaceMissingHelp));
     return warning;
 }
@@ -237,6 +239,7 @@ QToolButton* EditTagsView::makePositionButton(const Tag& tag) {
     add("arrow.down.to.line", EditTagsList::kReassign, [this](const auto& id) { list_.reassign(id); });
     add("dot.scope", EditTagsList::kAlignAll, [this](const auto& id) { list_.alignAll(id); });
     add("link", EditTagsList::kRelink, [this](const auto& id) { list_.relink(id); });
+    connect(menu, &QMenu::aboutToShow, menu, [menu] { setWindowType(*menu, "DROPDOWN_MENU"); });
     button->setMenu(menu);
     return button;
 }

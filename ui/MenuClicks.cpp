@@ -21,9 +21,4 @@ bool MenuClicks::eventFilter(QObject* object, QEvent* event) {
     return QObject::eventFilter(object, event);
 }
 
-xcb_connection_t* toolkitConnection() {
-    const auto* x11 = qApp->nativeInterface<QNativeInterface::QX11Application>();
-    return x11 ? x11->connection() : nullptr;
-}
-
 }  // namespace ui

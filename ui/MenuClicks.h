@@ -20,7 +20,4 @@ class MenuClicks final : public QObject {
     xcb_timestamp_t lastTaken_ = XCB_CURRENT_TIME;
 };
 
-// The toolkit's own connection to the X server.
-[[nodiscard]] xcb_connection_t* toolkitConnection();
-
 }  // namespace ui

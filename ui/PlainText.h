@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QTextDocument>
 #include <string_view>
 
 namespace ui {
@@ -12,11 +13,14 @@ namespace ui {
 [[nodiscard]] inline QString menuText(std::string_view text) {
     return toQString(text).replace(QLatin1Char('&'), QLatin1String("&&"));
 }
+// A long one is wrapped.
 [[nodiscard]] inline QString toolTipText(std::string_view text) {
-    if (text.empty()) return {};
-    constexpr std::size_t kOneLine = 90;  // longer ones are wrapped
+    constexpr qsizetype kOneLine = 90;
+    const auto plain = toQString(text);
+    const bool isLong = plain.size() > kOneLine;
+    if (!isLong && !Qt::mightBeRichText(plain)) return plain;
     return QStringLiteral("<p style='white-space:%1'>%2</p>")
-        .arg(QLatin1String(text.size() < kOneLine ? "pre" : "pre-wrap"), toQString(text).toHtmlEscaped());
+        .arg(QLatin1String(isLong ? "pre-wrap" : "pre"), plain.toHtmlEscaped());
 }
 
 }  // namespace ui

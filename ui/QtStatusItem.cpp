@@ -8,6 +8,7 @@
 #include "ui/PlainText.h"
 #include "ui/QtColor.h"
 #include "ui/StatusIcon.h"
+#include "ui/X11Window.h"
 
 namespace ui {
 
@@ -16,6 +17,7 @@ namespace {
 // A bar that is restarted is back within this time, and one that starts with the desktop is there by then.
 constexpr auto kHostsSettle = std::chrono::milliseconds(700);
 constexpr auto kDockingCheck = std::chrono::milliseconds(50);
+constexpr int kChecksBeforeAskingAgain = 20;
 constexpr int kFromEdge = 6;
 
 platform::WindowNumber windowOf(const QWidget& widget) {
@@ -62,8 +64,11 @@ void QtStatusItem::moveTo(Host host) {
         icon_->show();
     } else {
         const auto place = host == Host::Tray ? StatusButton::Place::Tray : StatusButton::Place::Screen;
-        button_ = std::make_unique<StatusButton>(
-            place, [this] { openMenu(button_->mapToGlobal(QPoint(0, button_->height()))); });
+        button_ = std::make_unique<StatusButton>(place, [this] {
+            // Of a window inside another program's the toolkit does not know the place.
+            openMenu(host_ == Host::Screen ? button_->geometry().bottomLeft() + QPoint(0, 1)
+                                           : QCursor::pos());
+        });
     }
     showTitle();
     if (host == Host::Tray) showInTray();
@@ -85,7 +90,7 @@ void QtStatusItem::leave() {
 
 void QtStatusItem::showInTray() {
     button_->resize(button_->sizeHint());
-    QGuiApplication::sync();  // the tray has to find the window
+    if (auto* connection = toolkitConnection()) xcb_flush(connection);  // the tray has to find the window
     tray_.dock(windowOf(*button_));
     docking_ = runLoop_.every(kDockingCheck, platform::Duration::zero(), [this] { finishDocking(); });
 }
@@ -93,7 +98,11 @@ void QtStatusItem::showInTray() {
 // Shown before the tray has taken it in, the button would be a window of its own for a moment.
 void QtStatusItem::finishDocking() {
     const auto window = windowOf(*button_);
-    if (!tray_.hasTaken(window)) return;
+    if (!tray_.hasTaken(window)) {
+        // A tray that has just started may have overlooked it.
+        if (++dockingChecks_ % kChecksBeforeAskingAgain == 0) tray_.dock(window);
+        return;
+    }
     docking_.cancel();
     const auto color = tray_.colorBeside(window);
     button_->setGround(color ? std::optional(toQColor(*color)) : std::nullopt);

@@ -50,6 +50,7 @@ class QtStatusItem final : public platform::StatusItem {
     std::unique_ptr<StatusButton> button_;
     platform::Timer moving_;
     platform::Timer docking_;
+    int dockingChecks_ = 0;
 };
 
 }  // namespace ui

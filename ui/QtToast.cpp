@@ -8,6 +8,7 @@
 #include "ui/ElidedLabel.h"
 #include "ui/PlainText.h"
 #include "ui/QtColor.h"
+#include "ui/X11Window.h"
 
 namespace ui {
 
@@ -32,9 +33,9 @@ QtToast::QtToast(const orvellos::UndoToastView& view) {
     setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
                    Qt::WindowDoesNotAcceptFocus | Qt::X11BypassWindowManagerHint);
     setAttribute(Qt::WA_ShowWithoutActivating);
-    setAttribute(Qt::WA_X11NetWmWindowTypeNotification);
     setAttribute(Qt::WA_TranslucentBackground);
     setWindowTitle(toQString(view.message));
+    setWindowType(*this, "NOTIFICATION");
     setMaximumWidth(kWidest);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(16, 10, 16, 10);

@@ -10,6 +10,7 @@
 #include "ui/QtColor.h"
 #include "ui/StatusIcon.h"
 #include "ui/Symbols.h"
+#include "ui/X11Window.h"
 
 namespace ui {
 
@@ -41,12 +42,11 @@ StatusButton::StatusButton(Place place, std::function<void()> menuRequested)
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_TranslucentBackground, place == Place::Tray);
     Qt::WindowFlags flags = Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus;
-    if (place == Place::Screen) {
-        setAttribute(Qt::WA_X11NetWmWindowTypeDock);
-    } else {
-        flags |= Qt::X11BypassWindowManagerHint;
-    }
+    if (place == Place::Tray) flags |= Qt::X11BypassWindowManagerHint;
     setWindowFlags(flags);
+    if (place == Place::Tray) return;
+    setWindowType(*this, "DOCK");
+    putOnEveryDesktop(*this);
 }
 
 void StatusButton::setTitle(const platform::StatusTitle& title) {

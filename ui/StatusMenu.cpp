@@ -11,6 +11,7 @@
 #include "ui/PlainText.h"
 #include "ui/QtColor.h"
 #include "ui/Symbols.h"
+#include "ui/X11Window.h"
 
 namespace ui {
 
@@ -183,6 +184,7 @@ void StatusMenu::open(const QPoint& place) {
     rebuild();
     keepWidth();
     showAlternates((QGuiApplication::queryKeyboardModifiers() & Qt::AltModifier) != 0);
+    setWindowType(*this, "POPUP_MENU");  // closing a window has ended it for the server
     popup(place);
 }
 

@@ -203,9 +203,12 @@ TEST(TagWindowTest, AsksAgainWhenAStartingWindowManagerOverlooksIt) {
     auto application = desktop.start({desktop.program("orvello")});
     std::map<xcb_window_t, int> requests;
     EXPECT_TRUE(waitUntil([&] {
-        while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection)})
-            if ((event->response_type & 0x7F) == XCB_MAP_REQUEST)
-                ++requests[reinterpret_cast<const xcb_map_request_event_t&>(*event).window];
+        while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection)}) {
+            const auto window = reinterpret_cast<const xcb_map_request_event_t&>(*event).window;
+            if ((event->response_type & 0x7F) == XCB_MAP_REQUEST &&
+                desktop.x().text(window, "_NET_WM_NAME") == "Mail")
+                ++requests[window];
+        }
         return requests.size() == 2 &&
                std::ranges::all_of(requests, [](const auto& each) { return each.second > 1; });
     })) << application.standardError();

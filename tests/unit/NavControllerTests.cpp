@@ -228,6 +228,17 @@ TEST_F(NavControllerTest, ANewerSequenceOfKeysEndsTheOlder) {
     EXPECT_EQ(logged().back(), "  already on target, no-op success");
 }
 
+TEST_F(NavControllerTest, HasEndedAsSoonAsItArrives) {
+    nav_.navigateToSpace("C");
+    wait(0.1);
+    desktop_.spaces.setCurrentSpace("C");
+    nav_.activeSpaceChanged();
+    EXPECT_EQ(logged().back(), "  osascript reached target ✓");
+    desktop_.spaces.setCurrentSpace("D");
+    wait(3);
+    EXPECT_EQ(attempts().size(), 1U) << "the user is not taken back";
+}
+
 TEST_F(NavControllerTest, EndsWithoutAWordWhenItIsCancelled) {
     desktop_.childProcesses.setExitStatus(std::nullopt);
     nav_.navigateToSpace("E");

@@ -1,0 +1,131 @@
+#pragma once
+
+#include <X11/keysym.h>
+
+#include <fstream>
+#include <initializer_list>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "tests/desktop/TaggedDesktop.h"
+
+namespace desktop_test {
+
+// The rows of the status menu that can be chosen, counted from its top, on a desktop of four Spaces without
+// warnings.
+namespace menu_row {
+inline constexpr int kCurrentSpace = 0;  // "Tag this Space…" or "Untag this Space"
+inline constexpr int kFirstDesktop = 1;
+inline constexpr int kEditTags = 5;
+inline constexpr int kHideDuringWork = 7;
+inline constexpr int kAbout = 11;
+inline constexpr int kQuit = 12;
+}  // namespace menu_row
+
+// A desktop on which the user does everything by mouse and keys.
+class InterfaceDesktop : public PrivateDesktop {
+  public:
+    using PrivateDesktop::PrivateDesktop;
+
+    // Starts the application and waits for its status button.
+    void startApplication() {
+        application_.emplace(start({program("orvello")}));
+        ASSERT_TRUE(waitUntil([&] { return statusButton() != 0; })) << application().standardError();
+    }
+    Process& application() { return application_.value(); }
+
+    // The application's window with that title that can be seen; 0 when there is none.
+    xcb_window_t shown(std::string_view title) {
+        for (const auto each : x().allWindows())
+            if (x().text(each, "_NET_WM_NAME") == title && x().mapState(each) == MapState::Viewable)
+                return each;
+        return 0;
+    }
+    xcb_window_t statusButton() { return shown("orvellos"); }
+    // The menu that is open; 0 when none is.
+    xcb_window_t menu() {
+        for (const auto each : x().allWindows()) {
+            const auto types = x().atoms(each, "_NET_WM_WINDOW_TYPE");
+            const bool isMenu = std::ranges::any_of(
+                types, [](const auto& type) { return type.find("MENU") != std::string::npos; });
+            if (isMenu && x().mapState(each) == MapState::Viewable) return each;
+        }
+        return 0;
+    }
+    void openMenu() {
+        const auto place = x().geometry(statusButton()).value();
+        devices().click(place.x + 12, place.y + place.height / 2);
+        ASSERT_TRUE(waitUntil([&] { return menu() != 0; }));
+    }
+    // Opens the status menu and chooses a row by the arrow keys: down from the top, or up from the bottom.
+    void choose(int row) {
+        openMenu();
+        press(XK_Down, row + 1);
+        press(XK_Return);
+        ASSERT_TRUE(waitUntil([&] { return menu() == 0; }));
+    }
+
+    void press(xcb_keysym_t key, int times = 1) {
+        auto hands = devices();
+        for (int i = 0; i < times; ++i) hands.typeKeys({hands.keyFor(key)});
+    }
+    // Lower-case letters.
+    void type(std::string_view text) {
+        for (const char letter : text) press(static_cast<xcb_keysym_t>(letter));
+    }
+    // Whether the panel comes up, with the keyboard.
+    bool hasKeyboard(std::string_view title) {
+        return waitUntil([&] { return shown(title) != 0 && x().activeWindow() == shown(title); });
+    }
+    bool isGone(std::string_view title) {
+        return waitUntil([&] { return shown(title) == 0; });
+    }
+
+    // The tags as they are stored.
+    [[nodiscard]] nlohmann::json storedTags() const {
+        std::ifstream file(dataFolder() / "orvello/tags.json");
+        return nlohmann::json::parse(file, nullptr, false);
+    }
+    // Whether the stored tags come to have these labels, in any order.
+    bool waitForLabels(std::vector<std::string> labels) {
+        std::ranges::sort(labels);
+        return waitUntil([&] {
+            std::vector<std::string> stored;
+            for (const auto& tag : storedTags())
+                if (tag.contains("label")) stored.push_back(tag.at("label"));
+            std::ranges::sort(stored);
+            return stored == labels;
+        });
+    }
+    [[nodiscard]] nlohmann::json storedTag(const std::string& label) const {
+        for (const auto& tag : storedTags())
+            if (tag.contains("label") && tag.at("label") == label) return tag;
+        return nullptr;
+    }
+    // The tag's window; 0 while there are not both it and its backup.
+    xcb_window_t tagWindow(const std::string& label) {
+        std::vector<xcb_window_t> found;
+        for (const auto each : x().allWindows())
+            if (x().text(each, "_NET_WM_NAME") == label && x().cardinal(each, "_NET_WM_PID"))
+                found.push_back(each);
+        return found.size() == 2 ? *std::ranges::min_element(found) : 0;
+    }
+    // Moves the pointer into the middle of the tag and waits until the tag takes the mouse.
+    bool pointAt(const std::string& label) {
+        return waitUntil([&] {
+            const auto window = tagWindow(label);
+            const auto place = x().geometry(window);
+            if (!place) return false;
+            devices().movePointer(place->x + place->width / 2, place->y + place->height / 2);
+            return !x().shape(window, ShapeKind::Input).empty() &&
+                   !x().shape(x().frameOf(window), ShapeKind::Input).empty();
+        });
+    }
+
+  private:
+    std::optional<Process> application_;
+};
+
+}  // namespace desktop_test

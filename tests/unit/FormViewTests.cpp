@@ -1,0 +1,231 @@
+// The forms, the menu and the other widgets, without a screen.
+
+#include <QAccessible>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QToolButton>
+
+#include "tests/support/InterfaceTest.h"
+#include "tests/support/OffscreenApplication.h"
+#include "ui/AlertBox.h"
+#include "ui/CreateTagView.h"
+#include "ui/EditTagsView.h"
+#include "ui/QtPanel.h"
+#include "ui/QtToast.h"
+#include "ui/StatusMenu.h"
+
+namespace ui {
+namespace {
+
+using orvellos::CreateTagForm;
+using orvellos::EditTagsList;
+using orvellos::Texts;
+
+const std::string kLong(10'000, 'W');
+const std::string kRightToLeft = "שלום עולם";
+
+// What a screen reader says of the widget that has the keyboard: role, name and description.
+std::string spoken() {
+    auto* widget = QApplication::focusWidget();
+    auto* accessible = widget ? QAccessible::queryAccessibleInterface(widget) : nullptr;
+    if (!accessible) return "nothing";
+    const auto role = accessible->role();
+    const std::string name = accessible->text(QAccessible::Name).toStdString();
+    const std::string description = accessible->text(QAccessible::Description).toStdString();
+    const char* kind =
+        role == QAccessible::EditableText  ? "field "
+        : role == QAccessible::RadioButton ? "choice "
+        : role == QAccessible::Button || role == QAccessible::PushButton || role == QAccessible::ButtonMenu
+            ? "button "
+            : "? ";
+    return kind + name + (description.empty() || description == name ? "" : ", " + description);
+}
+
+class FormViewTest : public orvellos::InterfaceTest {
+  protected:
+    // Shows the content in a panel, with the keyboard.
+    QtPanel& show(const char* title, QWidget* content) {
+        panel_ = std::make_unique<QtPanel>(host_.titled(title)->shell, content,
+                                           QtPanel::Callbacks{[](auto) {}, [this] { closed_ = true; }});
+        panel_->makeKeyAndOrderFront();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(panel_.get()));
+        return *panel_;
+    }
+    QtPanel& showCreateForm() {
+        panels_.showCreatePanel("A");
+        auto* form = std::get<CreateTagForm*>(host_.titled("Tag This Space")->content);
+        form->colorHex = "#10b981";
+        return show("Tag This Space", new CreateTagView(*form, colorPanel_));
+    }
+    QtPanel& showList() {
+        panels_.showEditPanel();
+        return show("Edit Tag", new EditTagsView(*std::get<EditTagsList*>(host_.titled("Edit Tag")->content),
+                                                 colorPanel_));
+    }
+    static void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+        desktop_test::OffscreenApplication::settle();
+    }
+    static void type(const char* text) { QTest::keyClicks(QApplication::focusWidget(), text); }
+    // What has the keyboard as Tab is pressed again and again.
+    static Texts tabbedThrough(int times) {
+        Texts stops = {spoken()};
+        for (int i = 1; i < times; ++i) {
+            press(Qt::Key_Tab);
+            stops.push_back(spoken());
+        }
+        return stops;
+    }
+
+    desktop_test::OffscreenApplication application_;
+    ColorPanel colorPanel_;
+    bool closed_ = false;
+    std::unique_ptr<QtPanel> panel_;
+};
+
+TEST_F(FormViewTest, TheCreateFormIsFilledInByKeysAlone) {
+    showCreateForm();
+    EXPECT_EQ(spoken(), "field Label, WORK");
+    press(Qt::Key_Return);
+    EXPECT_EQ(store_.tags.size(), 2U) << "there is no label yet";
+    type("  Home ");
+    EXPECT_EQ(tabbedThrough(5), (Texts{"field Label, WORK", "choice Green, Selected", "button Cancel",
+                                       "button Create", "field Label, WORK"}));
+    press(Qt::Key_Tab);
+    press(Qt::Key_Right);
+    press(Qt::Key_Space);
+    EXPECT_EQ(spoken(), "choice Amber, Selected");
+    press(Qt::Key_Return);
+    ASSERT_EQ(store_.tags.size(), 3U);
+    EXPECT_EQ(std::tie(tag(2).label, tag(2).colorHex), std::tuple("Home", "#F59E0B"));
+}
+
+TEST_F(FormViewTest, EscapeClosesAPanel) {
+    showCreateForm();
+    press(Qt::Key_Escape);
+    EXPECT_TRUE(closed_);
+}
+
+TEST_F(FormViewTest, TheListIsReadInTheOrderItIsSeen) {
+    settings_.visibilityMode.set(orvellos::TagVisibilityMode::HiddenDuringWork);
+    showList();
+    press(Qt::Key_Tab);
+    const Texts row = {"button Edit label and color", "button Jump to this Space",
+                       "button Position actions for Mail, Position actions",
+                       "button Delete (undo available for 5 seconds)"};
+    auto stops = tabbedThrough(6);
+    EXPECT_EQ(stops.at(0), "button Settings");
+    EXPECT_EQ(Texts(stops.begin() + 1, stops.begin() + 3), Texts(row.begin(), row.begin() + 2));
+    EXPECT_TRUE(stops.at(3).starts_with("button Position actions for Mail")) << stops.at(3);
+    EXPECT_EQ(stops.at(4), row.at(3));
+    EXPECT_EQ(stops.at(5), row.at(0)) << "the next row";
+}
+
+TEST_F(FormViewTest, ARowIsEditedAndGivesTheKeyboardBack) {
+    showList();
+    press(Qt::Key_Tab);
+    press(Qt::Key_Tab);
+    press(Qt::Key_Space);
+    EXPECT_EQ(spoken(), "field Label, WORK");
+    type("Post");
+    manager_.createTag("Another", "#123456", "B");
+    desktop_test::OffscreenApplication::settle();
+    EXPECT_EQ(spoken(), "field Label, WORK") << "the rows were made anew meanwhile";
+    type("ed");
+    press(Qt::Key_Return);
+    EXPECT_EQ(tag(0).label, "Posted");
+    EXPECT_EQ(spoken(), "button Edit label and color");
+    press(Qt::Key_Space);
+    type("nothing");
+    press(Qt::Key_Escape);
+    EXPECT_EQ(tag(0).label, "Posted");
+    EXPECT_FALSE(closed_) << "Escape ended the editing alone";
+    press(Qt::Key_Space);
+    manager_.deleteTag(tag(0).id);
+    desktop_test::OffscreenApplication::settle();
+    EXPECT_EQ(panel_->findChildren<QLineEdit*>().size(), 0) << "its tag is gone";
+}
+
+TEST_F(FormViewTest, NoLabelBreaksALayout) {
+    showList();
+    const auto size = panel_->size();
+    StatusMenu menu([this] {
+        std::vector<platform::MenuItem> rows;
+        for (const auto& each : store_.tags) rows.push_back({.title = each.label, .toolTip = each.label});
+        return rows;
+    });
+    for (const auto& label :
+         {kLong, kRightToLeft, std::string("🙂👨‍👩‍👧🇮🇱"), std::string(" \n\t"),
+          std::string("<b>a</b>&amp;&b\tc"), std::string("\xFF\xFE")}) {
+        manager_.updateTag(tag(0).id, label, "#10B981");
+        desktop_test::OffscreenApplication::settle();
+        EXPECT_EQ(panel_->size(), size) << label.substr(0, 20);
+        QtToast toast({"Deleted “" + label + "”", [] {}});
+        toast.adjustSize();
+        EXPECT_LE(toast.width(), 480);
+        EXPECT_LT(toast.height(), 60);
+        AlertBox alert({label, label.substr(0, 200), {"OK"}}, [](auto) {});
+        alert.adjustSize();
+        EXPECT_LT(alert.width(), 600);
+        menu.open({0, 0});
+        EXPECT_LT(menu.width(), 600) << label.substr(0, 20);
+        if (label.starts_with("<b>")) {
+            EXPECT_EQ(menu.actions().at(0)->text().section('\t', 0, 0), "<b>a</b>&&amp;&&b");
+            EXPECT_FALSE(menu.actions().at(0)->toolTip().contains("<b>"));
+        }
+        menu.close();
+    }
+}
+
+TEST_F(FormViewTest, TheMenuSwapsAlternatesAndTakesKeys) {
+    Texts chosen;
+    const auto choice = [&](const char* name) { return [&chosen, name] { chosen.emplace_back(name); }; };
+    StatusMenu menu([&] {
+        return std::vector<platform::MenuItem>{
+            {.title = "Desktop 1: Mail", .action = choice("jump")},
+            {.title = "Reassign “Mail” here", .action = choice("reassign"), .isAlternate = true},
+            {.title = "Disabled"},
+            {.title = "Quit",
+             .action = choice("quit"),
+             .keyEquivalent = {{'q', platform::modifier::kCommand}}}};
+    });
+    const auto shown = [&] {
+        Texts titles;
+        for (const auto* action : menu.actions())
+            if (action->isVisible()) titles.push_back(action->text().toStdString());
+        return titles;
+    };
+    menu.open({0, 0});
+    EXPECT_EQ(shown(), (Texts{"Desktop 1: Mail", "Disabled", "Quit\tCtrl+Q"}));
+    const int width = menu.width();
+    QTest::keyClick(&menu, Qt::Key_Down);
+    QTest::keyPress(&menu, Qt::Key_Alt);
+    EXPECT_EQ(shown().front(), "Reassign “Mail” here");
+    EXPECT_EQ(menu.width(), width);
+    QTest::keyClick(&menu, Qt::Key_Return);
+    menu.open({0, 0});
+    QTest::keyClick(&menu, Qt::Key_Down);
+    QTest::keyPress(&menu, Qt::Key_Alt);
+    QTest::keyRelease(&menu, Qt::Key_Alt);
+    QTest::keyClick(&menu, Qt::Key_Return);
+    menu.open({0, 0});
+    QTest::keyClick(&menu, Qt::Key_Q, Qt::ControlModifier);
+    EXPECT_EQ(chosen, (Texts{"reassign", "jump", "quit"}));
+    EXPECT_FALSE(menu.isVisible());
+}
+
+TEST_F(FormViewTest, AnAlertIsAnsweredOnce) {
+    for (const auto& [key, answer] : {std::pair{Qt::Key_Return, 0U}, std::pair{Qt::Key_Escape, 1U}}) {
+        std::vector<std::size_t> answers;
+        auto* alert = new AlertBox({"message", "text", {"Open", "OK"}},
+                                   [&](std::size_t button) { answers.push_back(button); });
+        alert->open();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(alert));
+        press(key);
+        EXPECT_EQ(answers, std::vector<std::size_t>{answer});
+    }
+}
+
+}  // namespace
+}  // namespace ui
