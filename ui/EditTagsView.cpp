@@ -7,7 +7,6 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -78,14 +77,11 @@ EditTagsView::Shown EditTagsView::present() const {
     return {list_.rows(), buffer ? std::optional(buffer->id) : std::nullopt};
 }
 
-// The widget that set off the change may be one of a row's, so the rows are made anew at a later turn.
 void EditTagsView::follow() {
-    QTimer::singleShot(0, this, [this] {
-        auto now = present();
-        if (now == shown_) return;
-        shown_ = std::move(now);
-        fill();
-    });
+    auto now = present();
+    if (now == shown_) return;
+    shown_ = std::move(now);
+    fill();
 }
 
 QWidget* EditTagsView::makeTop() {
@@ -118,6 +114,8 @@ void EditTagsView::fill() {
     column->addStretch();
     count_->setText(toQString(list_.countText()));
     count_->setVisible(!shown_.rows.empty());
+    // The button that set off the change may be one of the former rows'.
+    if (auto* former = scroll_->takeWidget()) former->deleteLater();
     scroll_->setWidget(rows);
     rows->setAutoFillBackground(false);
     scroll_->verticalScrollBar()->setValue(position);

@@ -1,7 +1,7 @@
 #include "ui/QtPanel.h"
 
+#include <QApplication>
 #include <QCloseEvent>
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QScreen>
@@ -84,7 +84,15 @@ void QtPanel::keyPressEvent(QKeyEvent* event) {
 }
 
 void QtPanel::mousePressEvent(QMouseEvent* event) {
-    if (isMovableByBackground_ && event->button() == Qt::LeftButton) windowHandle()->startSystemMove();
+    pressedAt_ = event->position().toPoint();
+}
+
+// A window manager that is told of a mere click too late would go on moving the window.
+void QtPanel::mouseMoveEvent(QMouseEvent* event) {
+    const auto distance = (event->position().toPoint() - pressedAt_).manhattanLength();
+    if (isMovableByBackground_ && (event->buttons() & Qt::LeftButton) &&
+        distance >= QApplication::startDragDistance())
+        windowHandle()->startSystemMove();
 }
 
 }  // namespace ui

@@ -27,6 +27,7 @@ class QtPanel final : public QWidget {
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
 
   private:
     void centerOnScreen();
@@ -34,6 +35,7 @@ class QtPanel final : public QWidget {
     const bool isMovableByBackground_;
     QWidget* content_;
     Callbacks callbacks_;
+    QPoint pressedAt_;
     bool isComing_ = false;  // shown, but not on the screen yet
 };
 

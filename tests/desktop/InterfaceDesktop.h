@@ -24,6 +24,9 @@ inline constexpr int kAbout = 11;
 inline constexpr int kQuit = 12;
 }  // namespace menu_row
 
+// The toolkit's highlight, of a row that is chosen by Return.
+inline constexpr Rgb kHighlight = 0x308CC6;
+
 // A desktop on which the user does everything by mouse and keys.
 class InterfaceDesktop : public PrivateDesktop {
   public:
@@ -62,7 +65,13 @@ class InterfaceDesktop : public PrivateDesktop {
     // Opens the status menu and chooses a row by the arrow keys: down from the top, or up from the bottom.
     void choose(int row) {
         openMenu();
-        press(XK_Down, row + 1);
+        press(XK_Down);
+        // A menu that has just come up may not have the keyboard yet.
+        const auto place = x().geometry(menu()).value();
+        const auto isHighlighted = [&] { return takePicture(x(), place).count(kHighlight, 30) > 200; };
+        for (int tries = 0; tries < 10 && !waitUntil(isHighlighted, std::chrono::seconds(1)); ++tries)
+            press(XK_Down);
+        press(XK_Down, row);
         press(XK_Return);
         ASSERT_TRUE(waitUntil([&] { return menu() == 0; }));
     }

@@ -45,13 +45,13 @@ TEST_P(PanelTest, ComeUpWhereTheUserIsAndGoWithAClickElsewhere) {
     ASSERT_TRUE(desktop_.waitForLabels({"far"})) << "a click in the panel itself leaves it open";
     ASSERT_TRUE(waitUntil([&] { return x().desktopOf(desktop_.tagWindow("far")) == 2U; }));
 
-    // A click on a tag opens the list, and closes it again.
-    for (const bool open : {true, false}) {
-        ASSERT_TRUE(desktop_.pointAt("far"));
-        const auto tag = x().geometry(desktop_.tagWindow("far")).value();
-        desktop_.devices().click(tag.x + tag.width / 2, tag.y + tag.height / 2);
-        ASSERT_TRUE(open ? desktop_.hasKeyboard("Edit Tag") : desktop_.isGone("Edit Tag"));
-    }
+    // A click on a tag opens the list.
+    ASSERT_TRUE(desktop_.pointAt("far"));
+    const auto tag = x().geometry(desktop_.tagWindow("far")).value();
+    desktop_.devices().click(tag.x + tag.width / 2, tag.y + tag.height / 2);
+    ASSERT_TRUE(desktop_.hasKeyboard("Edit Tag"));
+    desktop_.press(XK_Escape);
+    ASSERT_TRUE(desktop_.isGone("Edit Tag"));
     ASSERT_TRUE(desktop_.goToDesktop(0));
     desktop_.choose(menu_row::kEditTags);
     ASSERT_TRUE(desktop_.hasKeyboard("Edit Tag"));
