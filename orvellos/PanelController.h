@@ -29,7 +29,7 @@ class PanelController {
         platform::MouseMonitor& mouse;
         PanelHost& host;
     };
-    explicit PanelController(Services services) : services_(std::move(services)) {}
+    explicit PanelController(const Services& services) : services_(services) {}
 
     // For a new tag on that Space; without one, on the Space that is current when it is made.
     void showCreatePanel(const std::optional<std::string>& spaceUUID);

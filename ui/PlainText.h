@@ -16,7 +16,7 @@ namespace ui {
 // A long one is wrapped.
 [[nodiscard]] inline QString toolTipText(std::string_view text) {
     constexpr qsizetype kOneLine = 90;
-    const auto plain = toQString(text);
+    auto plain = toQString(text);
     const bool isLong = plain.size() > kOneLine;
     if (!isLong && !Qt::mightBeRichText(plain)) return plain;
     return QStringLiteral("<p style='white-space:%1'>%2</p>")

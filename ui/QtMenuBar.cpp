@@ -32,8 +32,10 @@ void edit(platform::EditAction action) {
 
 // The same key with the modifier of Command's own place.
 QKeySequence inPlace(const QKeySequence& keys) {
-    const auto key = keys[0].toCombined();
-    return QKeySequence((key & ~Qt::ControlModifier) | Qt::MetaModifier);
+    auto modifiers = keys[0].keyboardModifiers();
+    modifiers.setFlag(Qt::ControlModifier, false);
+    modifiers.setFlag(Qt::MetaModifier);
+    return QKeySequence(QKeyCombination(modifiers, keys[0].key()));
 }
 
 }  // namespace

@@ -57,8 +57,8 @@ void StatusButton::setTitle(const platform::StatusTitle& title) {
     update();
 }
 
-void StatusButton::setGround(std::optional<QColor> ground) {
-    ground_ = std::move(ground);
+void StatusButton::setGround(const std::optional<QColor>& ground) {
+    ground_ = ground;
     update();
 }
 

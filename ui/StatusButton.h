@@ -17,7 +17,7 @@ class StatusButton final : public QAbstractButton {
 
     void setTitle(const platform::StatusTitle& title);
     // What is behind the icon in a tray; without it the tray shows through.
-    void setGround(std::optional<QColor> ground);
+    void setGround(const std::optional<QColor>& ground);
     [[nodiscard]] QSize sizeHint() const override;
 
   protected:

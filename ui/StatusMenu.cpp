@@ -117,25 +117,24 @@ class MenuStyle final : public QProxyStyle {
         painter.setFont(item.font);
         painter.setPen(color);
         const QFontMetrics metrics(item.font);
-        const auto end = Qt::AlignVCenter | Qt::AlignAbsolute;
+        const auto alignedTo = [](Qt::AlignmentFlag side) {
+            return static_cast<int>(side) | Qt::AlignVCenter | Qt::AlignAbsolute;
+        };
+        const bool mirrored = item.direction == Qt::RightToLeft;
         if (!text.shortcut.isEmpty()) {
             auto faint = color;
             faint.setAlphaF(color.alphaF() * 0.62F);
             painter.setPen(faint);
             const auto place = QStyle::visualRect(item.direction, item.rect, rest);
-            painter.drawText(place,
-                             end | (item.direction == Qt::RightToLeft ? Qt::AlignLeft : Qt::AlignRight),
-                             text.shortcut);
+            painter.drawText(place, alignedTo(mirrored ? Qt::AlignLeft : Qt::AlignRight), text.shortcut);
             painter.setPen(color);
             rest.setRight(rest.right() - metrics.horizontalAdvance(text.shortcut) - kGap);
         }
         const auto place = QStyle::visualRect(item.direction, item.rect, rest);
         const auto title =
             metrics.elidedText(text.title, Qt::ElideMiddle, rest.width() + 1, Qt::TextHideMnemonic);
-        painter.drawText(
-            place,
-            end | Qt::TextHideMnemonic | (item.direction == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft),
-            title);
+        painter.drawText(place, alignedTo(mirrored ? Qt::AlignRight : Qt::AlignLeft) | Qt::TextHideMnemonic,
+                         title);
     }
 };
 
@@ -149,15 +148,16 @@ QFont fineprintFont() {
 
 QKeySequence keySequence(const platform::KeyEquivalent& key) {
     namespace modifier = platform::modifier;
-    int modifiers = 0;
+    Qt::KeyboardModifiers modifiers;
     // Alone, Command is what this desktop's programs have Control for; with others it is the key of that
     // place.
     const bool alone = (key.modifierFlags & ~modifier::kShift) == modifier::kCommand;
-    if (key.modifierFlags & modifier::kCommand) modifiers |= alone ? Qt::CTRL : Qt::META;
-    if (key.modifierFlags & modifier::kControl) modifiers |= Qt::CTRL;
-    if (key.modifierFlags & modifier::kOption) modifiers |= Qt::ALT;
-    if (key.modifierFlags & modifier::kShift) modifiers |= Qt::SHIFT;
-    return QKeySequence(modifiers | QChar::fromLatin1(key.key).toUpper().unicode());
+    if (key.modifierFlags & modifier::kCommand) modifiers |= alone ? Qt::ControlModifier : Qt::MetaModifier;
+    if (key.modifierFlags & modifier::kControl) modifiers |= Qt::ControlModifier;
+    if (key.modifierFlags & modifier::kOption) modifiers |= Qt::AltModifier;
+    if (key.modifierFlags & modifier::kShift) modifiers |= Qt::ShiftModifier;
+    const auto typed = QChar::fromLatin1(key.key).toUpper().unicode();
+    return QKeySequence(QKeyCombination(modifiers, static_cast<Qt::Key>(typed)));
 }
 
 QString keyText(const platform::KeyEquivalent& key) {
