@@ -33,12 +33,10 @@ std::string spoken() {
     const auto role = accessible->role();
     const std::string name = accessible->text(QAccessible::Name).toStdString();
     const std::string description = accessible->text(QAccessible::Description).toStdString();
-    const char* kind =
-        role == QAccessible::EditableText  ? "field "
-        : role == QAccessible::RadioButton ? "choice "
-        : role == QAccessible::Button || role == QAccessible::PushButton || role == QAccessible::ButtonMenu
-            ? "button "
-            : "? ";
+    const char* kind = role == QAccessible::EditableText                                ? "field "
+                       : role == QAccessible::RadioButton                               ? "choice "
+                       : role == QAccessible::Button || role == QAccessible::ButtonMenu ? "button "
+                                                                                        : "? ";
     return kind + name + (description.empty() || description == name ? "" : ", " + description);
 }
 

@@ -17,11 +17,11 @@ class PanelControllerTest : public InterfaceTest {
 
 TEST_F(PanelControllerTest, MakesEachPanelOnceAndShowsItAgain) {
     struct Row {
-        const char* title;
-        void (PanelController::*show)();
+        const char* title = nullptr;
+        void (PanelController::*show)() = nullptr;
         platform::Size size;
-        bool dismissed;  // by a click elsewhere
-        const char* editing;
+        bool dismissed = false;  // by a click elsewhere
+        const char* editing = nullptr;
     };
     for (const Row& row :
          {Row{"Edit Tag", &PanelController::showEditPanel, {460, 0}, true, "edit-tags"},

@@ -37,6 +37,7 @@ TEST(PosixBackgroundProcessesTest, TellsHowEachEnded) {
     EXPECT_EQ(processes.start("/nowhere/to/be/found", {}, [](const auto&) {}), "No such file or directory");
     ASSERT_TRUE(loop.runUntil([&] { return ended.size() == 4; }));
     std::vector<std::pair<std::optional<int>, std::string>> found;
+    found.reserve(ended.size());
     for (const auto& [script, how] : ended) found.emplace_back(how.status, how.standardError.substr(0, 4));
     EXPECT_EQ(found, (std::vector<std::pair<std::optional<int>, std::string>>{
                          {3, "no\n"}, {0, ""}, {std::nullopt, ""}, {4, "y\ny\n"}}));
