@@ -7,7 +7,7 @@ namespace platform::x11 {
 
 namespace {
 
-constexpr std::uint32_t kRequestDock = 0;   // System Tray Protocol, SYSTEM_TRAY_REQUEST_DOCK
+constexpr std::uint32_t kRequestDock = 0;  // System Tray Protocol, SYSTEM_TRAY_REQUEST_DOCK
 constexpr int kBeside = 2;
 constexpr int kOpaque = 0xC0;
 constexpr std::uint32_t kXembedMapped = 1;  // XEmbed, XEMBED_MAPPED
