@@ -25,8 +25,7 @@ class PanelHost {
   public:
     virtual ~PanelHost() = default;
 
-    // `willClose` is called once, when the panel goes off the screen for good: closed by the user, by its
-    // owner, or by being destroyed before that.
+    // `willClose` is called once, when the user or its owner closes the panel.
     [[nodiscard]] virtual std::unique_ptr<platform::PanelWindow> makePanel(
         const platform::PanelShell& shell, const PanelContent& content, std::function<void()> willClose) = 0;
     // A note on the screen of its own, made off the screen.

@@ -25,6 +25,7 @@ AlertBox::AlertBox(const platform::Alert& alert, std::function<void(std::size_t)
     setWindowTitle(QStringLiteral("orvellos"));
     setAccessibleName(toQString(alert.message));
     setAttribute(Qt::WA_DeleteOnClose);
+    setWindowModality(Qt::ApplicationModal);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(22, 22, 24, 18);
     row->setSpacing(18);

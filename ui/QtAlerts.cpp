@@ -23,7 +23,7 @@ void QtAlerts::showNext() {
         answered(button);
         if (!box_) showNext();
     });
-    box_->open();
+    box_->show();
     // By then the window manager has been asked to show it.
     QTimer::singleShot(
         0, box_, [this, box = box_.data()] { bringToUser_({static_cast<std::int64_t>(box->winId())}); });

@@ -1,6 +1,5 @@
 #include "ui/StatusButton.h"
 
-#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <algorithm>
@@ -124,10 +123,6 @@ void StatusButton::paintTitle(QPainter& painter) const {
 
 void StatusButton::mousePressEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton || event->button() == Qt::RightButton) menuRequested_();
-}
-
-void StatusButton::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Space || event->key() == Qt::Key_Return) menuRequested_();
 }
 
 }  // namespace ui

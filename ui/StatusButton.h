@@ -23,7 +23,6 @@ class StatusButton final : public QAbstractButton {
   protected:
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
 
   private:
     [[nodiscard]] QFont titleFont() const;

@@ -28,9 +28,9 @@ inline constexpr int kQuit = 12;
 inline constexpr Rgb kHighlight = 0x308CC6;
 
 // A desktop on which the user does everything by mouse and keys.
-class InterfaceDesktop : public PrivateDesktop {
+class InterfaceDesktop : public DesktopWithTags {
   public:
-    using PrivateDesktop::PrivateDesktop;
+    using DesktopWithTags::DesktopWithTags;
 
     // Starts the application and waits for its status button.
     void startApplication() {
@@ -57,20 +57,27 @@ class InterfaceDesktop : public PrivateDesktop {
         }
         return 0;
     }
+    // Waits for a menu and highlights its first row. A menu that has just come up may not have the keyboard
+    // yet, so the key may have to be pressed again.
+    void enterMenu() {
+        ASSERT_TRUE(waitUntil([&] { return menu() != 0; }));
+        const auto place = x().geometry(menu()).value();
+        const auto isHighlighted = [&] { return takePicture(x(), place).count(kHighlight, 30) > 200; };
+        for (int tries = 0; tries < 4 && !isHighlighted(); ++tries) {
+            press(XK_Down);
+            if (waitUntil(isHighlighted, std::chrono::seconds(5))) return;
+        }
+        ASSERT_TRUE(isHighlighted());
+    }
+    // Opens the status menu, with its first row highlighted.
     void openMenu() {
         const auto place = x().geometry(statusButton()).value();
         devices().click(place.x + 12, place.y + place.height / 2);
-        ASSERT_TRUE(waitUntil([&] { return menu() != 0; }));
+        enterMenu();
     }
-    // Opens the status menu and chooses a row by the arrow keys: down from the top, or up from the bottom.
+    // Opens the status menu and chooses a row by the arrow keys.
     void choose(int row) {
         openMenu();
-        press(XK_Down);
-        // A menu that has just come up may not have the keyboard yet.
-        const auto place = x().geometry(menu()).value();
-        const auto isHighlighted = [&] { return takePicture(x(), place).count(kHighlight, 30) > 200; };
-        for (int tries = 0; tries < 10 && !waitUntil(isHighlighted, std::chrono::seconds(1)); ++tries)
-            press(XK_Down);
         press(XK_Down, row);
         press(XK_Return);
         ASSERT_TRUE(waitUntil([&] { return menu() == 0; }));
@@ -113,24 +120,12 @@ class InterfaceDesktop : public PrivateDesktop {
             if (tag.contains("label") && tag.at("label") == label) return tag;
         return nullptr;
     }
-    // The tag's window; 0 while there are not both it and its backup.
-    xcb_window_t tagWindow(const std::string& label) {
-        std::vector<xcb_window_t> found;
-        for (const auto each : x().allWindows())
-            if (x().text(each, "_NET_WM_NAME") == label && x().cardinal(each, "_NET_WM_PID"))
-                found.push_back(each);
-        return found.size() == 2 ? *std::ranges::min_element(found) : 0;
-    }
-    // Moves the pointer into the middle of the tag and waits until the tag takes the mouse.
+    // Moves the pointer into the middle of the tag, once it has settled there, and waits until it takes the
+    // mouse.
     bool pointAt(const std::string& label) {
-        return waitUntil([&] {
-            const auto window = tagWindow(label);
-            const auto place = x().geometry(window);
-            if (!place) return false;
-            devices().movePointer(place->x + place->width / 2, place->y + place->height / 2);
-            return !x().shape(window, ShapeKind::Input).empty() &&
-                   !x().shape(x().frameOf(window), ShapeKind::Input).empty();
-        });
+        if (!waitUntil([&] { return x().geometry(window(label)).has_value(); })) return false;
+        const auto place = x().geometry(window(label)).value();
+        return pointAtTag(window(label), place.x + place.width / 2, place.y + place.height / 2);
     }
 
   private:

@@ -36,7 +36,7 @@ void clickUndo(InterfaceDesktop& desktop, const char* toast) {
 
 void dragWithShift(InterfaceDesktop& desktop, const char* label) {
     ASSERT_TRUE(desktop.pointAt(label));
-    const auto place = desktop.x().geometry(desktop.tagWindow(label)).value();
+    const auto place = desktop.x().geometry(desktop.window(label)).value();
     auto hands = desktop.devices();
     const int centerX = place.x + place.width / 2;
     const int centerY = place.y + place.height / 2;
@@ -74,8 +74,8 @@ TEST_P(JourneyTest, TagsJumpsRenamesDeletesUndoesMovesAndRelinks) {
     ASSERT_NO_FATAL_FAILURE(openList(desktop));
     desktop.press(XK_Tab, 4);
     desktop.press(XK_space);
-    ASSERT_TRUE(waitUntil([&] { return desktop.menu() != 0; }));
-    desktop.press(XK_Down, 3);
+    ASSERT_NO_FATAL_FAILURE(desktop.enterMenu());
+    desktop.press(XK_Down, 2);
     desktop.press(XK_Return);
     ASSERT_TRUE(waitUntil([&] { return !desktop.storedTag("post").contains("frame"); }));
     desktop.press(XK_Escape);
@@ -85,10 +85,10 @@ TEST_P(JourneyTest, TagsJumpsRenamesDeletesUndoesMovesAndRelinks) {
     desktop.choose(menu_row::kQuit);
     EXPECT_EQ(desktop.application().wait(), 0) << desktop.application().standardError();
     ASSERT_NO_FATAL_FAILURE(desktop.startApplication());
-    ASSERT_TRUE(waitUntil([&] { return desktop.tagWindow("post") && desktop.tagWindow("code"); }));
+    ASSERT_TRUE(waitUntil([&] { return desktop.window("post") && desktop.window("code"); }));
     EXPECT_EQ(desktop.storedTags(), stored);
-    EXPECT_TRUE(waitUntil([&] { return desktop.x().desktopOf(desktop.tagWindow("post")) == 0U; }));
-    EXPECT_TRUE(waitUntil([&] { return desktop.x().desktopOf(desktop.tagWindow("code")) == 2U; }));
+    EXPECT_TRUE(waitUntil([&] { return desktop.x().desktopOf(desktop.window("post")) == 0U; }));
+    EXPECT_TRUE(waitUntil([&] { return desktop.x().desktopOf(desktop.window("code")) == 2U; }));
 }
 
 INSTANTIATE_TEST_SUITE_P(WindowManagers, JourneyTest,

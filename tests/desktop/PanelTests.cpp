@@ -45,11 +45,11 @@ TEST_P(PanelTest, ComeUpWhereTheUserIsAndGoWithAClickElsewhere) {
     desktop_.type("far");
     desktop_.press(XK_Return);
     ASSERT_TRUE(desktop_.waitForLabels({"far"})) << "a click in the panel itself leaves it open";
-    ASSERT_TRUE(waitUntil([&] { return x().desktopOf(desktop_.tagWindow("far")) == 2U; }));
+    ASSERT_TRUE(waitUntil([&] { return x().desktopOf(desktop_.window("far")) == 2U; }));
 
     // A click on a tag opens the list.
     ASSERT_TRUE(desktop_.pointAt("far"));
-    const auto tag = x().geometry(desktop_.tagWindow("far")).value();
+    const auto tag = x().geometry(desktop_.window("far")).value();
     desktop_.devices().click(tag.x + tag.width / 2, tag.y + tag.height / 2);
     ASSERT_TRUE(desktop_.hasKeyboard("Edit Tag"));
     desktop_.press(XK_Escape);

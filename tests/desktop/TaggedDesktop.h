@@ -27,26 +27,10 @@ inline constexpr int kEnoughPixels = 600;  // of a tag's own colour, which its h
 // Whether the monitors of the desktop can be changed.
 enum class HasMonitors { No, Yes };
 
-// A desktop whose Spaces are tagged, before the application is started.
-class TaggedDesktop : public PrivateDesktop {
+// A desktop on which tags can be found.
+class DesktopWithTags : public PrivateDesktop {
   public:
-    explicit TaggedDesktop(WindowManagerOptions windowManager, HasMonitors monitors = HasMonitors::No)
-        : PrivateDesktop(
-              {.windowManager = std::move(windowManager), .monitors = monitors == HasMonitors::Yes}) {
-        const auto spaces = nlohmann::json::parse(run({program("orvello"), "dump"}).standardOutput);
-        auto tags = nlohmann::json::array();
-        for (std::size_t i = 0; i < std::size(kTags); ++i)
-            tags.push_back({{"id", "0000000" + std::to_string(i) + "-1111-4111-8111-111111111111"},
-                            {"label", kTags[i].label},
-                            {"colorHex", kTags[i].colorHex},
-                            {"spaceUUID", spaces.at(i).at("uuid")}});
-        write(dataFolder() / "orvello/tags.json", tags);
-    }
-
-    static void write(const std::filesystem::path& file, const nlohmann::json& content) {
-        std::filesystem::create_directories(file.parent_path());
-        std::ofstream(file) << content;
-    }
+    using PrivateDesktop::PrivateDesktop;
 
     // The older (the tag) or the newer (its backup) of the windows with that label; 0 while there are not
     // both.
@@ -67,6 +51,28 @@ class TaggedDesktop : public PrivateDesktop {
             return !x().shape(tag, ShapeKind::Input).empty() &&
                    !x().shape(x().frameOf(tag), ShapeKind::Input).empty();
         });
+    }
+};
+
+// A desktop whose Spaces are tagged, before the application is started.
+class TaggedDesktop : public DesktopWithTags {
+  public:
+    explicit TaggedDesktop(WindowManagerOptions windowManager, HasMonitors monitors = HasMonitors::No)
+        : DesktopWithTags(
+              {.windowManager = std::move(windowManager), .monitors = monitors == HasMonitors::Yes}) {
+        const auto spaces = nlohmann::json::parse(run({program("orvello"), "dump"}).standardOutput);
+        auto tags = nlohmann::json::array();
+        for (std::size_t i = 0; i < std::size(kTags); ++i)
+            tags.push_back({{"id", "0000000" + std::to_string(i) + "-1111-4111-8111-111111111111"},
+                            {"label", kTags[i].label},
+                            {"colorHex", kTags[i].colorHex},
+                            {"spaceUUID", spaces.at(i).at("uuid")}});
+        write(dataFolder() / "orvello/tags.json", tags);
+    }
+
+    static void write(const std::filesystem::path& file, const nlohmann::json& content) {
+        std::filesystem::create_directories(file.parent_path());
+        std::ofstream(file) << content;
     }
 
     // Whether the screen shows the tag of this desktop and of no other.

@@ -218,7 +218,8 @@ TEST_F(FormViewTest, AnAlertIsAnsweredOnce) {
         std::vector<std::size_t> answers;
         auto* alert = new AlertBox({"message", "text", {"Open", "OK"}},
                                    [&](std::size_t button) { answers.push_back(button); });
-        alert->open();
+        alert->show();
+        EXPECT_EQ(QApplication::activeModalWidget(), alert);
         ASSERT_TRUE(QTest::qWaitForWindowActive(alert));
         press(key);
         EXPECT_EQ(answers, std::vector<std::size_t>{answer});
