@@ -19,6 +19,7 @@ constexpr auto kHostsSettle = std::chrono::milliseconds(700);
 constexpr auto kDockingCheck = std::chrono::milliseconds(50);
 constexpr int kChecksBeforeAskingAgain = 20;
 constexpr int kFromEdge = 6;
+constexpr QPoint kOffScreen(-200, -200);
 
 platform::WindowNumber windowOf(const QWidget& widget) {
     return {static_cast<std::int64_t>(widget.winId())};
@@ -89,13 +90,14 @@ void QtStatusItem::leave() {
 }
 
 void QtStatusItem::showInTray() {
-    button_->resize(button_->sizeHint());
+    // Shown where nobody sees it until the tray takes it in: one that is shown later closes an open menu.
+    button_->setGeometry(QRect(kOffScreen, button_->sizeHint()));
+    button_->show();
     if (auto* connection = toolkitConnection()) xcb_flush(connection);  // the tray has to find the window
     tray_.dock(windowOf(*button_));
     docking_ = runLoop_.every(kDockingCheck, platform::Duration::zero(), [this] { finishDocking(); });
 }
 
-// Shown before the tray has taken it in, the button would be a window of its own for a moment.
 void QtStatusItem::finishDocking() {
     const auto window = windowOf(*button_);
     if (!tray_.hasTaken(window)) {
@@ -106,7 +108,6 @@ void QtStatusItem::finishDocking() {
     docking_.cancel();
     const auto color = tray_.colorBeside(window);
     button_->setGround(color ? std::optional(toQColor(*color)) : std::nullopt);
-    button_->show();
 }
 
 void QtStatusItem::showTitle() {

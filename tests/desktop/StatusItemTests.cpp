@@ -67,11 +67,10 @@ TEST(StatusItemTest, MovesAsATrayComesAndGoes) {
     ASSERT_TRUE(waitUntil(isInTray)) << tray->standardError();
     const auto place = desktop.x().geometry(desktop.statusButton()).value();
     desktop.devices().click(place.x + place.width / 2, place.y + place.height / 2);
-    ASSERT_TRUE(waitUntil([&] { return desktop.menu() != 0; }));
-    ASSERT_TRUE(waitUntil([&] {
-        desktop.press(XK_Escape);
-        return desktop.menu() == 0;
-    }));
+    ASSERT_NO_FATAL_FAILURE(desktop.enterMenu());
+    desktop.press(XK_Down, menu_row::kFirstDesktop + 1);
+    desktop.press(XK_Return);
+    EXPECT_TRUE(waitUntil([&] { return desktop.x().currentDesktop() == 1U; }));
     tray.reset();
     EXPECT_TRUE(waitUntil([&] { return desktop.statusButton() && !isInTray(); })) << "back on the screen";
 }
