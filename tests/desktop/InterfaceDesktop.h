@@ -32,10 +32,14 @@ class InterfaceDesktop : public DesktopWithTags {
   public:
     using DesktopWithTags::DesktopWithTags;
 
-    // Starts the application and waits for its status button.
+    // Starts the application and waits for its status button, in the corner where KWin moves it after it has
+    // mapped it.
     void startApplication() {
         application_.emplace(start({program("orvello")}));
-        ASSERT_TRUE(waitUntil([&] { return statusButton() != 0; })) << application().standardError();
+        ASSERT_TRUE(waitUntil([&] {
+            const auto place = x().geometry(statusButton());
+            return place && place->x > 0;
+        })) << application().standardError();
     }
     Process& application() { return application_.value(); }
 
@@ -63,7 +67,8 @@ class InterfaceDesktop : public DesktopWithTags {
         ASSERT_TRUE(waitUntil([&] { return menu() != 0; }));
         const auto place = x().geometry(menu()).value();
         const auto isHighlighted = [&] { return takePicture(x(), place).count(kHighlight, 30) > 200; };
-        for (int tries = 0; tries < 4 && !isHighlighted(); ++tries) {
+        ASSERT_TRUE(waitUntil([&] { return !isHighlighted(); })) << "the menu before may still fade";
+        for (int tries = 0; tries < 4; ++tries) {
             press(XK_Down);
             if (waitUntil(isHighlighted, std::chrono::seconds(5))) return;
         }
@@ -120,10 +125,9 @@ class InterfaceDesktop : public DesktopWithTags {
             if (tag.contains("label") && tag.at("label") == label) return tag;
         return nullptr;
     }
-    // Moves the pointer into the middle of the tag, once it has settled there, and waits until it takes the
-    // mouse.
+    // Moves the pointer into the middle of the tag, once it can be seen, and waits until it takes the mouse.
     bool pointAt(const std::string& label) {
-        if (!waitUntil([&] { return x().geometry(window(label)).has_value(); })) return false;
+        if (!waitUntil([&] { return x().mapState(window(label)) == MapState::Viewable; })) return false;
         const auto place = x().geometry(window(label)).value();
         return pointAtTag(window(label), place.x + place.width / 2, place.y + place.height / 2);
     }
