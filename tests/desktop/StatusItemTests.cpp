@@ -2,11 +2,45 @@
 
 #include <gtest/gtest.h>
 
+#include <future>
+
 #include "tests/desktop/InterfaceDesktop.h"
+#include "tests/support/PrivateBus.h"
 
 using namespace desktop_test;
 
 namespace {
+
+// A watcher with a host. Clients look up its properties in what it says of itself.
+class Watcher {
+  public:
+    explicit Watcher(const std::string& bus)
+        : service_(bus, "org.kde.StatusNotifierWatcher",
+                   [this](auto* call, auto* reply) { return answer(call, reply); }) {}
+
+    // The connection of the first item that registers; empty when none does.
+    std::string waitForItem() {
+        auto item = item_.get_future();
+        return item.wait_for(kGenerousDeadline) == std::future_status::ready ? item.get() : std::string();
+    }
+
+  private:
+    int answer(sd_bus_message* call, sd_bus_message* reply) {
+        const std::string_view member = sd_bus_message_get_member(call);
+        if (member == "RegisterStatusNotifierItem" && !std::exchange(hasItem_, true))
+            item_.set_value(sd_bus_message_get_sender(call));
+        if (member == "Get") return sd_bus_message_append(reply, "v", "b", 1);
+        if (member != "Introspect") return 0;
+        return sd_bus_message_append(reply, "s", R"(<node><interface name="org.kde.StatusNotifierWatcher">
+<property name="IsStatusNotifierHostRegistered" type="b" access="read"/>
+<method name="RegisterStatusNotifierItem"><arg type="s" direction="in"/></method>
+</interface></node>)");
+    }
+
+    std::promise<std::string> item_;
+    bool hasItem_ = false;
+    StandInService service_;
+};
 
 TEST(StatusItemTest, TheMenuOfSixtySpacesFitsOnTheScreenAndScrolls) {
     InterfaceDesktop desktop({.windowManager = {.kind = WindowManager::Openbox, .desktops = 60}});
@@ -74,6 +108,26 @@ TEST(StatusItemTest, MovesAsATrayComesAndGoes) {
     EXPECT_TRUE(waitUntil([&] { return desktop.x().currentDesktop() == 1U; }));
     tray.reset();
     EXPECT_TRUE(waitUntil([&] { return desktop.statusButton() && !isInTray(); })) << "back on the screen";
+}
+
+TEST(StatusItemTest, IsANotifierItemWhileAHostShowsThose) {
+    InterfaceDesktop desktop({.windowManager = {.kind = WindowManager::Openbox}, .sessionBus = true});
+    ASSERT_NO_FATAL_FAILURE(desktop.startApplication());
+    std::optional<Watcher> watcher;
+    watcher.emplace(desktop.environment.at("DBUS_SESSION_BUS_ADDRESS"));
+    const auto item = watcher->waitForItem();
+    ASSERT_FALSE(item.empty());
+    EXPECT_TRUE(waitUntil([&] { return desktop.statusButton() == 0; }));
+    desktop.devices().movePointer(200, 200);
+    ASSERT_GE(sd_bus_call_method(desktop.bus().connection(), item.c_str(), "/StatusNotifierItem",
+                                 "org.kde.StatusNotifierItem", "ContextMenu", nullptr, nullptr, "ii", 0, 0),
+              0);
+    ASSERT_NO_FATAL_FAILURE(desktop.enterMenu());
+    desktop.press(XK_Down, menu_row::kFirstDesktop + 1);
+    desktop.press(XK_Return);
+    EXPECT_TRUE(waitUntil([&] { return desktop.x().currentDesktop() == 1U; }));
+    watcher.reset();
+    EXPECT_TRUE(waitUntil([&] { return desktop.statusButton() != 0; })) << "back on the screen";
 }
 
 }  // namespace
