@@ -53,6 +53,10 @@ void QtStatusItem::setHosts(bool statusNotifier, bool tray) {
     moving_ = runLoop_.after(kHostsSettle, [this] { moveTo(Host::Screen); });
 }
 
+void QtStatusItem::windowManagerChanged() {
+    if (host_ == Host::Screen) mapAgain(*button_);
+}
+
 void QtStatusItem::moveTo(Host host) {
     moving_.cancel();
     if (host_ == host) return;

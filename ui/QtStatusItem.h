@@ -28,6 +28,8 @@ class QtStatusItem final : public platform::StatusItem {
 
     // Where the item may be now; before the first call it is nowhere.
     void setHosts(bool statusNotifier, bool tray);
+    // To be told of a window manager that has started.
+    void windowManagerChanged();
 
   private:
     enum class Host { StatusNotifier, Tray, Screen };

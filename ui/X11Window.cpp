@@ -43,4 +43,11 @@ void putOnEveryDesktop(const QWidget& window) {
     if (toolkitConnection()) setProperty(window, "_NET_WM_DESKTOP", XCB_ATOM_CARDINAL, 0xFFFFFFFF);
 }
 
+void mapAgain(const QWidget& window) {
+    auto* connection = toolkitConnection();
+    if (!connection) return;
+    xcb_map_window(connection, static_cast<xcb_window_t>(window.winId()));
+    xcb_flush(connection);
+}
+
 }  // namespace ui

@@ -16,5 +16,7 @@ namespace ui {
 void setWindowType(const QWidget& window, const char* type);
 // Has a window that is shown from now on be on every desktop.
 void putOnEveryDesktop(const QWidget& window);
+// Asks again for a shown window to be mapped. A window manager that ends leaves what it was asked undone.
+void mapAgain(const QWidget& window);
 
 }  // namespace ui

@@ -82,7 +82,10 @@ Desktop::Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
       spaces_(spaceServer_, windowSystem_, switching_, screens_, screens_),
       delegate_({spaces_, runLoop, instanceLock_, screens_, interface_.parts(), [this] { return makeCore(); },
                  std::move(quit)}),
-      windowManagerChanged_(spaceServer_.onWindowManagerChanged([this] { windowSystem_.reassertStates(); })),
+      windowManagerChanged_(spaceServer_.onWindowManagerChanged([this] {
+          windowSystem_.reassertStates();
+          interface_.windowManagerChanged();
+      })),
       desktopGridChanged_(overview_.kwin().followDesktopGrid(
           [this](bool isOpen) { windowSystem_.setDesktopGridOpen(isOpen); })) {
     connection.setPatience(kPatienceWhileRunning);

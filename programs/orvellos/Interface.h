@@ -33,6 +33,7 @@ class Interface {
         return {panelHost_, mouse_, statusItem_, menuBar_};
     }
     [[nodiscard]] platform::Alerts& alerts() { return alerts_; }
+    void windowManagerChanged() { statusItem_.windowManagerChanged(); }
 
   private:
     void findStatusHost();

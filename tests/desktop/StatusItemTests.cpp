@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <future>
 
 #include "tests/desktop/InterfaceDesktop.h"
@@ -108,6 +109,17 @@ TEST(StatusItemTest, MovesAsATrayComesAndGoes) {
     EXPECT_TRUE(waitUntil([&] { return desktop.x().currentDesktop() == 1U; }));
     tray.reset();
     EXPECT_TRUE(waitUntil([&] { return desktop.statusButton() && !isInTray(); })) << "back on the screen";
+}
+
+TEST(StatusItemTest, ComesUpThoughTheWindowManagerThatWasAskedIsGone) {
+    InterfaceDesktop desktop({.windowManager = {.kind = WindowManager::Openbox}});
+    desktop.windowManager().signal(SIGSTOP);
+    const auto application = desktop.start({desktop.program("orvello")});
+    ASSERT_TRUE(waitUntil([&] { return desktop.x().findByTitle("orvellos").has_value(); }));
+    EXPECT_EQ(desktop.statusButton(), 0U);
+    desktop.windowManager().signal(SIGKILL);
+    desktop.startWindowManager();
+    EXPECT_TRUE(waitUntil([&] { return desktop.x().desktopOf(desktop.statusButton()) == kEveryDesktop; }));
 }
 
 TEST(StatusItemTest, IsANotifierItemWhileAHostShowsThose) {
