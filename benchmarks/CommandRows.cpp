@@ -1,8 +1,4 @@
-#include <poll.h>
-
-#include <cstdlib>
-#include <stdexcept>
-
+#include "benchmarks/DesktopChange.h"
 #include "benchmarks/PairedRuns.h"
 #include "benchmarks/Row.h"
 #include "benchmarks/TaggedSpaces.h"
@@ -14,38 +10,6 @@ namespace {
 
 using desktop_test::PrivateDesktop;
 using desktop_test::WindowManager;
-
-// Returns when the root says that the desktop is current.
-void awaitDesktop(desktop_test::XClient& x, std::uint32_t desktop) {
-    pollfd readable{xcb_get_file_descriptor(x.connection()), POLLIN, 0};
-    while (x.currentDesktop() != desktop) {
-        bool changed = false;
-        while (auto* event = xcb_poll_for_event(x.connection())) {
-            std::free(event);
-            changed = true;
-        }
-        if (changed) continue;
-        if (poll(&readable, 1, 10000) <= 0) throw std::runtime_error("the desktop does not change");
-    }
-}
-
-// From the start of the command to the change of desktop, beginning on desktop 0 each time.
-Timed untilDesktop(PrivateDesktop& desktop, std::vector<std::string> words, std::uint32_t target) {
-    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
-    xcb_change_window_attributes(desktop.x().connection(), desktop.x().root(), XCB_CW_EVENT_MASK, &events);
-    return [&desktop, words = std::move(words), target] {
-        auto& x = desktop.x();
-        x.switchToDesktop(0);
-        xcb_flush(x.connection());
-        awaitDesktop(x, 0);
-        const auto start = std::chrono::steady_clock::now();
-        Command command(words, desktop.environment);
-        awaitDesktop(x, target);
-        const auto end = std::chrono::steady_clock::now();
-        command.ended();
-        return Milliseconds(end - start);
-    };
-}
 
 // Maps plain windows and waits until the window manager lists them all.
 void openWindows(PrivateDesktop& desktop, std::size_t count) {

@@ -22,6 +22,8 @@ struct Effort {
 [[nodiscard]] std::vector<Row> measureCommands(const Effort& effort);
 // The running application: its start, its memory and what it costs while nothing happens.
 [[nodiscard]] std::vector<Row> measureApplication(const Effort& effort);
+// What the user does by hand, against commands that do the same.
+[[nodiscard]] std::vector<Row> measureInterface(const Effort& effort);
 // What the user sees, and how soon: Space switches, glances, overviews.
 [[nodiscard]] std::vector<Row> measureScreen(const Effort& effort);
 // The application's own decisions, on a desktop in memory.

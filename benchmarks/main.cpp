@@ -33,6 +33,7 @@ struct Group {
 };
 constexpr Group kGroups[] = {{"commands", measureCommands},
                              {"application", measureApplication},
+                             {"interface", measureInterface},
                              {"screen", measureScreen},
                              {"logic", measureLogic}};
 
@@ -66,8 +67,9 @@ std::optional<Arguments> parse(std::span<char* const> words) {
 int main(int argc, char** argv) {
     const auto arguments = parse(std::span(argv, static_cast<std::size_t>(argc)).subspan(1));
     if (!arguments) {
-        fmt::print(stderr,
-                   "usage: orvello-benchmark [--pairs N] [commands] [application] [screen] [logic]\n");
+        fmt::print(stderr, "usage: orvello-benchmark [--pairs N] [GROUP...]\ngroups:");
+        for (const auto& group : kGroups) fmt::print(stderr, " {}", group.name);
+        fmt::print(stderr, "\n");
         return 1;
     }
     try {

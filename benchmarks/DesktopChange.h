@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "benchmarks/PairedRuns.h"
+#include "tests/support/PrivateDesktop.h"
+
+namespace benchmark {
+
+// Asks for desktop 0, where every measurement of a change begins, and waits for it.
+void goToFirstDesktop(desktop_test::PrivateDesktop& desktop);
+// Returns when the root says that the desktop is current. Throws std::runtime_error when it does not.
+void awaitDesktop(desktop_test::PrivateDesktop& desktop, std::uint32_t number);
+
+// From the start of the command to the change to that desktop.
+[[nodiscard]] Timed untilDesktop(desktop_test::PrivateDesktop& desktop, std::vector<std::string> words,
+                                 std::uint32_t target);
+
+}  // namespace benchmark
