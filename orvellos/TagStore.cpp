@@ -48,11 +48,6 @@ std::optional<std::vector<Tag>> TagStore::readTags(const std::filesystem::path& 
     return text ? decodeTags(text.value()) : std::nullopt;
 }
 
-platform::MaybeError TagStore::writeTags(const std::filesystem::path& file) {
-    const auto text = encodeTags(tags);
-    return text ? files_.writeAtomically(file, text.value()) : text.error();
-}
-
 void TagStore::load() {
     if (!files_.exists(fileURL_)) return;
     if (auto loaded = readTags(fileURL_)) {
@@ -84,14 +79,19 @@ void TagStore::quarantineUnreadableStore() {
     }
 }
 
+// One that already says the same is left alone: a durable write is a good part of a start.
 void TagStore::writeBackup() {
     if (tags.empty()) return;
-    if (const auto error = writeTags(backupURL()))
+    const auto text = encodeTags(tags);
+    const auto former = files_.read(backupURL());
+    if (text && former && former.value() == text.value()) return;
+    if (const auto error = text ? files_.writeAtomically(backupURL(), text.value()) : text.error())
         log(LogCategory::Nav, "TagStore: backup write failed: " + error->description);
 }
 
 void TagStore::save() {
-    if (const auto error = writeTags(fileURL_))
+    const auto text = encodeTags(tags);
+    if (const auto error = text ? files_.writeAtomically(fileURL_, text.value()) : text.error())
         log(LogCategory::Nav,
             fmt::format("TagStore: SAVE FAILED for {} tag(s): {}", tags.size(), error->description));
 }

@@ -43,7 +43,6 @@ class TagStore {
     void writeBackup();
     void quarantineUnreadableStore();
     [[nodiscard]] std::optional<std::vector<Tag>> readTags(const std::filesystem::path& file) const;
-    [[nodiscard]] platform::MaybeError writeTags(const std::filesystem::path& file);
     [[nodiscard]] std::filesystem::path backupURL() const;
     template <typename Change>
     void change(const TagID& id, Change apply);

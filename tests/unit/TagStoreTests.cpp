@@ -92,8 +92,7 @@ TEST_F(TagStoreTests, LoadsOrRecoversWithoutLosingAnything) {
          [&] { damage(kFile), put(kBackup, three), files_.unwritable = {kFolder}; },
          3,
          {"TagStore: FAILED to quarantine unreadable store: rename: Permission denied", kRecovered,
-          "TagStore: SAVE FAILED for 3 tag(s): open: Permission denied",
-          "TagStore: backup write failed: open: Permission denied"}},
+          "TagStore: SAVE FAILED for 3 tag(s): open: Permission denied"}},
         {"full disk",
          [&] { put(kFile, three), files_.nextWrites = {kFull}; },
          3,
@@ -120,6 +119,17 @@ TEST_F(TagStoreTests, LoadsOrRecoversWithoutLosingAnything) {
             EXPECT_EQ(stored(kFile), store.tags);
         }
     }
+}
+
+TEST_F(TagStoreTests, WritesTheBackupOnlyWhereItDiffers) {
+    put(kFile, makeTags(2));
+    open();
+    EXPECT_EQ(files_.writes.size(), 1U);
+    open();
+    EXPECT_EQ(files_.writes.size(), 1U);
+    put(kFile, makeTags(3));
+    open();
+    EXPECT_EQ(files_.writes.size(), 2U);
 }
 
 TEST_F(TagStoreTests, WritesEachChangeAtOnceAndOnlyToTheFirstMatch) {
