@@ -6,8 +6,7 @@
 
 #include "ui/FormParts.h"
 #include "ui/PlainText.h"
-#include "ui/QtColor.h"
-#include "ui/Symbols.h"
+#include "ui/X11Window.h"
 
 namespace ui {
 
@@ -30,10 +29,7 @@ AlertBox::AlertBox(const platform::Alert& alert, std::function<void(std::size_t)
     row->setContentsMargins(22, 22, 24, 18);
     row->setSpacing(18);
     row->setSizeConstraint(QLayout::SetFixedSize);
-    auto* symbol = new QLabel;
-    symbol->setPixmap(
-        symbolPixmap("exclamationmark.triangle", warningColor(palette()), kSymbol, devicePixelRatioF()));
-    row->addWidget(symbol, 0, Qt::AlignTop);
+    row->addWidget(makeSymbol("exclamationmark.triangle", kSymbol, warningColor), 0, Qt::AlignTop);
     auto* column = new QVBoxLayout;
     column->setSpacing(8);
     auto* message = makeHeading(alert.message);
@@ -48,6 +44,7 @@ AlertBox::AlertBox(const platform::Alert& alert, std::function<void(std::size_t)
     column->addLayout(buttons);
     row->addLayout(column);
     addButtons(alert, *buttons);
+    putOnEveryDesktop(*this);
     connect(this, &QDialog::finished, this, [this, answered = std::move(answered)] { answered(answer_); });
 }
 

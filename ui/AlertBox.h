@@ -9,7 +9,7 @@ class QHBoxLayout;
 
 namespace ui {
 
-// An alert's window. It blocks the application's other windows.
+// An alert's window. It blocks the application's other windows, so it is on every desktop.
 class AlertBox final : public QDialog {
   public:
     // `answered` is called once, with the index of the chosen button; closing it chooses the last.

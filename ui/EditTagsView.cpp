@@ -46,6 +46,21 @@ QWidget* makeFrame() {
     return frame;
 }
 
+QWidget* makeWarning() {
+    auto* warning = new QWidget;
+    auto* row = new QHBoxLayout(warning);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(4);
+    row->addWidget(makeSymbol("exclamationmark.triangle", 13, warningColor));
+    auto* text = makeSecondary(EditTagsList::kSpaceMissing, QFont::Normal, warningColor);
+    text->setWordWrap(false);
+    text->setAccessibleName(toQString(EditTagsList::kSpaceMissingLabel));
+    row->addWidget(text);
+    text->setAccessibleDescription(toQString(EditTagsList::kSpaceMissingHelp));
+    warning->setToolTip(toolTipText(EditTagsList::kSpaceMissingHelp));
+    return warning;
+}
+
 }  // namespace
 
 EditTagsView::EditTagsView(EditTagsList& list, ColorPanel& colorPanel)
@@ -171,27 +186,6 @@ QWidget* EditTagsView::makeEmptyState() const {
     return state;
 }
 
-QWidget* EditTagsView::makeWarning() const {
-    auto* warning = new QWidget;
-    auto* row = new QHBoxLayout(warning);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(4);
-    const auto orange = warningColor(palette());
-    auto* symbol = new QLabel;
-    symbol->setPixmap(symbolPixmap("exclamationmark.triangle", orange, 13, devicePixelRatioF()));
-    row->addWidget(symbol);
-    auto* text = makeSecondary(EditTagsList::kSpaceMissing);
-    text->setWordWrap(false);
-    auto colors = text->palette();
-    colors.setColor(QPalette::WindowText, orange);
-    text->setPalette(colors);
-    text->setAccessibleName(toQString(EditTagsList::kSpaceMissingLabel));
-    row->addWidget(text);
-    text->setAccessibleDescription(toQString(EditTagsList::kSpaceMissingHelp));
-    warning->setToolTip(toolTipText(EditTagsList::kSpaceMissingHelp));
-    return warning;
-}
-
 QWidget* EditTagsView::makeRow(const Row& row) {
     const auto& tag = row.tag;
     auto* frame = makeFrame();
@@ -231,8 +225,7 @@ QToolButton* EditTagsView::makePositionButton(const Tag& tag) {
     button->setStyleSheet(QStringLiteral("QToolButton::menu-indicator { image: none; }"));
     auto* menu = new QMenu(button);
     const auto add = [&](std::string_view symbol, std::string_view title, auto action) {
-        menu->addAction(symbolIcon(symbol, palette(), devicePixelRatioF()), toQString(title), this,
-                        [action, id = tag.id] { action(id); });
+        menu->addAction(symbolIcon(symbol), toQString(title), this, [action, id = tag.id] { action(id); });
     };
     add("arrow.down.to.line", EditTagsList::kReassign, [this](const auto& id) { list_.reassign(id); });
     add("dot.scope", EditTagsList::kAlignAll, [this](const auto& id) { list_.alignAll(id); });

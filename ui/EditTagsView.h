@@ -51,7 +51,6 @@ class EditTagsView final : public QWidget {
     [[nodiscard]] QWidget* makeEmptyState() const;
     [[nodiscard]] QWidget* makeRow(const Row& row);
     [[nodiscard]] QWidget* makeEditor();
-    [[nodiscard]] QWidget* makeWarning() const;
     [[nodiscard]] QToolButton* makePositionButton(const orvellos::Tag& tag);
 
     orvellos::EditTagsList& list_;

@@ -1,18 +1,36 @@
 #include "ui/FormParts.h"
 
+#include <QApplication>
+#include <QEvent>
 #include <QToolButton>
+#include <functional>
+#include <utility>
 
 #include "orvellos/CreateTagForm.h"
 #include "ui/PlainText.h"
-#include "ui/QtColor.h"
 #include "ui/Symbols.h"
 
 namespace ui {
 
 namespace {
 
-QLabel* makeLabel(std::string_view text, int pixels, QFont::Weight weight) {
-    auto* label = new QLabel(toQString(text));
+// A label in a colour that is told anew when the palette changes.
+class PaletteLabel final : public QLabel {
+  public:
+    explicit PaletteLabel(std::function<void(QLabel&)> color) : color_(std::move(color)) { color_(*this); }
+
+  protected:
+    void changeEvent(QEvent* event) override {
+        QLabel::changeEvent(event);
+        if (event->type() == QEvent::PaletteChange) color_(*this);
+    }
+
+  private:
+    std::function<void(QLabel&)> color_;
+};
+
+QLabel* styled(QLabel* label, std::string_view text, int pixels, QFont::Weight weight) {
+    label->setText(toQString(text));
     label->setTextFormat(Qt::PlainText);
     auto font = label->font();
     font.setPixelSize(pixels);
@@ -24,22 +42,30 @@ QLabel* makeLabel(std::string_view text, int pixels, QFont::Weight weight) {
 }  // namespace
 
 QLabel* makeHeading(std::string_view text) {
-    return makeLabel(text, 15, QFont::Bold);
+    return styled(new QLabel, text, 15, QFont::Bold);
 }
 
 QLabel* makeText(std::string_view text) {
-    auto* label = makeLabel(text, 13, QFont::Normal);
+    auto* label = styled(new QLabel, text, 13, QFont::Normal);
     label->setWordWrap(true);
     return label;
 }
 
-QLabel* makeSecondary(std::string_view text, QFont::Weight weight) {
-    auto* label = makeLabel(text, 12, weight);
-    auto palette = label->palette();
-    palette.setColor(QPalette::WindowText, secondaryLabelColor(palette));
-    label->setPalette(palette);
+QLabel* makeSecondary(std::string_view text, QFont::Weight weight, PaletteColor color) {
+    auto* label = new PaletteLabel([color](QLabel& colored) {
+        auto palette = QApplication::palette();
+        palette.setColor(QPalette::WindowText, color(palette));
+        colored.setPalette(palette);
+    });
     label->setWordWrap(true);
-    return label;
+    return styled(label, text, 12, weight);
+}
+
+QLabel* makeSymbol(std::string_view name, int points, PaletteColor color) {
+    return new PaletteLabel([name = std::string(name), points, color](QLabel& label) {
+        label.setPixmap(
+            symbolPixmap(name, color(QApplication::palette()), points, label.devicePixelRatioF()));
+    });
 }
 
 QLineEdit* makeLabelField(const std::string& text) {
@@ -53,7 +79,7 @@ QLineEdit* makeLabelField(const std::string& text) {
 
 QToolButton* makeSymbolButton(std::string_view symbol, std::string_view help) {
     auto* button = new QToolButton;
-    button->setIcon(symbolIcon(symbol, button->palette(), button->devicePixelRatioF()));
+    button->setIcon(symbolIcon(symbol));
     button->setIconSize({16, 16});
     button->setFixedSize(26, 26);
     button->setAutoRaise(true);

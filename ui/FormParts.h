@@ -6,17 +6,26 @@
 #include <string>
 #include <string_view>
 
+#include "ui/QtColor.h"
+
 class QToolButton;
 
 namespace ui {
 
-// What the forms are made of. Texts are shown as they are, never as markup.
+// What the forms are made of. Texts are shown as they are, never as markup; colours follow the application's
+// palette.
+
+// One of the colours that depend on a palette.
+using PaletteColor = QColor (*)(const QPalette&);
 
 [[nodiscard]] QLabel* makeHeading(std::string_view text);
 // In the usual style; wraps.
 [[nodiscard]] QLabel* makeText(std::string_view text);
-// In the secondary style; wraps.
-[[nodiscard]] QLabel* makeSecondary(std::string_view text, QFont::Weight weight = QFont::Normal);
+// In the secondary style, or in another of the palette's colours; wraps.
+[[nodiscard]] QLabel* makeSecondary(std::string_view text, QFont::Weight weight = QFont::Normal,
+                                    PaletteColor color = secondaryLabelColor);
+// A system symbol in a square of so many points.
+[[nodiscard]] QLabel* makeSymbol(std::string_view name, int points, PaletteColor color);
 // A rounded text field. Typed text is at most kLongestLabel characters long.
 [[nodiscard]] QLineEdit* makeLabelField(const std::string& text);
 inline constexpr int kLongestLabel = 10'000;

@@ -25,8 +25,8 @@ void QtAlerts::showNext() {
     });
     box_->show();
     // By then the window manager has been asked to show it.
-    QTimer::singleShot(
-        0, box_, [this, box = box_.data()] { bringToUser_({static_cast<std::int64_t>(box->winId())}); });
+    QTimer::singleShot(0, box_,
+                       [this, box = box_.data()] { activate_({static_cast<std::int64_t>(box->winId())}); });
 }
 
 }  // namespace ui

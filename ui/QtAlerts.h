@@ -13,9 +13,9 @@ namespace ui {
 // Alerts, one after the other.
 class QtAlerts final : public platform::Alerts {
   public:
-    // `bringToUser` takes a window that is on the screen to where the user is.
-    explicit QtAlerts(std::function<void(platform::WindowNumber)> bringToUser)
-        : bringToUser_(std::move(bringToUser)) {}
+    // `activate` gives a window that is on the screen the keyboard.
+    explicit QtAlerts(std::function<void(platform::WindowNumber)> activate)
+        : activate_(std::move(activate)) {}
     ~QtAlerts() override;
 
     void runModal(const platform::Alert& alert, std::function<void(std::size_t)> answered) override;
@@ -27,7 +27,7 @@ class QtAlerts final : public platform::Alerts {
     };
     void showNext();
 
-    std::function<void(platform::WindowNumber)> bringToUser_;
+    std::function<void(platform::WindowNumber)> activate_;
     std::deque<Waiting> waiting_;
     QPointer<AlertBox> box_;
 };

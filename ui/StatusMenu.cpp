@@ -211,7 +211,7 @@ QAction* StatusMenu::addRow(const platform::MenuItem& row) {
     action->setToolTip(toolTipText(row.toolTip));
     if (row.keyEquivalent) keys_.push_back({keySequence(*row.keyEquivalent), action});
     const auto ratio = devicePixelRatioF();
-    if (!row.symbol.empty()) action->setIcon(symbolIcon(row.symbol, palette(), ratio));
+    if (!row.symbol.empty()) action->setIcon(symbolIcon(row.symbol));
     auto faint = secondaryLabelColor(palette());
     faint.setAlphaF(0.25F);
     if (row.dot || row.hasFaintDot)

@@ -1,7 +1,10 @@
 #include "ui/Symbols.h"
 
+#include <QGuiApplication>
+#include <QIconEngine>
 #include <QPainter>
 #include <QPainterPath>
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -177,6 +180,22 @@ const std::array kSymbols = {
            }},
 };
 
+const Symbol* find(std::string_view name) {
+    const auto* found = std::ranges::find(kSymbols, name, &Symbol::name);
+    return found == kSymbols.end() ? nullptr : found;
+}
+
+void paint(const Symbol& symbol, const QColor& color, const QRectF& square, QPainter& painter) {
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.translate(square.topLeft());
+    painter.scale(square.width() / kGrid, square.height() / kGrid);
+    const auto drawing = symbol.draw();
+    painter.fillPath(drawing.filled, color);
+    painter.strokePath(drawing.stroked, QPen(color, kStroke, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.restore();
+}
+
 QPixmap transparentPixmap(double points, double devicePixelRatio) {
     const int pixels = static_cast<int>(std::ceil(points * devicePixelRatio));
     QPixmap pixmap(pixels, pixels);
@@ -185,28 +204,43 @@ QPixmap transparentPixmap(double points, double devicePixelRatio) {
     return pixmap;
 }
 
+class SymbolIcon final : public QIconEngine {
+  public:
+    explicit SymbolIcon(const Symbol& symbol) : symbol_(symbol) {}
+    [[nodiscard]] QIconEngine* clone() const override { return new SymbolIcon(symbol_); }
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State /*state*/) override {
+        const auto palette = QGuiApplication::palette();
+        const auto color = mode == QIcon::Disabled ? tertiaryLabelColor(palette)
+                           : mode == QIcon::Selected
+                               ? palette.color(QPalette::Active, QPalette::HighlightedText)
+                               : labelColor(palette);
+        ui::paint(symbol_, color, rect, *painter);
+    }
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        auto pixmap = transparentPixmap(size.width(), 1);
+        QPainter painter(&pixmap);
+        paint(&painter, pixmap.rect(), mode, state);
+        return pixmap;
+    }
+
+  private:
+    const Symbol& symbol_;
+};
+
 }  // namespace
 
 QPixmap symbolPixmap(std::string_view name, const QColor& color, double points, double devicePixelRatio) {
-    const auto* symbol =
-        std::find_if(kSymbols.begin(), kSymbols.end(), [&](const Symbol& each) { return each.name == name; });
-    if (symbol == kSymbols.end()) return {};
+    const auto* symbol = find(name);
+    if (!symbol) return {};
     auto pixmap = transparentPixmap(points, devicePixelRatio);
     QPainter painter(&pixmap);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.scale(points / kGrid, points / kGrid);
-    const auto drawing = symbol->draw();
-    painter.fillPath(drawing.filled, color);
-    painter.strokePath(drawing.stroked, QPen(color, kStroke, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    paint(*symbol, color, QRectF(0, 0, points, points), painter);
     return pixmap;
 }
 
-QIcon symbolIcon(std::string_view name, const QPalette& palette, double devicePixelRatio) {
-    const auto in = [&](const QColor& color) { return symbolPixmap(name, color, kGrid, devicePixelRatio); };
-    QIcon icon(in(labelColor(palette)));
-    icon.addPixmap(in(tertiaryLabelColor(palette)), QIcon::Disabled);
-    icon.addPixmap(in(palette.color(QPalette::Active, QPalette::HighlightedText)), QIcon::Selected);
-    return icon;
+QIcon symbolIcon(std::string_view name) {
+    const auto* symbol = find(name);
+    return symbol ? QIcon(new SymbolIcon(*symbol)) : QIcon();
 }
 
 QPixmap dotPixmap(const QColor& color, double diameter, double square, double devicePixelRatio) {

@@ -2,7 +2,6 @@
 
 #include <QColor>
 #include <QIcon>
-#include <QPalette>
 #include <string_view>
 
 namespace ui {
@@ -10,9 +9,9 @@ namespace ui {
 // A system symbol drawn in one colour, in a square of `points`; a null pixmap for a name without one.
 [[nodiscard]] QPixmap symbolPixmap(std::string_view name, const QColor& color, double points,
                                    double devicePixelRatio);
-// The same as an icon of 16 points in the palette's label colour, fainter where it is disabled, and in the
-// highlighted text's colour where it is selected.
-[[nodiscard]] QIcon symbolIcon(std::string_view name, const QPalette& palette, double devicePixelRatio);
+// The same as an icon in the application's label colour, fainter where it is disabled, and in the highlighted
+// text's colour where it is selected. It follows the application's palette.
+[[nodiscard]] QIcon symbolIcon(std::string_view name);
 // A filled circle in the middle of a square.
 [[nodiscard]] QPixmap dotPixmap(const QColor& color, double diameter, double square, double devicePixelRatio);
 

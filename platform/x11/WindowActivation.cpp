@@ -17,15 +17,18 @@ WindowActivation::WindowActivation(XConnection& connection, std::function<Deskto
     desktop_ = atoms[1];
 }
 
+void WindowActivation::activate(WindowNumber window) const {
+    const std::array<std::uint32_t, 3> data = {kSourcePager, time_(), 0};
+    sendRootMessage(connection_, static_cast<xcb_window_t>(window.value), activeWindow_, data);
+    connection_.flush();
+}
+
 void WindowActivation::bringToUser(WindowNumber window) const {
-    const auto id = static_cast<xcb_window_t>(window.value);
     if (const auto current = desktops_().current) {
         const std::array<std::uint32_t, 2> data = {*current, kSourcePager};
-        sendRootMessage(connection_, id, desktop_, data);
+        sendRootMessage(connection_, static_cast<xcb_window_t>(window.value), desktop_, data);
     }
-    const std::array<std::uint32_t, 3> data = {kSourcePager, time_(), 0};
-    sendRootMessage(connection_, id, activeWindow_, data);
-    connection_.flush();
+    activate(window);
 }
 
 }  // namespace platform::x11

@@ -14,7 +14,9 @@ class WindowActivation {
     WindowActivation(XConnection& connection, std::function<DesktopFacts()> desktops,
                      std::function<xcb_timestamp_t()> time);
 
-    // Takes a managed window to the current desktop, to the front and gives it the keyboard.
+    // Takes a managed window to the front and gives it the keyboard.
+    void activate(WindowNumber window) const;
+    // The same, on the current desktop.
     void bringToUser(WindowNumber window) const;
 
   private:

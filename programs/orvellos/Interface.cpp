@@ -28,7 +28,7 @@ Interface::Interface(Services services)
              {ui::toolkitConnection(), [this](xcb_timestamp_t time) { return menuClicks_.hasTaken(time); }}),
       panelHost_({menuBar_, services.screens,
                   [this](platform::WindowNumber window) { activation_.bringToUser(window); }}),
-      alerts_([this](platform::WindowNumber window) { activation_.bringToUser(window); }),
+      alerts_([this](platform::WindowNumber window) { activation_.activate(window); }),
       tray_(services.connection, services.events, [this](bool) { findStatusHost(); }),
       statusItem_(services.runLoop, tray_),
       statusNotifierHosts_(services.bus, [this](bool) { findStatusHost(); }),

@@ -110,6 +110,7 @@ TEST(AlertTest, SaysThatASpaceIsGone) {
     };
     ASSERT_TRUE(waitUntil([&] { return alert() != 0; }));
     EXPECT_LT(desktop.x().geometry(alert())->width, 600);
+    EXPECT_EQ(desktop.x().desktopOf(alert()), kEveryDesktop) << "for it blocks the status button, too";
     desktop.press(XK_Return);
     EXPECT_TRUE(waitUntil([&] { return alert() == 0; }));
     EXPECT_TRUE(desktop.hasKeyboard("Edit Tag")) << "an alert is a panel too";

@@ -9,6 +9,7 @@
 #include "tests/support/InterfaceTest.h"
 #include "tests/support/OffscreenApplication.h"
 #include "ui/AlertBox.h"
+#include "ui/Appearance.h"
 #include "ui/CreateTagView.h"
 #include "ui/EditTagsView.h"
 #include "ui/QtPanel.h"
@@ -143,6 +144,21 @@ TEST_F(FormViewTest, ARowIsEditedAndGivesTheKeyboardBack) {
     manager_.deleteTag(tag(0).id);
     desktop_test::OffscreenApplication::settle();
     EXPECT_EQ(panel_->findChildren<QLineEdit*>().size(), 0) << "its tag is gone";
+}
+
+TEST_F(FormViewTest, AnOpenPanelFollowsTheColorScheme) {
+    desktop_.spaces.removeSpace("A");
+    desktop_.spaces.notifyActiveSpaceChanged();
+    wait(1);
+    const auto picture = [](QtPanel& panel) { return panel.grab().toImage(); };
+    applyColorScheme(ColorScheme::Light);
+    const auto light = picture(showList());
+    applyColorScheme(ColorScheme::Dark);
+    desktop_test::OffscreenApplication::settle();
+    const auto followed = picture(*panel_);
+    EXPECT_EQ(followed, picture(showList())) << "as one that is opened in the dark";
+    EXPECT_NE(followed, light);
+    applyColorScheme(ColorScheme::Unknown);
 }
 
 TEST_F(FormViewTest, NoLabelBreaksALayout) {
