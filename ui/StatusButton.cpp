@@ -39,6 +39,7 @@ StatusButton::StatusButton(Place place, std::function<void()> menuRequested)
     setAccessibleName(name);
     setFocusPolicy(Qt::NoFocus);
     setAttribute(Qt::WA_ShowWithoutActivating);
+    setAttribute(Qt::WA_AlwaysShowToolTips);
     setAttribute(Qt::WA_TranslucentBackground, place == Place::Tray);
     Qt::WindowFlags flags = Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus;
     if (place == Place::Tray) flags |= Qt::X11BypassWindowManagerHint;

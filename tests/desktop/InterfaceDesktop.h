@@ -51,16 +51,18 @@ class InterfaceDesktop : public DesktopWithTags {
         return 0;
     }
     xcb_window_t statusButton() { return shown("orvellos"); }
-    // The menu that is open; 0 when none is.
-    xcb_window_t menu() {
+    // A window that can be seen and whose type contains that word; 0 when there is none.
+    xcb_window_t windowOfType(std::string_view word) {
         for (const auto each : x().allWindows()) {
             const auto types = x().atoms(each, "_NET_WM_WINDOW_TYPE");
-            const bool isMenu = std::ranges::any_of(
-                types, [](const auto& type) { return type.find("MENU") != std::string::npos; });
-            if (isMenu && x().mapState(each) == MapState::Viewable) return each;
+            const bool isIt = std::ranges::any_of(
+                types, [&](const auto& type) { return type.find(word) != std::string::npos; });
+            if (isIt && x().mapState(each) == MapState::Viewable) return each;
         }
         return 0;
     }
+    // The menu that is open; 0 when none is.
+    xcb_window_t menu() { return windowOfType("MENU"); }
     // Waits for a menu and highlights its first row. A menu that has just come up may not have the keyboard
     // yet, so the key may have to be pressed again.
     void enterMenu() {

@@ -73,7 +73,7 @@ TEST(StatusItemTest, SurvivesASpaceThatIsClosedWhileItsRowIsOpen) {
     EXPECT_TRUE(desktop.application().isRunning());
 }
 
-TEST(StatusItemTest, GrowsByTheTagsLabelWhileTagsAreHidden) {
+TEST(StatusItemTest, ShowsTheTagsLabelWhileTagsAreHidden) {
     InterfaceDesktop desktop({.windowManager = {.kind = WindowManager::Openbox}});
     ASSERT_NO_FATAL_FAILURE(desktop.startApplication());
     desktop.choose(menu_row::kCurrentSpace);
@@ -87,6 +87,8 @@ TEST(StatusItemTest, GrowsByTheTagsLabelWhileTagsAreHidden) {
         const auto now = desktop.x().geometry(desktop.statusButton()).value();
         return now.width > bare.width + 30 && now.x + now.width == bare.x + bare.width;
     }));
+    desktop.devices().movePointer(bare.x + 4, bare.y + 4);
+    EXPECT_TRUE(waitUntil([&] { return desktop.windowOfType("TOOLTIP") != 0; }));
 }
 
 TEST(StatusItemTest, MovesAsATrayComesAndGoes) {
