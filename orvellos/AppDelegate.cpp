@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "orvellos/DebugLog.h"
+#include "orvellos/Hotkeys.h"
 #include "orvellos/MainMenuItems.h"
 
 namespace orvellos {
@@ -74,17 +75,20 @@ void AppDelegate::startUserInterface() {
     panelController_.emplace(PanelController::Services{manager, services_.spaces, core_->editingContext,
                                                        services_.runLoop, ui.mouse, ui.panels});
     manager.onTagClicked = [this] { panelController_->toggleEditPanel(); };
-    // No hotkey can be recorded yet, and no updates be looked for.
-    statusController_.emplace(StatusItemController::Services{manager,
-                                                             services_.spaces,
-                                                             core_->settings,
-                                                             *panelController_,
-                                                             services_.runLoop,
-                                                             ui.statusItem,
-                                                             [](std::string_view) { return std::nullopt; },
-                                                             core_->saveDiagnostics,
-                                                             {},
-                                                             services_.terminate});
+    auto& hotkeys = core_->hotkeys;
+    // No updates can be looked for yet.
+    statusController_.emplace(
+        StatusItemController::Services{manager,
+                                       services_.spaces,
+                                       core_->settings,
+                                       *panelController_,
+                                       services_.runLoop,
+                                       ui.statusItem,
+                                       [&hotkeys](const auto& name) { return hotkeys.displayText(name); },
+                                       core_->saveDiagnostics,
+                                       {},
+                                       services_.terminate});
+    installHotkeys(hotkeys, {manager, services_.spaces, core_->settings, *panelController_});
 }
 
 void AppDelegate::probeSpaceReader() const {

@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "KeyboardShortcuts/Registry.h"
 #include "orvellos/PanelController.h"
 #include "orvellos/SpaceIdentifier.h"
 #include "orvellos/StatusItemController.h"
@@ -24,6 +25,7 @@ class AppDelegate {
         TagManager& manager;
         Settings& settings;
         EditingContext& editingContext;
+        keyboard_shortcuts::Registry& hotkeys;
         std::function<void()> saveDiagnostics;
     };
     // Where the user meets the application.

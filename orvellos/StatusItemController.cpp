@@ -6,6 +6,7 @@
 
 #include "orvellos/ApplicationVersion.h"
 #include "orvellos/DisplayLabel.h"
+#include "orvellos/Hotkeys.h"
 #include "orvellos/TagColor.h"
 
 namespace orvellos {
@@ -73,8 +74,8 @@ std::vector<MenuItem> StatusItemController::buildMenu() const {
     return menu;
 }
 
-std::string StatusItemController::suffix(std::string_view hotkey) const {
-    const auto text = services_.hotkeyText(hotkey);
+std::string StatusItemController::suffix(const keyboard_shortcuts::Name& name) const {
+    const auto text = services_.hotkeyText(name);
     return text ? " (" + *text + ")" : "";
 }
 
@@ -82,10 +83,10 @@ void StatusItemController::addHiddenState(Menu& menu) const {
     auto& settings = services_.settings;
     MenuItem row{.symbol = "eye.slash"};
     if (settings.killSwitchActive.get()) {
-        row.title = "Tags hidden for screen-share" + suffix("toggleKillSwitch") + " — click to show";
+        row.title = "Tags hidden for screen-share" + suffix(hotkey::toggleKillSwitch) + " — click to show";
         row.action = [&settings] { settings.killSwitchActive.set(false); };
     } else if (settings.visibilityMode.get() == TagVisibilityMode::HiddenDuringWork) {
-        row.title = "Tags hidden during work — click to peek" + suffix("peekTags");
+        row.title = "Tags hidden during work — click to peek" + suffix(hotkey::peekTags);
         row.action = [this] { services_.manager.peek(); };
     } else {
         return;
@@ -200,7 +201,7 @@ void StatusItemController::addCommands(Menu& menu) const {
                     .checked = hides,
                     .toolTip = std::string(kHideHelp)});
     menu.push_back(
-        {.title = "Hide Tags for Screen-Sharing" + suffix("toggleKillSwitch"),
+        {.title = "Hide Tags for Screen-Sharing" + suffix(hotkey::toggleKillSwitch),
          .action = [&settings] { settings.killSwitchActive.set(!settings.killSwitchActive.get()); },
          .checked = settings.killSwitchActive.get(),
          .symbol = "eye.slash"});

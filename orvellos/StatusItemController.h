@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "KeyboardShortcuts/Name.h"
 #include "orvellos/PanelController.h"
 #include "orvellos/TagManager.h"
 #include "platform/StatusItem.h"
@@ -27,7 +28,7 @@ class StatusItemController {
         platform::RunLoop& runLoop;
         platform::StatusItem& statusItem;
         // How the hotkey recorded for that name is written; absent when there is none.
-        std::function<std::optional<std::string>(std::string_view name)> hotkeyText;
+        std::function<std::optional<std::string>(const keyboard_shortcuts::Name& name)> hotkeyText;
         std::function<void()> saveDiagnostics;
         std::function<void()> checkForUpdates;  // empty where updates cannot be checked for
         std::function<void()> terminate;
@@ -51,7 +52,7 @@ class StatusItemController {
     [[nodiscard]] platform::MenuItem reassignRow(const Tag& tag) const;
     [[nodiscard]] platform::MenuItem untaggedRow(const MenuSpaceRow& row) const;
     [[nodiscard]] std::string jumpToolTip(std::string_view text) const;
-    [[nodiscard]] std::string suffix(std::string_view hotkey) const;
+    [[nodiscard]] std::string suffix(const keyboard_shortcuts::Name& name) const;
     [[nodiscard]] const Tag* find(const std::optional<TagID>& id) const;
     [[nodiscard]] bool canJump() const { return services_.manager.navigation().canJump(); }
     void refreshLater();

@@ -10,7 +10,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "platform/freedesktop/StandardError.h"
+#include "platform/freedesktop/StandardStreams.h"
 
 namespace platform::freedesktop {
 

@@ -38,6 +38,8 @@ struct SimulatedDesktop {
     SimulatedWindowList windowList;
     SimulatedOverview overview;
     SimulatedKeyboard keyboard;
+    SimulatedHotKeys hotKeys;
+    SimulatedKeyNames keyNames;
     SimulatedSession session;
     SimulatedApplications applications;
     SimulatedFileSystem files;

@@ -1,9 +1,13 @@
 #pragma once
 
 #include <functional>
+#include <map>
+#include <set>
 #include <utility>
 
+#include "platform/HotKeyService.h"
 #include "platform/KeyMonitor.h"
+#include "platform/KeyNames.h"
 #include "platform/Observers.h"
 
 namespace platform::simulated {
@@ -20,6 +24,49 @@ class SimulatedKeyboard final : public KeyMonitor {
 
   private:
     Observers<const KeyEvent&> monitors_;
+};
+
+// Hot keys that a test presses and releases.
+class SimulatedHotKeys final : public HotKeyService {
+  public:
+    [[nodiscard]] std::int32_t registerHotKey(std::uint32_t id, const KeyEvent& keys) override {
+        if (takenKeyCodes.contains(keys.keyCode)) return hot_key_status::kAlreadyTaken;
+        registered[id] = keys;
+        return hot_key_status::kRegistered;
+    }
+    void unregisterHotKey(std::uint32_t id) override { registered.erase(id); }
+    Subscription onHotKey(std::function<void(const HotKeyEvent&)> handler) override {
+        return handlers_.subscribe(std::move(handler));
+    }
+
+    // Whether a registration with these keys was told of it.
+    bool press(const KeyEvent& keys) { return tell(keys, true); }
+    bool release(const KeyEvent& keys) { return tell(keys, false); }
+
+    std::map<std::uint32_t, KeyEvent> registered;
+    std::set<std::uint16_t> takenKeyCodes;  // another program has them
+
+  private:
+    bool tell(const KeyEvent& keys, bool isPressed) {
+        for (const auto& [id, each] : std::map(registered)) {
+            if (each != keys) continue;
+            handlers_.notify({id, isPressed});
+            return true;
+        }
+        return false;
+    }
+
+    Observers<const HotKeyEvent&> handlers_;
+};
+
+// The names of keys that a test gives.
+class SimulatedKeyNames final : public KeyNames {
+  public:
+    [[nodiscard]] std::string textOf(std::uint16_t keyCode) const override {
+        const auto found = texts.find(keyCode);
+        return found == texts.end() ? std::string() : found->second;
+    }
+    std::map<std::uint16_t, std::string> texts = {{4, "h"}, {17, "t"}, {27, "-"}, {35, "p"}};
 };
 
 }  // namespace platform::simulated

@@ -14,6 +14,13 @@ namespace {
 constexpr auto kCoalesce = std::chrono::milliseconds(100);
 constexpr auto kRetry = std::chrono::seconds(1);
 
+// The core protocol's list has two groups, each without and with Shift.
+constexpr std::size_t kGroups = 2;
+constexpr std::size_t kLevels = 2;
+
+constexpr xcb_keysym_t kNumLock = 0xFF7F;
+constexpr xcb_keysym_t kScrollLock = 0xFF14;
+
 }  // namespace
 
 X11Keyboard::X11Keyboard(XConnection& connection, XEvents& events, RunLoop& runLoop)
@@ -37,7 +44,8 @@ void X11Keyboard::selectEvents() {
     constexpr auto kMap = std::uint16_t{XCB_XKB_MAP_PART_KEY_SYMS};
     xcb_xkb_select_events_details_t details{};
     details.affectNewKeyboard = details.newKeyboardDetails = kNewKeyboard;
-    details.affectState = details.stateDetails = XCB_XKB_STATE_PART_MODIFIER_STATE;
+    details.affectState = details.stateDetails =
+        XCB_XKB_STATE_PART_MODIFIER_STATE | XCB_XKB_STATE_PART_GROUP_STATE;
     details.affectCtrls = details.ctrlDetails = kControls;
     xcb_xkb_select_events_aux(connection_.get(), XCB_XKB_ID_USE_CORE_KBD,
                               XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY |
@@ -49,10 +57,9 @@ void X11Keyboard::handle(const xcb_generic_event_t& event) {
     if (XEvents::type(event) != firstEvent_) return;
     // All events of the extension have one number and begin alike.
     const auto& notify = reinterpret_cast<const xcb_xkb_state_notify_event_t&>(event);
-    if (notify.xkbType == XCB_XKB_STATE_NOTIFY)
-        modifierFlags_ = x11::modifierFlags(notify.mods);
-    else
-        readLater();
+    if (notify.xkbType != XCB_XKB_STATE_NOTIFY) return readLater();
+    modifierFlags_ = x11::modifierFlags(notify.mods);
+    group_ = notify.group;
 }
 
 void X11Keyboard::readLater() {
@@ -74,11 +81,14 @@ bool X11Keyboard::read() {
     const auto controlsCookie = xcb_xkb_get_controls(c, XCB_XKB_ID_USE_CORE_KBD);
     const auto symbolsCookie = xcb_get_keyboard_mapping(
         c, setup->min_keycode, static_cast<std::uint8_t>(setup->max_keycode - setup->min_keycode + 1));
+    const auto modifiersCookie = xcb_get_modifier_mapping(c);
     const auto state = connection_.reply<xcb_xkb_get_state_reply_t>(stateCookie);
     const auto controls = connection_.reply<xcb_xkb_get_controls_reply_t>(controlsCookie);
     const auto symbols = connection_.reply<xcb_get_keyboard_mapping_reply_t>(symbolsCookie);
-    if (!state || !controls || !symbols) return false;
+    const auto modifiers = connection_.reply<xcb_get_modifier_mapping_reply_t>(modifiersCookie);
+    if (!state || !controls || !symbols || !modifiers) return false;
     modifierFlags_ = x11::modifierFlags(state->mods);
+    group_ = state->group;
     repeat_ = {std::chrono::milliseconds(controls->repeatDelay),
                std::chrono::milliseconds(controls->repeatInterval)};
     std::ranges::copy(controls->perKeyRepeat, repeatingKeys_.begin());
@@ -86,7 +96,20 @@ bool X11Keyboard::read() {
     const auto* first = xcb_get_keyboard_mapping_keysyms(symbols.get());
     symbols_.assign(first, first + xcb_get_keyboard_mapping_keysyms_length(symbols.get()));
     symbolsPerKey_ = symbols->keysyms_per_keycode;
+    readLocks(*modifiers);
     return true;
+}
+
+// Caps Lock has a modifier of its own; the others have whichever the layout gives them.
+void X11Keyboard::readLocks(const xcb_get_modifier_mapping_reply_t& mapping) {
+    constexpr std::size_t kModifierCount = 8;
+    const auto* keys = xcb_get_modifier_mapping_keycodes(&mapping);
+    lockModifiers_ = {XCB_MOD_MASK_LOCK};
+    for (const auto lock : {kNumLock, kScrollLock})
+        for (std::size_t i = 0; i < kModifierCount * mapping.keycodes_per_modifier; ++i)
+            if (const auto bit = static_cast<std::uint16_t>(1U << (i / mapping.keycodes_per_modifier));
+                gives(keys[i], lock, false) && std::ranges::count(lockModifiers_, bit) == 0)
+                lockModifiers_.push_back(bit);
 }
 
 std::optional<KeyRepeat> X11Keyboard::repeatOf(std::uint32_t xKeyCode) const {
@@ -98,16 +121,21 @@ std::optional<KeyRepeat> X11Keyboard::repeatOf(std::uint32_t xKeyCode) const {
 }
 
 bool X11Keyboard::gives(std::uint32_t xKeyCode, xcb_keysym_t symbol, bool withShift) const {
-    const auto firstKey = xcb_get_setup(connection_.get())->min_keycode;
-    if (xKeyCode < firstKey) return false;
-    constexpr std::size_t kGroups = 2;
-    constexpr std::size_t kLevels = 2;  // in the core protocol's list: without and with Shift
-    for (std::size_t group = 0; group < kGroups; ++group) {
-        const auto column = group * kLevels + (withShift ? 1 : 0);
-        const auto index = (xKeyCode - firstKey) * symbolsPerKey_ + column;
-        if (column < symbolsPerKey_ && index < symbols_.size() && symbols_[index] == symbol) return true;
-    }
+    for (std::size_t group = 0; group < kGroups; ++group)
+        if (symbolAt(xKeyCode, group * kLevels + (withShift ? 1 : 0)) == symbol) return true;
     return false;
+}
+
+xcb_keysym_t X11Keyboard::symbolOf(std::uint32_t xKeyCode) const {
+    const auto own = symbolAt(xKeyCode, std::min(group_, kGroups - 1) * kLevels).value_or(0);
+    return own != 0 ? own : symbolAt(xKeyCode, 0).value_or(0);
+}
+
+std::optional<xcb_keysym_t> X11Keyboard::symbolAt(std::uint32_t xKeyCode, std::size_t column) const {
+    const auto firstKey = xcb_get_setup(connection_.get())->min_keycode;
+    if (xKeyCode < firstKey || column >= symbolsPerKey_) return std::nullopt;
+    const auto index = (xKeyCode - firstKey) * symbolsPerKey_ + column;
+    return index < symbols_.size() ? std::optional(symbols_[index]) : std::nullopt;
 }
 
 }  // namespace platform::x11

@@ -28,6 +28,10 @@ class X11Keyboard {
     [[nodiscard]] std::uint64_t modifierFlags() const { return modifierFlags_; }
     // Absent for a key that does not repeat.
     [[nodiscard]] std::optional<KeyRepeat> repeatOf(std::uint32_t xKeyCode) const;
+    // The symbol that the key gives without modifiers in the layout that is in effect; 0 for none.
+    [[nodiscard]] xcb_keysym_t symbolOf(std::uint32_t xKeyCode) const;
+    // The X modifiers that Caps Lock, Num Lock and Scroll Lock switch on and off.
+    [[nodiscard]] std::vector<std::uint16_t> lockModifiers() const { return lockModifiers_; }
     // Whether the key gives this symbol in the first or second group of the layout, with or without Shift.
     [[nodiscard]] bool gives(std::uint32_t xKeyCode, xcb_keysym_t symbol, bool withShift) const;
 
@@ -35,12 +39,17 @@ class X11Keyboard {
     void handle(const xcb_generic_event_t& event);
     void selectEvents();
     bool read();
+    void readLocks(const xcb_get_modifier_mapping_reply_t& mapping);
     void readLater();
+    // Absent where the key has no such column in the core protocol's list of symbols.
+    [[nodiscard]] std::optional<xcb_keysym_t> symbolAt(std::uint32_t xKeyCode, std::size_t column) const;
 
     XConnection& connection_;
     RunLoop& runLoop_;
     std::uint8_t firstEvent_ = 0;
     std::uint64_t modifierFlags_ = 0;
+    std::size_t group_ = 0;  // the layout in effect
+    std::vector<std::uint16_t> lockModifiers_ = {XCB_MOD_MASK_LOCK};
     KeyRepeat repeat_;
     std::array<std::uint8_t, 32> repeatingKeys_{};  // a bit for each key code
     std::vector<xcb_keysym_t> symbols_;

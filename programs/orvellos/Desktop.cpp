@@ -2,12 +2,13 @@
 
 #include <fmt/format.h>
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <cstdlib>
 
 #include "orvellos/DebugLog.h"
 #include "orvellos/DiagnosticsReport.h"
 #include "platform/freedesktop/ProgramLocations.h"
+#include "platform/freedesktop/StandardStreams.h"
 
 namespace {
 
@@ -27,6 +28,7 @@ Desktop::Core::Core(Desktop& desktop)
                platform::freedesktop::defaultsFilePath(desktop.folders_.configHome()),
                [](std::string_view message) { orvellos::logGeneral(fmt::format("orvello: {}", message)); }),
       settings(defaults, desktop.loginItem_, desktop.screens_.mainScreen()),
+      hotkeys({defaults, desktop.hotKeys_, desktop.keyNames_, platform::freedesktop::writeStandardOutput}),
       store(desktop.files_, desktop.runLoop_, orvellos::tagFolder(desktop.folders_)),
       tagManager({{desktop.windowSystem_, desktop.runLoop_, desktop.screens_, desktop.textMeasurer_, settings,
                    editingContext},
@@ -71,7 +73,10 @@ Desktop::Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
                   [this] { return spaceServer_.lastTime(); }}),
       rawInput_(connection, events_),
       keyboard_(connection, events_, runLoop),
+      keyNames_(keyboard_),
       keyMonitor_(rawInput_, keyboard_, runLoop, [] { return QGuiApplication::focusWindow() != nullptr; }),
+      hotKeys_(connection, events_, rawInput_, keyboard_,
+               [] { return QApplication::activePopupWidget() != nullptr; }),
       overview_(bus_, runLoop, connection, atoms_, events_, screens_, keyMonitor_),
       interface_({bus_, runLoop, connection, events_, rawInput_, screens_,
                   [this] { return spaceServer_.facts(); }, [this] { return spaceServer_.lastTime(); }}),
@@ -93,7 +98,7 @@ Desktop::Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
 
 orvellos::AppDelegate::Core Desktop::makeCore() {
     auto& core = core_.emplace(*this);
-    return {core.tagManager, core.settings, core.editingContext, [this] { saveDiagnostics(); }};
+    return {core.tagManager, core.settings, core.editingContext, core.hotkeys, [this] { saveDiagnostics(); }};
 }
 
 void Desktop::saveDiagnostics() {

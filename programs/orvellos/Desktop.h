@@ -3,6 +3,7 @@
 #include <functional>
 #include <optional>
 
+#include "KeyboardShortcuts/Registry.h"
 #include "orvellos/AppDelegate.h"
 #include "orvellos/EditingContext.h"
 #include "orvellos/Settings.h"
@@ -25,7 +26,9 @@
 #include "platform/x11/EwmhSpaceShortcuts.h"
 #include "platform/x11/EwmhSpaceSwitching.h"
 #include "platform/x11/RawInput.h"
+#include "platform/x11/X11HotKeys.h"
 #include "platform/x11/X11KeyMonitor.h"
+#include "platform/x11/X11KeyNames.h"
 #include "platform/x11/X11Keyboard.h"
 #include "platform/x11/X11ScreenPower.h"
 #include "platform/x11/X11Screens.h"
@@ -62,6 +65,7 @@ class Desktop {
         platform::freedesktop::JsonDefaultsStore defaults;
         orvellos::Settings settings;
         orvellos::EditingContext editingContext;
+        keyboard_shortcuts::Registry hotkeys;
         orvellos::TagStore store;
         orvellos::TagManager tagManager;
     };
@@ -94,7 +98,9 @@ class Desktop {
     platform::x11::EwmhSpaceShortcuts shortcuts_;
     platform::x11::RawInput rawInput_;
     platform::x11::X11Keyboard keyboard_;
+    platform::x11::X11KeyNames keyNames_;
     platform::x11::X11KeyMonitor keyMonitor_;
+    platform::x11::X11HotKeys hotKeys_;
     Overview overview_;
     Interface interface_;
     platform::x11::X11ScreenPower screenPower_;

@@ -11,7 +11,7 @@
 #include "orvellos/DebugLog.h"
 #include "platform/freedesktop/BusMessage.h"
 #include "platform/freedesktop/JournalSystemLog.h"
-#include "platform/freedesktop/StandardError.h"
+#include "platform/freedesktop/StandardStreams.h"
 #include "platform/freedesktop/SystemdLibrary.h"
 #include "platform/x11/XConnection.h"
 #include "programs/orvellos/Desktop.h"

@@ -1,5 +1,6 @@
 #include "orvellos/AppDelegate.h"
 
+#include "orvellos/Hotkeys.h"
 #include "tests/support/ManagerTest.h"
 #include "tests/support/SimulatedPanelHost.h"
 
@@ -18,11 +19,13 @@ class AppDelegateTests : public ManagerTest {
                 {host_, desktop_.mouse, desktop_.statusItem, desktop_.menuBar},
                 [this] {
                     ++starts_;
-                    return AppDelegate::Core{manager_, settings_, editing_, [] {}};
+                    return AppDelegate::Core{manager_, settings_, editing_, hotkeys_, [] {}};
                 },
                 [this] { ended_ = true; }};
     }
 
+    keyboard_shortcuts::Registry hotkeys_{
+        {desktop_.defaults, desktop_.hotKeys, desktop_.keyNames, [](auto) {}}};
     int starts_ = 0;
     bool ended_ = false;
     SimulatedPanelHost host_;
@@ -113,6 +116,75 @@ TEST_F(AppDelegateTests, TagsOpenTheListAndDeletedOnesCanBeTakenBack) {
     EXPECT_EQ(desktop_.menuBar.menus.at(0).items.at(0).title, "Quit orvellos");
     std::get<1>(desktop_.menuBar.menus[0].items[0].action)();
     EXPECT_TRUE(ended_);
+}
+
+TEST_F(AppDelegateTests, HotkeysDoTheirWork) {
+    delegate_.applicationDidFinishLaunching();
+    EXPECT_EQ(desktop_.hotKeys.registered.size(), 7U) << "all but the quick switcher's";
+    const auto keysOf = [](const auto& name) {
+        return *keyboard_shortcuts::keyEventOf(*name.defaultShortcut);
+    };
+    const auto tap = [&](const auto& name) {
+        EXPECT_TRUE(desktop_.hotKeys.press(keysOf(name)));
+        desktop_.hotKeys.release(keysOf(name));
+        wait(0.5);
+    };
+    const auto panel = [this](const char* title) {
+        const auto shown = host_.titled(title);
+        return shown && shown->visible;
+    };
+    tap(hotkey::toggleKillSwitch);
+    EXPECT_TRUE(settings_.killSwitchActive.get());
+    tap(hotkey::toggleKillSwitch);
+    tap(hotkey::toggleEmbiggen);
+    EXPECT_FALSE(settings_.killSwitchActive.get());
+    EXPECT_TRUE(settings_.embiggenAllTags.get());
+    for (const auto& [name, from, to] :
+         {std::tuple(hotkey::biggerLabel, TagSize::Large, TagSize::ExtraLarge),
+          std::tuple(hotkey::biggerLabel, TagSize::ExtraLarge, TagSize::ExtraLarge),
+          std::tuple(hotkey::smallerLabel, TagSize::Small, TagSize::ExtraSmall),
+          std::tuple(hotkey::smallerLabel, TagSize::ExtraSmall, TagSize::ExtraSmall),
+          std::tuple(hotkey::smallerLabel, TagSize::MissionControl, TagSize::Medium)}) {
+        settings_.tagSize.set(from);
+        tap(name);
+        EXPECT_EQ(settings_.tagSize.get(), to);
+    }
+    tap(hotkey::tagThisSpace);
+    EXPECT_TRUE(panel("Edit Tag")) << "Space A has a tag";
+    tap(hotkey::tagThisSpace);
+    EXPECT_FALSE(panel("Edit Tag"));
+    desktop_.spaces.setCurrentSpace("B");
+    tap(hotkey::tagThisSpace);
+    EXPECT_TRUE(panel("Tag This Space"));
+    tap(hotkey::tagThisSpace);
+    EXPECT_FALSE(panel("Tag This Space"));
+    hotkeys_.setShortcut(keyboard_shortcuts::Shortcut{49, keyboard_shortcuts::carbon::kControl},
+                         hotkey::quickSwitcher);
+    desktop_.hotKeys.press({49, platform::modifier::kControl});
+    desktop_.hotKeys.release({49, platform::modifier::kControl});
+    EXPECT_TRUE(std::ranges::any_of(host_.panels, [](const auto& each) { return each.second->visible; }));
+    tap(hotkey::openMCBig);
+    wait(1);
+    EXPECT_TRUE(hasLogged("openMCBig: launching Mission Control"));
+}
+
+TEST_F(AppDelegateTests, APeekLastsAsLongAsItsKeyIsHeldAndABitMore) {
+    settings_.visibilityMode.set(TagVisibilityMode::HiddenDuringWork);
+    delegate_.applicationDidFinishLaunching();
+    wait(2);
+    const auto keys = *keyboard_shortcuts::keyEventOf(*hotkey::peekTags.defaultShortcut);
+    const auto isSeen = [this] { return seen(0).alpha > 0; };
+    EXPECT_FALSE(isSeen());
+    desktop_.hotKeys.press(keys);
+    for (int i = 0; i < 3; ++i) {
+        wait(1);
+        EXPECT_TRUE(isSeen());
+    }
+    desktop_.hotKeys.release(keys);
+    wait(1.4);
+    EXPECT_TRUE(isSeen());
+    wait(0.6);
+    EXPECT_FALSE(isSeen());
 }
 
 }  // namespace

@@ -44,8 +44,8 @@ class StatusItemControllerTest : public InterfaceTest {
                                       panels_,
                                       desktop_.runLoop,
                                       desktop_.statusItem,
-                                      [this](std::string_view name) {
-                                          const auto found = hotkeys_.find(name);
+                                      [this](const auto& name) {
+                                          const auto found = hotkeys_.find(name.rawValue);
                                           return found == hotkeys_.end() ? std::nullopt
                                                                          : std::optional(found->second);
                                       },

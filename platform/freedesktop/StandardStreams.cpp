@@ -1,4 +1,4 @@
-#include "platform/freedesktop/StandardError.h"
+#include "platform/freedesktop/StandardStreams.h"
 
 #include <pthread.h>
 #include <unistd.h>
@@ -37,16 +37,24 @@ class BrokenPipeGuard {
     bool wasPending_ = false;
 };
 
-}  // namespace
-
-void writeStandardError(std::string_view text) {
+void writeAll(int stream, std::string_view text) {
     const BrokenPipeGuard guard;
     while (!text.empty()) {
-        const ssize_t written = ::write(STDERR_FILENO, text.data(), text.size());
+        const ssize_t written = ::write(stream, text.data(), text.size());
         if (written < 0 && errno == EINTR) continue;
         if (written <= 0) return;
         text.remove_prefix(static_cast<std::size_t>(written));
     }
+}
+
+}  // namespace
+
+void writeStandardOutput(std::string_view text) {
+    writeAll(STDOUT_FILENO, text);
+}
+
+void writeStandardError(std::string_view text) {
+    writeAll(STDERR_FILENO, text);
 }
 
 }  // namespace platform::freedesktop

@@ -1,0 +1,136 @@
+#include "KeyboardShortcuts/Registry.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <utility>
+#include <variant>
+
+#include "KeyboardShortcuts/DisplayForm.h"
+
+namespace keyboard_shortcuts {
+
+namespace {
+
+std::string keyOf(const Name& name) {
+    return fmt::format("KeyboardShortcuts_{}", name.rawValue);
+}
+
+}  // namespace
+
+Registry::Registry(Services services)
+    : services_(std::move(services)),
+      events_(services_.hotKeys.onHotKey([this](const auto& event) { deliver(event); })) {}
+
+Registry::~Registry() {
+    for (const auto& [shortcut, hotKey] : hotKeys_) services_.hotKeys.unregisterHotKey(hotKey.carbonHotKeyId);
+}
+
+Registry::Actions& Registry::actionsOf(const Name& name) {
+    auto& actions = actions_[name.rawValue];
+    actions.name = name;
+    return actions;
+}
+
+void Registry::create(const Name& name) {
+    actionsOf(name);
+    if (name.defaultShortcut && !services_.defaults.value(keyOf(name))) store(*name.defaultShortcut, name);
+}
+
+std::optional<Shortcut> Registry::getShortcut(const Name& name) const {
+    const auto value = services_.defaults.value(keyOf(name));
+    const auto* json = value ? std::get_if<std::string>(&*value) : nullptr;
+    return json ? decode(*json) : std::nullopt;
+}
+
+void Registry::setShortcut(const std::optional<Shortcut>& shortcut, const Name& name) {
+    const auto former = getShortcut(name);
+    if (former && former != shortcut) letGo(*former, actionsOf(name).onKeyUp);
+    if (shortcut) {
+        store(*shortcut, name);
+    } else {
+        if (!former) return;
+        if (name.defaultShortcut)
+            services_.defaults.set(keyOf(name), false);
+        else
+            services_.defaults.remove(keyOf(name));
+    }
+    if (former) unregisterUnused(*former);
+    changed_.notify(name.rawValue);
+}
+
+// A held key whose name loses it comes up first, for what it does then must not be missed.
+void Registry::letGo(const Shortcut& shortcut, const Action& onKeyUp) const {
+    const auto found = hotKeys_.find(shortcut);
+    if (found == hotKeys_.end() || !found->second.isDown) return;
+    for (const auto& handler : Action(onKeyUp)) handler();
+}
+
+void Registry::store(const Shortcut& shortcut, const Name& name) {
+    services_.defaults.set(keyOf(name), encode(shortcut));
+    registerShortcut(shortcut);
+}
+
+void Registry::onKeyDown(const Name& name, std::function<void()> handler) {
+    actionsOf(name).onKeyDown.push_back(std::move(handler));
+    if (const auto shortcut = getShortcut(name)) registerShortcut(*shortcut);
+}
+
+void Registry::onKeyUp(const Name& name, std::function<void()> handler) {
+    actionsOf(name).onKeyUp.push_back(std::move(handler));
+    if (const auto shortcut = getShortcut(name)) registerShortcut(*shortcut);
+}
+
+void Registry::registerShortcut(const Shortcut& shortcut) {
+    if (hotKeys_.contains(shortcut)) return;
+    const auto keys = keyEventOf(shortcut);
+    const auto id = ++lastId_;
+    const auto status = keys && isAllowed(shortcut) ? services_.hotKeys.registerHotKey(id, *keys)
+                                                    : platform::hot_key_status::kNoSuchKey;
+    if (status == platform::hot_key_status::kRegistered)
+        hotKeys_.emplace(shortcut,
+                         HotKey{shortcut, id, false, [this, shortcut] { run(shortcut, &Actions::onKeyDown); },
+                                [this, shortcut] { run(shortcut, &Actions::onKeyUp); }});
+    else
+        services_.standardOutput(fmt::format("Error registering hotkey {}: {}\n",
+                                             displayForm(shortcut, services_.keyNames), status));
+}
+
+void Registry::unregisterUnused(const Shortcut& shortcut) {
+    const bool isUsed = std::ranges::any_of(
+        actions_, [&](const auto& each) { return getShortcut(each.second.name) == shortcut; });
+    if (isUsed) return;
+    const auto found = hotKeys_.extract(shortcut);
+    if (found.empty()) return;
+    services_.hotKeys.unregisterHotKey(found.mapped().carbonHotKeyId);
+}
+
+// A handler may change the very shortcut that runs it.
+void Registry::run(const Shortcut& shortcut, Action Actions::*which) const {
+    Action handlers;
+    for (const auto& [rawValue, actions] : actions_)
+        if (getShortcut(actions.name) == shortcut)
+            handlers.insert(handlers.end(), (actions.*which).begin(), (actions.*which).end());
+    for (const auto& handler : handlers) handler();
+}
+
+void Registry::deliver(const platform::HotKeyEvent& event) {
+    const auto found = std::ranges::find_if(
+        hotKeys_, [&](const auto& each) { return each.second.carbonHotKeyId == event.id; });
+    if (found == hotKeys_.end()) return;
+    found->second.isDown = event.isPressed;
+    const auto action = event.isPressed ? found->second.onKeyDown : found->second.onKeyUp;
+    action();
+}
+
+std::optional<std::string> Registry::displayText(const Name& name) const {
+    const auto shortcut = getShortcut(name);
+    return shortcut ? std::optional(displayForm(*shortcut, services_.keyNames)) : std::nullopt;
+}
+
+bool Registry::isRefused(const Name& name) const {
+    const auto shortcut = getShortcut(name);
+    return shortcut && !hotKeys_.contains(*shortcut);
+}
+
+}  // namespace keyboard_shortcuts

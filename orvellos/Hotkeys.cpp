@@ -1,0 +1,60 @@
+#include "orvellos/Hotkeys.h"
+
+#include <algorithm>
+
+namespace orvellos {
+
+namespace {
+
+constexpr std::array kLadder = {TagSize::ExtraSmall, TagSize::Small, TagSize::Medium, TagSize::Large,
+                                TagSize::ExtraLarge};
+
+TagSize step(TagSize size, std::ptrdiff_t by) {
+    const auto* found = std::ranges::find(kLadder, size);
+    if (found == kLadder.end()) return TagSize::Medium;
+    const auto last = static_cast<std::ptrdiff_t>(kLadder.size()) - 1;
+    const auto next = std::clamp<std::ptrdiff_t>(found - kLadder.begin() + by, 0, last);
+    return kLadder.at(static_cast<std::size_t>(next));
+}
+
+void tagCurrentSpace(const HotkeyTargets& targets) {
+    const auto space = targets.spaces.currentSpaceUUIDOnPointerDisplay();
+    const bool isTagged = space && std::ranges::any_of(targets.manager.tags(), [&](const Tag& tag) {
+                              return tag.spaceUUID == space;
+                          });
+    if (isTagged)
+        targets.panels.toggleEditPanel();
+    else
+        targets.panels.toggleCreatePanel(space);
+}
+
+}  // namespace
+
+TagSize biggerSize(TagSize size) {
+    return step(size, 1);
+}
+
+TagSize smallerSize(TagSize size) {
+    return step(size, -1);
+}
+
+void installHotkeys(keyboard_shortcuts::Registry& registry, const HotkeyTargets& targets) {
+    for (const auto& name : hotkey::kAll) registry.create(name);
+    auto& settings = targets.settings;
+    auto& manager = targets.manager;
+    registry.onKeyUp(hotkey::tagThisSpace, [targets] { tagCurrentSpace(targets); });
+    registry.onKeyUp(hotkey::toggleKillSwitch,
+                     [&settings] { settings.killSwitchActive.set(!settings.killSwitchActive.get()); });
+    registry.onKeyUp(hotkey::toggleEmbiggen,
+                     [&settings] { settings.embiggenAllTags.set(!settings.embiggenAllTags.get()); });
+    registry.onKeyUp(hotkey::biggerLabel,
+                     [&settings] { settings.tagSize.set(biggerSize(settings.tagSize.get())); });
+    registry.onKeyUp(hotkey::smallerLabel,
+                     [&settings] { settings.tagSize.set(smallerSize(settings.tagSize.get())); });
+    registry.onKeyDown(hotkey::openMCBig, [&manager] { manager.openMCBig(); });
+    registry.onKeyUp(hotkey::quickSwitcher, [targets] { targets.panels.showQuickSwitcher(); });
+    registry.onKeyDown(hotkey::peekTags, [&manager] { manager.peekBegin(); });
+    registry.onKeyUp(hotkey::peekTags, [&manager] { manager.peekEnd(); });
+}
+
+}  // namespace orvellos

@@ -1,0 +1,114 @@
+#include "platform/x11/X11HotKeys.h"
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "platform/x11/Extension.h"
+#include "platform/x11/KeyCodes.h"
+#include "platform/x11/Xkb.h"
+
+namespace platform::x11 {
+
+namespace {
+
+constexpr std::uint16_t kModifiers =
+    XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1 | XCB_MOD_MASK_4;
+
+// The lock keys' modifiers in every combination. A grab is for one state of all modifiers.
+std::vector<std::uint16_t> lockStates(const X11Keyboard& keyboard) {
+    std::vector<std::uint16_t> states = {0};
+    for (const auto lock : keyboard.lockModifiers())
+        for (std::size_t i = states.size(); i-- > 0;)
+            states.push_back(static_cast<std::uint16_t>(states[i] | lock));
+    return states;
+}
+
+}  // namespace
+
+X11HotKeys::X11HotKeys(XConnection& connection, XEvents& events, RawInput& input, const X11Keyboard& keyboard,
+                       std::function<bool()> ownMenuIsOpen)
+    : connection_(connection),
+      keyboard_(keyboard),
+      ownMenuIsOpen_(std::move(ownMenuIsOpen)),
+      events_(events.subscribe([this](const auto& event) { handle(event); })),
+      rawEvents_(input.subscribe([this](const auto& event) { handleRaw(event); })) {
+    input.select(XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE);
+    if (!keyboard.isAvailable()) return;
+    // Else a held key seems to be let go of and pressed again and again.
+    constexpr std::uint32_t kDetectable = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
+    connection_.discard(xcb_xkb_per_client_flags(connection_.get(), XCB_XKB_ID_USE_CORE_KBD, kDetectable,
+                                                 kDetectable, 0, 0, 0));
+}
+
+std::int32_t X11HotKeys::registerHotKey(std::uint32_t id, const KeyEvent& keys) {
+    const auto code = xKeyCode(keys.keyCode);
+    if (!code) return hot_key_status::kNoSuchKey;
+    const Grab grab{*code, static_cast<std::uint16_t>(xModifiers(keys.modifierFlags) & kModifiers)};
+    std::vector<xcb_void_cookie_t> cookies;
+    for (const auto locks : lockStates(keyboard_))
+        cookies.push_back(xcb_grab_key_checked(connection_.get(), 0, connection_.root(),
+                                               static_cast<std::uint16_t>(grab.modifiers | locks), grab.key,
+                                               XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+    bool isTaken = false;
+    connection_.synchronize();
+    for (const auto cookie : cookies) {
+        if (connection_.isLate()) {
+            xcb_discard_reply(connection_.get(), cookie.sequence);
+            continue;
+        }
+        const std::unique_ptr<xcb_generic_error_t, decltype(&std::free)> error(
+            xcb_request_check(connection_.get(), cookie), &std::free);
+        isTaken = isTaken || error;
+    }
+    if (isTaken) {
+        ungrab(grab);
+        return hot_key_status::kAlreadyTaken;
+    }
+    grabs_[id] = grab;
+    return hot_key_status::kRegistered;
+}
+
+void X11HotKeys::unregisterHotKey(std::uint32_t id) {
+    held_.erase(id);
+    if (const auto grab = grabs_.extract(id)) ungrab(grab.mapped());
+}
+
+void X11HotKeys::ungrab(const Grab& grab) {
+    for (const auto locks : lockStates(keyboard_))
+        xcb_ungrab_key(connection_.get(), grab.key, connection_.root(),
+                       static_cast<std::uint16_t>(grab.modifiers | locks));
+    connection_.flush();
+}
+
+void X11HotKeys::handle(const xcb_generic_event_t& event) {
+    const auto type = XEvents::type(event);
+    if (type != XCB_KEY_PRESS && type != XCB_KEY_RELEASE) return;
+    const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(event);
+    if (type == XCB_KEY_PRESS)
+        press({key.detail, static_cast<std::uint16_t>(key.state & kModifiers)});
+    else
+        release(key.detail);
+}
+
+void X11HotKeys::handleRaw(const RawInputEvent& event) {
+    if (event.type == XCB_INPUT_RAW_KEY_PRESS && ownMenuIsOpen_())
+        press({static_cast<xcb_keycode_t>(event.detail),
+               static_cast<std::uint16_t>(xModifiers(keyboard_.modifierFlags()) & kModifiers)});
+    else if (event.type == XCB_INPUT_RAW_KEY_RELEASE)
+        release(event.detail);
+}
+
+// A key that repeats is pressed again while it is down.
+void X11HotKeys::press(const Grab& keys) {
+    for (const auto& [id, grab] : std::map(grabs_))
+        if (grab == keys && held_.insert(id).second) handlers_.notify({id, true});
+}
+
+// The modifiers may have come up before.
+void X11HotKeys::release(std::uint32_t key) {
+    for (const auto& [id, grab] : std::map(grabs_))
+        if (grab.key == key && held_.erase(id) > 0) handlers_.notify({id, false});
+}
+
+}  // namespace platform::x11
