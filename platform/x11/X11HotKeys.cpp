@@ -41,6 +41,10 @@ X11HotKeys::X11HotKeys(XConnection& connection, XEvents& events, RawInput& input
                                                  kDetectable, 0, 0, 0));
 }
 
+X11HotKeys::~X11HotKeys() {
+    for (const auto& [id, grab] : grabs_) ungrab(grab);
+}
+
 std::int32_t X11HotKeys::registerHotKey(std::uint32_t id, const KeyEvent& keys) {
     const auto code = xKeyCode(keys.keyCode);
     if (!code) return hot_key_status::kNoSuchKey;

@@ -19,6 +19,9 @@ class X11HotKeys final : public HotKeyService {
     // `ownMenuIsOpen` says whether a menu of this program holds the keyboard, without asking the server.
     X11HotKeys(XConnection& connection, XEvents& events, RawInput& input, const X11Keyboard& keyboard,
                std::function<bool()> ownMenuIsOpen);
+    ~X11HotKeys() override;
+    X11HotKeys(const X11HotKeys&) = delete;
+    X11HotKeys& operator=(const X11HotKeys&) = delete;
 
     // Waits for the server, as long as the connection has patience; one that is late refuses nothing.
     [[nodiscard]] std::int32_t registerHotKey(std::uint32_t id, const KeyEvent& keys) override;

@@ -1,0 +1,140 @@
+// The application's hotkeys, by keys alone, with real window managers.
+
+#include <gtest/gtest.h>
+
+#include "tests/desktop/InterfaceDesktop.h"
+#include "tests/support/PlainWindow.h"
+
+using namespace desktop_test;
+
+namespace {
+
+class HotkeyTest : public testing::TestWithParam<WindowManager> {
+  protected:
+    HotkeyTest() : desktop_({.windowManager = {.kind = GetParam(), .desktops = 4}}) {}
+
+    void start() {
+        ASSERT_NO_FATAL_FAILURE(desktop_.startApplication());
+        ASSERT_TRUE(waitUntil([&] { return setting("KeyboardShortcuts_toggleKillSwitch").is_string(); }));
+        press(XK_T);
+        ASSERT_TRUE(desktop_.hasKeyboard("Tag This Space"));
+        desktop_.type("mail");
+        desktop_.press(XK_Return);
+        ASSERT_TRUE(desktop_.waitForLabels({"mail"}));
+        ASSERT_TRUE(comesToBeSeen(true));
+    }
+    void hold(xcb_keysym_t key) {
+        for (const auto each : {XK_Control_L, XK_Alt_L, XK_Super_L, int(key)})
+            hands_.pressKey(hands_.keyFor(static_cast<xcb_keysym_t>(each)));
+    }
+    void letGo(xcb_keysym_t key) {
+        for (const auto each : {int(key), XK_Super_L, XK_Alt_L, XK_Control_L})
+            hands_.releaseKey(hands_.keyFor(static_cast<xcb_keysym_t>(each)));
+    }
+    void press(xcb_keysym_t key) {
+        hold(key);
+        letGo(key);
+    }
+    bool isSeen() { return !desktop_.x().shape(desktop_.window("mail"), ShapeKind::Bounding).empty(); }
+    bool comesToBeSeen(bool seen) {
+        return waitUntil([&] { return isSeen() == seen; });
+    }
+    int height() { return desktop_.x().geometry(desktop_.window("mail"))->height; }
+    bool comesToHave(const std::function<bool(int)>& expected) {
+        return waitUntil([&] { return expected(height()); });
+    }
+    // Whether the header bar of Mission Control comes to be seen instead of the tag, or is gone.
+    bool comesToBeBig(bool big) {
+        return waitUntil([&] {
+            const auto bar = desktop_.x().shape(desktop_.window("mail", true), ShapeKind::Bounding);
+            return bar.empty() != big && isSeen() != big;
+        });
+    }
+    nlohmann::json setting(const char* key) {
+        std::ifstream file(desktop_.configFolder() / "orvello/defaults.json");
+        const auto settings = nlohmann::json::parse(file, nullptr, false);
+        return settings.is_object() && settings.contains(key) ? settings[key] : nlohmann::json();
+    }
+
+    InterfaceDesktop desktop_;
+    InputDevices hands_ = desktop_.devices();
+};
+
+TEST_P(HotkeyTest, EachDoesItsWorkAndNoneReachesAnotherProgram) {
+    PlainWindow below(desktop_.display(), {.frame = {40, 40, 300, 700}});
+    ASSERT_NO_FATAL_FAILURE(start());
+    press(XK_T);
+    EXPECT_TRUE(desktop_.hasKeyboard("Edit Tag"));
+    press(XK_T);
+    EXPECT_TRUE(desktop_.isGone("Edit Tag"));
+
+    hands_.click(60, 600);
+    ASSERT_TRUE(waitUntil([&] { return desktop_.x().activeWindow() == below.id(); }));
+    press(XK_H);
+    EXPECT_TRUE(comesToBeSeen(false));
+    press(XK_H);
+    EXPECT_TRUE(comesToBeSeen(true));
+    press(XK_B);
+    EXPECT_TRUE(comesToBeBig(true));
+    press(XK_B);
+    EXPECT_TRUE(comesToBeBig(false));
+    const int usual = height();
+    press(XK_equal);
+    EXPECT_TRUE(comesToHave([&](int now) { return now > usual; }));
+    press(XK_minus);
+    EXPECT_TRUE(comesToHave([&](int now) { return now == usual; }));
+    ASSERT_NO_FATAL_FAILURE(desktop_.openMenu());
+    press(XK_H);
+    EXPECT_TRUE(comesToBeSeen(false)) << "while a menu is open";
+    desktop_.press(XK_Escape);
+    const auto& keys = below.keyPresses();
+    for (const auto letter : {XK_H, XK_B, XK_equal, XK_minus})
+        EXPECT_EQ(std::ranges::count(keys, hands_.keyFor(static_cast<xcb_keysym_t>(letter))), 0);
+}
+
+TEST_P(HotkeyTest, APeekLastsAsLongAsItsKeyIsHeld) {
+    TaggedDesktop::write(desktop_.configFolder() / "orvello/defaults.json",
+                         {{"visibilityMode", "hiddenDuringWork"}});
+    ASSERT_NO_FATAL_FAILURE(start());
+    ASSERT_TRUE(comesToBeSeen(false)) << "once its glance is over";
+    hold(XK_P);
+    ASSERT_TRUE(comesToBeSeen(true));
+    const auto start = std::chrono::steady_clock::now();
+    while (std::chrono::steady_clock::now() - start < std::chrono::seconds(3)) ASSERT_TRUE(isSeen());
+    letGo(XK_P);
+    EXPECT_TRUE(comesToBeSeen(false));
+}
+
+TEST_P(HotkeyTest, OpensMissionControlWithBigTags) {
+    ASSERT_NO_FATAL_FAILURE(start());
+    press(XK_Up);
+    EXPECT_TRUE(comesToBeBig(true));
+    EXPECT_TRUE(comesToBeBig(false)) << "no overview comes up here";
+}
+
+INSTANTIATE_TEST_SUITE_P(WindowManagers, HotkeyTest,
+                         testing::Values(WindowManager::Openbox, WindowManager::Xfwm4, WindowManager::Kwin),
+                         [](const auto& tested) { return nameOf(tested.param); });
+
+TEST(HotkeyStorageTest, AClearedOneStaysClearedAndATakenOneIsReported) {
+    InterfaceDesktop desktop({.windowManager = {.kind = WindowManager::Openbox}});
+    auto& x = desktop.x();
+    const auto hands = desktop.devices();
+    xcb_grab_key(x.connection(), 0, x.root(), XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1 | XCB_MOD_MASK_4,
+                 hands.keyFor(XK_B), XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    x.synchronize();
+    const auto settings = desktop.configFolder() / "orvello/defaults.json";
+    TaggedDesktop::write(
+        settings, {{"KeyboardShortcuts_toggleKillSwitch", false},
+                   {"KeyboardShortcuts_biggerLabel", R"({"carbonKeyCode":9999,"carbonModifiers":6400})"}});
+    ASSERT_NO_FATAL_FAILURE(desktop.startApplication());
+    EXPECT_TRUE(waitUntil([&] {
+        const auto output = desktop.application().standardOutput();
+        return output.find("Error registering hotkey ⌃⌥⌘B: -9878\n") != std::string::npos &&
+               output.find("Error registering hotkey ⌃⌥⌘#9999: -50\n") != std::string::npos;
+    }));
+    std::ifstream file(settings);
+    EXPECT_EQ(nlohmann::json::parse(file).at("KeyboardShortcuts_toggleKillSwitch"), false);
+}
+
+}  // namespace
