@@ -123,6 +123,7 @@ TEST_F(HotKeysTest, GivesBackWhatItUnregistersOrIsRefused) {
     x.synchronize();
     EXPECT_EQ(hotKeys_->registerHotKey(2, {100, 0}), hot_key_status::kAlreadyTaken);
     EXPECT_EQ(hotKeys_->registerHotKey(2, {9999, kControl}), hot_key_status::kNoSuchKey);
+    connection_->synchronize();
     type({kF8});
     hotKeys_->unregisterHotKey(1);
     connection_->synchronize();
