@@ -61,7 +61,8 @@ void AppDelegate::startCore() {
     probeSpaceReader();
     core_.emplace(services_.makeCore());
     core_->manager.start();
-    startUserInterface();
+    // The tags are to be seen first.
+    waiting_ = services_.runLoop.after(platform::Duration::zero(), [this] { startUserInterface(); });
 }
 
 void AppDelegate::startUserInterface() {

@@ -96,6 +96,7 @@ TEST_F(AppDelegateTests, SaysWhatItFindsOfTheSpaces) {
 
 TEST_F(AppDelegateTests, TagsOpenTheListAndDeletedOnesCanBeTakenBack) {
     delegate_.applicationDidFinishLaunching();
+    settle();
     EXPECT_EQ(logged().front(), "installed main menu: 2 top-level items");
     manager_.onTagClicked();
     ASSERT_TRUE(host_.titled("Edit Tag"));
@@ -120,6 +121,7 @@ TEST_F(AppDelegateTests, TagsOpenTheListAndDeletedOnesCanBeTakenBack) {
 
 TEST_F(AppDelegateTests, HotkeysDoTheirWork) {
     delegate_.applicationDidFinishLaunching();
+    settle();
     EXPECT_EQ(desktop_.hotKeys.registered.size(), 7U) << "all but the quick switcher's";
     const auto keysOf = [](const auto& name) {
         return *keyboard_shortcuts::keyEventOf(*name.defaultShortcut);
@@ -171,6 +173,7 @@ TEST_F(AppDelegateTests, HotkeysDoTheirWork) {
 TEST_F(AppDelegateTests, APeekLastsAsLongAsItsKeyIsHeldAndABitMore) {
     settings_.visibilityMode.set(TagVisibilityMode::HiddenDuringWork);
     delegate_.applicationDidFinishLaunching();
+    settle();
     wait(2);
     const auto keys = *keyboard_shortcuts::keyEventOf(*hotkey::peekTags.defaultShortcut);
     const auto isSeen = [this] { return seen(0).alpha > 0; };
