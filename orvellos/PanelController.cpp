@@ -142,7 +142,25 @@ PanelContent PanelController::makeContent(PanelKind kind, Panel& panel) {
                                                         [this] { showSettingsPanel(); });
         return panel.editTags.get();
     }
+    if (kind == PanelKind::QuickSwitcher) {
+        panel.quickSwitcher = makeQuickSwitcher();
+        return panel.quickSwitcher.get();
+    }
     return PanelNote{traitsOf(kind).shell.title, applicationVersionText()};
+}
+
+std::unique_ptr<QuickSwitcher> PanelController::makeQuickSwitcher() {
+    auto& manager = services_.manager;
+    auto rows = manager.menuRows([this] { return services_.spaces.orderedSpaceUUIDsOnPointerDisplay(); });
+    const auto navigate = [&manager](const MenuSpaceRow& row) {
+        auto& navigation = manager.navigation();
+        if (row.tag)
+            navigation.navigateToTagID(row.tag->id);
+        else
+            navigation.navigateToSpace(row.spaceUUID);
+    };
+    return std::make_unique<QuickSwitcher>(std::move(rows), navigate,
+                                           [this] { close(PanelKind::QuickSwitcher); });
 }
 
 void PanelController::createTag(const std::string& label, const std::string& colorHex) {

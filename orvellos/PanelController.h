@@ -49,6 +49,7 @@ class PanelController {
     struct Panel {
         std::unique_ptr<CreateTagForm> createTag;
         std::unique_ptr<EditTagsList> editTags;
+        std::unique_ptr<QuickSwitcher> quickSwitcher;
         std::unique_ptr<platform::PanelWindow> window;
         std::unique_ptr<AutoDismiss> autoDismiss;
     };
@@ -56,6 +57,7 @@ class PanelController {
     void show(PanelKind kind);
     [[nodiscard]] std::unique_ptr<Panel> make(PanelKind kind);
     [[nodiscard]] PanelContent makeContent(PanelKind kind, Panel& panel);
+    [[nodiscard]] std::unique_ptr<QuickSwitcher> makeQuickSwitcher();
     [[nodiscard]] AutoDismiss::Surroundings surroundingsOf(PanelKind kind);
     [[nodiscard]] AutoDismiss::ClickedWindow identify(PanelKind kind, platform::WindowNumber window) const;
     void createTag(const std::string& label, const std::string& colorHex);

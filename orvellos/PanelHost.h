@@ -7,6 +7,7 @@
 
 #include "orvellos/CreateTagForm.h"
 #include "orvellos/EditTagsList.h"
+#include "orvellos/QuickSwitcher.h"
 #include "orvellos/UndoToast.h"
 #include "platform/PanelWindow.h"
 
@@ -18,7 +19,7 @@ struct PanelNote {
     std::string text;
 };
 // What a panel shows. What is pointed to outlives the panel.
-using PanelContent = std::variant<CreateTagForm*, EditTagsList*, PanelNote>;
+using PanelContent = std::variant<CreateTagForm*, EditTagsList*, QuickSwitcher*, PanelNote>;
 
 // Makes the windows of panels.
 class PanelHost {

@@ -19,6 +19,9 @@ inline constexpr std::uint64_t kCommand = 1U << 20;
 // The virtual key codes that mean something to the application. They name places on the keyboard, not
 // characters.
 namespace key {
+inline constexpr std::uint16_t kReturn = 36;
+inline constexpr std::uint16_t kEscape = 53;
+inline constexpr std::uint16_t kKeypadEnter = 76;
 inline constexpr std::uint16_t kF3 = 99;
 inline constexpr std::uint16_t kLeftArrow = 123;
 inline constexpr std::uint16_t kRightArrow = 124;

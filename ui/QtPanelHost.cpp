@@ -10,6 +10,7 @@
 #include "ui/FormParts.h"
 #include "ui/QtPanel.h"
 #include "ui/QtToast.h"
+#include "ui/QuickSwitcherView.h"
 
 namespace ui {
 
@@ -84,6 +85,8 @@ QWidget* QtPanelHost::makeView(const orvellos::PanelContent& content) {
         return new CreateTagView(**form, colorPanel_);
     if (auto* const* list = std::get_if<orvellos::EditTagsList*>(&content))
         return new EditTagsView(**list, colorPanel_);
+    if (auto* const* switcher = std::get_if<orvellos::QuickSwitcher*>(&content))
+        return new QuickSwitcherView(**switcher);
     return makeNote(std::get<orvellos::PanelNote>(content));
 }
 

@@ -89,6 +89,16 @@ QPainterPath trash() {
            << line({{9.4, 6.8}, {9.2, 11.4}});
 }
 
+QPainterPath tag() {
+    QPainterPath path(QPointF(1.4, 8));
+    path.lineTo(5, 4.2);
+    path.lineTo(14.2, 4.2);
+    path.lineTo(14.2, 11.8);
+    path.lineTo(5, 11.8);
+    path.closeSubpath();
+    return path;
+}
+
 QPainterPath dots(double radius) {
     return circle(5, 8, radius) << circle(8, 8, radius) << circle(11, 8, radius);
 }
@@ -157,6 +167,10 @@ const std::array kSymbols = {
                return Drawing{line({{8, 2}, {8, 10.2}}) << line({{4.8, 7.2}, {8, 10.4}, {11.2, 7.2}})
                                                         << line({{3.4, 13.6}, {12.6, 13.6}}),
                               {}};
+           }},
+    Symbol{"tag.slash",
+           [] {
+               return Drawing{tag() << line({{2.2, 13.8}, {13.8, 2.2}}), circle(5, 8, 0.9)};
            }},
     Symbol{"dot.scope",
            [] {

@@ -112,6 +112,26 @@ TEST_P(HotkeyTest, OpensMissionControlWithBigTags) {
     EXPECT_TRUE(comesToBeBig(false)) << "no overview comes up here";
 }
 
+TEST_P(HotkeyTest, ARecordedOneOpensTheQuickSwitcher) {
+    TaggedDesktop::write(
+        desktop_.configFolder() / "orvello/defaults.json",
+        {{"KeyboardShortcuts_quickSwitcher", R"({"carbonKeyCode":38,"carbonModifiers":6400})"}});
+    ASSERT_NO_FATAL_FAILURE(desktop_.startApplication());
+    ASSERT_TRUE(waitUntil([&] { return setting("KeyboardShortcuts_peekTags").is_string(); }));
+    press(XK_J);
+    ASSERT_TRUE(desktop_.hasKeyboard("Jump to Space"));
+    desktop_.press(XK_Escape);
+    ASSERT_TRUE(desktop_.isGone("Jump to Space"));
+    press(XK_J);
+    ASSERT_TRUE(desktop_.hasKeyboard("Jump to Space"));
+    desktop_.type("p 2");
+    desktop_.press(XK_BackSpace);
+    desktop_.type("3");
+    desktop_.press(XK_Return);
+    EXPECT_TRUE(waitUntil([&] { return desktop_.x().currentDesktop() == 2U; }));
+    EXPECT_TRUE(desktop_.isGone("Jump to Space"));
+}
+
 INSTANTIATE_TEST_SUITE_P(WindowManagers, HotkeyTest,
                          testing::Values(WindowManager::Openbox, WindowManager::Xfwm4, WindowManager::Kwin),
                          [](const auto& tested) { return nameOf(tested.param); });

@@ -2,6 +2,7 @@
 
 #include <QAccessible>
 #include <QLineEdit>
+#include <QListView>
 #include <QPushButton>
 #include <QTest>
 #include <QToolButton>
@@ -14,6 +15,7 @@
 #include "ui/EditTagsView.h"
 #include "ui/QtPanel.h"
 #include "ui/QtToast.h"
+#include "ui/QuickSwitcherView.h"
 #include "ui/StatusMenu.h"
 
 namespace ui {
@@ -144,6 +146,28 @@ TEST_F(FormViewTest, ARowIsEditedAndGivesTheKeyboardBack) {
     manager_.deleteTag(tag(0).id);
     desktop_test::OffscreenApplication::settle();
     EXPECT_EQ(panel_->findChildren<QLineEdit*>().size(), 0) << "its tag is gone";
+}
+
+TEST_F(FormViewTest, TheQuickSwitcherIsTypedIntoAndReadAloud) {
+    panels_.showQuickSwitcher();
+    auto& switcher = *std::get<orvellos::QuickSwitcher*>(host_.titled("Jump to Space")->content);
+    auto& panel = show("Jump to Space", new QuickSwitcherView(switcher));
+    EXPECT_EQ(spoken(), "field Jump to Space…");
+    auto* list = panel.findChild<QListView*>();
+    const auto row = [&](int index) {
+        return list->model()->index(index, 0).data(Qt::AccessibleTextRole).toString().toStdString();
+    };
+    EXPECT_EQ(row(0) + "; " + row(1), "Mail, Desktop 1, current Space; Untagged, Desktop 2");
+    press(Qt::Key_Down);
+    EXPECT_EQ(list->currentIndex().row(), 1);
+    type("co");
+    EXPECT_EQ(row(0), "Code, Desktop 3");
+    type("zz");
+    EXPECT_FALSE(list->isVisible());
+    press(Qt::Key_Return);
+    EXPECT_FALSE(panel.isHidden()) << "there is nowhere to go";
+    press(Qt::Key_Escape);
+    EXPECT_FALSE(host_.titled("Jump to Space") && host_.titled("Jump to Space")->visible);
 }
 
 TEST_F(FormViewTest, AnOpenPanelFollowsTheColorScheme) {

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "orvellos/MenuSpaceRow.h"
+
+namespace orvellos {
+
+// What the panel for jumping to a Space by typing says and does. The Spaces are those of the moment in which
+// it is made.
+class QuickSwitcher {
+  public:
+    static constexpr std::string_view kPlaceholder = "Jump to Space…";
+    static constexpr std::string_view kUntagged = "(untagged)";
+    static constexpr std::string_view kRowHint = "Jumps to this Space";
+
+    // `navigate` goes to a row's Space; `onClose` may end the switcher.
+    QuickSwitcher(std::vector<MenuSpaceRow> rows, std::function<void(const MenuSpaceRow&)> navigate,
+                  std::function<void()> onClose);
+
+    // What the user has typed. Selects the first of the rows that match it.
+    void setQuery(std::string_view query);
+    [[nodiscard]] const std::vector<MenuSpaceRow>& filteredRows() const { return filtered_; }
+    // Into the filtered rows; 0 when there are none.
+    [[nodiscard]] std::size_t selectedIndex() const { return selectedIndex_; }
+    // Beyond one end it goes on at the other.
+    void moveSelection(std::ptrdiff_t delta);
+    void activateSelected() const;
+    void jump(const MenuSpaceRow& row) const;
+    // Whether this key, a virtual key code, meant something here; else it is the search field's.
+    bool keyDown(std::uint16_t keyCode);
+
+    [[nodiscard]] static std::string title(const MenuSpaceRow& row);
+    [[nodiscard]] static std::string desktopText(const MenuSpaceRow& row);
+    [[nodiscard]] static std::string accessibilityLabel(const MenuSpaceRow& row);
+    // What stands in the place of rows when there are none.
+    [[nodiscard]] std::string_view emptyText() const;
+
+  private:
+    struct Entry {
+        MenuSpaceRow row;
+        std::string label;    // in lower case; empty without a tag
+        std::string desktop;  // "desktop " and the number
+    };
+    [[nodiscard]] static bool matches(const Entry& entry, const std::string& query);
+    void filter();
+
+    std::vector<Entry> entries_;
+    std::function<void(const MenuSpaceRow&)> navigate_;
+    std::function<void()> onClose_;
+    std::string query_;  // trimmed and in lower case
+    bool queryIsEmpty_ = true;
+    std::vector<MenuSpaceRow> filtered_;
+    std::size_t selectedIndex_ = 0;
+};
+
+}  // namespace orvellos

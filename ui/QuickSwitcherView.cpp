@@ -1,0 +1,279 @@
+#include "ui/QuickSwitcherView.h"
+
+#include <QAbstractListModel>
+#include <QApplication>
+#include <QFontDatabase>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QListView>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStackedLayout>
+#include <QStyledItemDelegate>
+#include <QVBoxLayout>
+#include <optional>
+
+#include "orvellos/TagColor.h"
+#include "platform/KeyMonitor.h"
+#include "ui/FormParts.h"
+#include "ui/PlainText.h"
+#include "ui/QtColor.h"
+#include "ui/Symbols.h"
+
+namespace ui {
+
+using orvellos::MenuSpaceRow;
+using orvellos::QuickSwitcher;
+
+namespace {
+
+constexpr int kRowHeight = 34;
+constexpr int kInset = 12;
+constexpr int kDot = 12;
+constexpr int kCheckmark = 14;
+constexpr int kGap = 10;
+constexpr int kScrollTime = 120;  // milliseconds
+
+std::optional<std::uint16_t> virtualKeyCode(const QKeyEvent& event) {
+    switch (event.key()) {
+        case Qt::Key_Return:
+            return platform::key::kReturn;
+        case Qt::Key_Enter:
+            return platform::key::kKeypadEnter;
+        case Qt::Key_Up:
+            return platform::key::kUpArrow;
+        case Qt::Key_Down:
+            return platform::key::kDownArrow;
+        case Qt::Key_Escape:
+            return platform::key::kEscape;
+        default:
+            return std::nullopt;
+    }
+}
+
+QFont desktopFont() {
+    auto font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    font.setPixelSize(12);
+    return font;
+}
+
+// One row: the tag's colour and label, the desktop's number, and a checkmark on the current one.
+class RowPainter final : public QStyledItemDelegate {
+  public:
+    RowPainter(const QuickSwitcher& switcher, QObject* parent)
+        : QStyledItemDelegate(parent), switcher_(switcher) {}
+
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& /*option*/,
+                                 const QModelIndex& /*index*/) const override {
+        return {0, kRowHeight};
+    }
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override {
+        const auto& row = switcher_.filteredRows().at(static_cast<std::size_t>(index.row()));
+        const bool selected = (option.state & QStyle::State_Selected) != 0;
+        const auto& palette = option.palette;
+        painter->save();
+        painter->setRenderHint(QPainter::Antialiasing);
+        if (selected) {
+            painter->setPen(Qt::NoPen);
+            painter->setBrush(palette.color(QPalette::Active, QPalette::Highlight));
+            painter->drawRoundedRect(option.rect, 6, 6);
+        }
+        const auto color =
+            selected ? palette.color(QPalette::Active, QPalette::HighlightedText) : labelColor(palette);
+        paintRow(*painter, option, row, color);
+        painter->restore();
+    }
+
+  private:
+    static void paintRow(QPainter& painter, const QStyleOptionViewItem& option, const MenuSpaceRow& row,
+                         QColor color) {
+        const auto ratio = painter.device()->devicePixelRatioF();
+        auto rest = option.rect.adjusted(kInset, 0, -kInset, 0);
+        const auto place = [&](QRect area) {
+            return QStyle::visualRect(option.direction, option.rect, area);
+        };
+        const auto centred = [&](int x, int size) {
+            return place({x, rest.center().y() - size / 2 + 1, size, size});
+        };
+        if (row.tag) paintDot(painter, centred(rest.left(), kDot), *row.tag, option);
+        rest.setLeft(rest.left() + kDot + kGap);
+        if (row.isActive)
+            painter.drawPixmap(centred(rest.right() - kCheckmark, kCheckmark),
+                               symbolPixmap("checkmark", color, kCheckmark, ratio));
+        rest.setRight(rest.right() - kCheckmark - kGap);
+        auto faint = color;
+        faint.setAlphaF(0.62F);
+        const auto desktop = toQString(QuickSwitcher::desktopText(row));
+        painter.setFont(desktopFont());
+        const int width = painter.fontMetrics().horizontalAdvance(desktop);
+        painter.setPen(faint);
+        painter.drawText(place({rest.right() - width, rest.top(), width + 1, rest.height()}),
+                         Qt::AlignVCenter | Qt::TextSingleLine, desktop);
+        rest.setRight(rest.right() - width - kGap);
+        painter.setFont(option.font);
+        painter.setPen(row.tag ? color : faint);
+        painter.drawText(
+            place(rest),
+            static_cast<int>(Qt::AlignVCenter | Qt::TextSingleLine |
+                             (option.direction == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft) |
+                             Qt::AlignAbsolute),
+            painter.fontMetrics().elidedText(toQString(QuickSwitcher::title(row)), Qt::ElideRight,
+                                             rest.width()));
+    }
+
+    // In a ring where the row's own colour could be the tag's.
+    static void paintDot(QPainter& painter, const QRect& square, const orvellos::Tag& tag,
+                         const QStyleOptionViewItem& option) {
+        const bool selected = (option.state & QStyle::State_Selected) != 0;
+        const auto ratio = painter.device()->devicePixelRatioF();
+        const auto ring = option.palette.color(QPalette::Active, QPalette::HighlightedText);
+        if (selected) painter.drawPixmap(square, dotPixmap(ring, kDot, kDot, ratio));
+        painter.drawPixmap(
+            square, dotPixmap(toQColor(orvellos::tagColor(tag)), selected ? kDot - 3 : kDot, kDot, ratio));
+    }
+
+    const QuickSwitcher& switcher_;
+};
+
+}  // namespace
+
+// The rows as the list sees them.
+class SpaceRows final : public QAbstractListModel {
+  public:
+    SpaceRows(const QuickSwitcher& switcher, QObject* parent)
+        : QAbstractListModel(parent), switcher_(switcher) {}
+
+    [[nodiscard]] int rowCount(const QModelIndex& parent) const override {
+        return parent.isValid() ? 0 : static_cast<int>(switcher_.filteredRows().size());
+    }
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override {
+        const auto& rows = switcher_.filteredRows();
+        if (!index.isValid() || static_cast<std::size_t>(index.row()) >= rows.size()) return {};
+        const auto& row = rows[static_cast<std::size_t>(index.row())];
+        if (role == Qt::DisplayRole || role == Qt::AccessibleTextRole)
+            return toQString(QuickSwitcher::accessibilityLabel(row));
+        if (role == Qt::AccessibleDescriptionRole) return toQString(QuickSwitcher::kRowHint);
+        return {};
+    }
+    // The switcher's rows are others now.
+    void reset() {
+        beginResetModel();
+        endResetModel();
+    }
+
+  private:
+    const QuickSwitcher& switcher_;
+};
+
+QuickSwitcherView::QuickSwitcherView(QuickSwitcher& switcher) : switcher_(switcher) {
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(14, 14, 14, 10);
+    column->setSpacing(8);
+    column->addWidget(makeSearch());
+    auto* below = new QWidget;
+    stack_ = new QStackedLayout(below);
+    stack_->addWidget(makeList());
+    stack_->addWidget(makeEmptyState());
+    column->addWidget(below, 1);
+    setFocusProxy(field_);
+    showRows();
+}
+
+QWidget* QuickSwitcherView::makeSearch() {
+    auto* search = new QWidget;
+    auto* row = new QHBoxLayout(search);
+    row->setContentsMargins(kInset, 4, kInset, 4);
+    row->setSpacing(kGap);
+    row->addWidget(makeSymbol("magnifyingglass", 18, secondaryLabelColor));
+    field_ = new QLineEdit;
+    field_->setFrame(false);
+    field_->setPlaceholderText(toQString(QuickSwitcher::kPlaceholder));
+    field_->setAccessibleName(toQString(QuickSwitcher::kPlaceholder));
+    auto font = field_->font();
+    font.setPixelSize(18);
+    field_->setFont(font);
+    field_->setStyleSheet(QStringLiteral("QLineEdit { background: transparent; border: none; }"));
+    field_->installEventFilter(this);
+    connect(field_, &QLineEdit::textChanged, this, [this](const QString& text) {
+        switcher_.setQuery(text.toStdString());
+        showRows();
+    });
+    row->addWidget(field_, 1);
+    return search;
+}
+
+QWidget* QuickSwitcherView::makeList() {
+    list_ = new QListView;
+    list_->setFrameShape(QFrame::NoFrame);
+    list_->viewport()->setAutoFillBackground(false);
+    list_->setFocusPolicy(Qt::NoFocus);
+    list_->setUniformItemSizes(true);
+    list_->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    rows_ = new SpaceRows(switcher_, list_);
+    list_->setModel(rows_);
+    list_->setItemDelegate(new RowPainter(switcher_, list_));
+    scrolling_.setTargetObject(list_->verticalScrollBar());
+    scrolling_.setPropertyName("value");
+    scrolling_.setDuration(kScrollTime);
+    scrolling_.setEasingCurve(QEasingCurve::OutCubic);
+    connect(list_, &QListView::clicked, this, [this](const QModelIndex& index) {
+        switcher_.jump(MenuSpaceRow(switcher_.filteredRows().at(static_cast<std::size_t>(index.row()))));
+    });
+    return list_;
+}
+
+QWidget* QuickSwitcherView::makeEmptyState() {
+    auto* state = new QWidget;
+    auto* column = new QVBoxLayout(state);
+    column->addStretch();
+    column->addWidget(makeSymbol("tag.slash", 32, tertiaryLabelColor), 0, Qt::AlignHCenter);
+    emptyText_ = makeSecondary("");
+    emptyText_->setAlignment(Qt::AlignCenter);
+    column->addWidget(emptyText_);
+    column->addStretch();
+    return state;
+}
+
+void QuickSwitcherView::showRows() {
+    rows_->reset();
+    const bool isEmpty = switcher_.filteredRows().empty();
+    emptyText_->setText(toQString(switcher_.emptyText()));
+    stack_->setCurrentIndex(isEmpty ? 1 : 0);
+    if (!isEmpty) showSelection(false);
+}
+
+// The list's own scrolling jumps.
+void QuickSwitcherView::showSelection(bool animated) {
+    auto* bar = list_->verticalScrollBar();
+    scrolling_.stop();
+    const int before = bar->value();
+    const auto index = rows_->index(static_cast<int>(switcher_.selectedIndex()));
+    list_->setCurrentIndex(index);
+    list_->scrollTo(index);
+    const int after = bar->value();
+    if (!animated || before == after) return;
+    bar->setValue(before);
+    scrolling_.setStartValue(before);
+    scrolling_.setEndValue(after);
+    scrolling_.start();
+}
+
+void QuickSwitcherView::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    if (!switcher_.filteredRows().empty()) showSelection(false);
+}
+
+// The keys of the list, which go to the field.
+bool QuickSwitcherView::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(object, event);
+    const auto keyCode = virtualKeyCode(static_cast<const QKeyEvent&>(*event));
+    if (!keyCode || !switcher_.keyDown(*keyCode)) return QWidget::eventFilter(object, event);
+    if (!switcher_.filteredRows().empty()) showSelection(true);
+    return true;
+}
+
+}  // namespace ui

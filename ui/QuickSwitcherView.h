@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QPropertyAnimation>
+#include <QWidget>
+
+#include "orvellos/QuickSwitcher.h"
+
+class QLabel;
+class QLineEdit;
+class QListView;
+class QStackedLayout;
+
+namespace ui {
+
+class SpaceRows;
+
+// A search field above the Spaces that match what is typed into it. The field keeps the keyboard.
+class QuickSwitcherView final : public QWidget {
+  public:
+    // The switcher outlives the view.
+    explicit QuickSwitcherView(orvellos::QuickSwitcher& switcher);
+
+    bool eventFilter(QObject* object, QEvent* event) override;
+
+  protected:
+    void showEvent(QShowEvent* event) override;
+
+  private:
+    [[nodiscard]] QWidget* makeSearch();
+    [[nodiscard]] QWidget* makeList();
+    [[nodiscard]] QWidget* makeEmptyState();
+    void showRows();
+    void showSelection(bool animated);
+
+    orvellos::QuickSwitcher& switcher_;
+    QLineEdit* field_ = nullptr;
+    QListView* list_ = nullptr;
+    QLabel* emptyText_ = nullptr;
+    QStackedLayout* stack_ = nullptr;
+    SpaceRows* rows_ = nullptr;
+    QPropertyAnimation scrolling_;
+};
+
+}  // namespace ui
