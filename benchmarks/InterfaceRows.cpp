@@ -1,4 +1,5 @@
 #include <X11/keysym.h>
+#include <fmt/format.h>
 
 #include <algorithm>
 #include <stdexcept>
@@ -21,6 +22,7 @@ using desktop_test::Rectangle;
 using desktop_test::WindowManager;
 
 constexpr std::size_t kTags = 3;
+constexpr double kMostForQuickSwitcher = 100;  // milliseconds
 constexpr std::uint32_t kTarget = 2;
 constexpr int kRowOfTarget = 4;                     // of the menu's rows that can be chosen, from 1
 constexpr desktop_test::Rgb kHighlight = 0x308CC6;  // the toolkit's, of the row that is chosen
@@ -115,17 +117,47 @@ Timed jumpByMenu(PrivateDesktop& desktop) {
     };
 }
 
+// From the release of its hotkey until the window manager lists the quick switcher.
+Row measureQuickSwitcher(PrivateDesktop& desktop, const Effort& effort) {
+    auto& x = desktop.x();
+    auto hands = desktop.devices();
+    const auto usual = x.clients().size();
+    std::vector<double> times;
+    for (int i = 0; i < effort.pairs; ++i) {
+        hands.typeKeys({hands.keyFor(XK_Control_L), hands.keyFor(XK_Alt_L), hands.keyFor(XK_Super_L),
+                        hands.keyFor(XK_J)});
+        const auto start = std::chrono::steady_clock::now();
+        while (x.clients().size() == usual)
+            require(std::chrono::steady_clock::now() - start < std::chrono::seconds(30),
+                    "the quick switcher does not come up");
+        times.push_back(Milliseconds(std::chrono::steady_clock::now() - start).count());
+        require(desktop_test::waitUntil([&] {
+                    const auto active = x.activeWindow();
+                    return active && x.text(*active, "_NET_WM_NAME") == "Jump to Space";
+                }),
+                "the quick switcher has not the keyboard");
+        hands.typeKeys({hands.keyFor(XK_Escape)});
+        require(desktop_test::waitUntil([&] { return x.clients().size() == usual; }),
+                "the quick switcher does not close");
+    }
+    const double time = median(std::move(times));
+    return {"hotkey to the quick switcher", fmt::format("{:.1f} ms", time), "< 100 ms",
+            time < kMostForQuickSwitcher};
+}
+
 }  // namespace
 
 std::vector<Row> measureInterface(const Effort& effort) {
     PrivateDesktop desktop({.windowManager = {.kind = WindowManager::Openbox}});
     tagSpaces(desktop, kTags);
+    recordQuickSwitcherKey(desktop);
     const auto application = desktop.start({PrivateDesktop::program("orvello")});
     awaitClients(desktop, 2 * kTags + 1);
     return {rowOf("click on a Space in the menu / wmctrl -s, until it is there",
                   compare(effort.pairs, jumpByMenu(desktop),
                           untilDesktop(desktop, {"wmctrl", "-s", std::to_string(kTarget)}, kTarget)),
-                  1.1)};
+                  1.1),
+            measureQuickSwitcher(desktop, effort)};
 }
 
 }  // namespace benchmark

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <functional>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -9,6 +10,7 @@
 #include "benchmarks/Row.h"
 #include "orvellos/DebugLog.h"
 #include "orvellos/MissionControlObserver.h"
+#include "orvellos/QuickSwitcher.h"
 #include "orvellos/TagManager.h"
 #include "platform/simulated/SimulatedDesktop.h"
 
@@ -19,6 +21,7 @@ namespace {
 using orvellos::TagID;
 using platform::simulated::SimulatedDesktop;
 
+constexpr double kFrame = 1e6 / 60;            // microseconds
 constexpr double kMostForAPoll = 20;           // microseconds
 constexpr double kMostForThousandTags = 5000;  // microseconds
 
@@ -98,12 +101,29 @@ void measureReconcile(const Effort& effort, std::vector<Row>& rows) {
     }
 }
 
+void measureQuickSwitcher(const Effort& effort, std::vector<Row>& rows) {
+    constexpr std::size_t kSpaces = 1000;
+    std::vector<orvellos::MenuSpaceRow> spaces;
+    for (std::size_t i = 1; i <= kSpaces; ++i) {
+        const auto uuid = fmt::format("S{}", i);
+        spaces.push_back(
+            {uuid, i, orvellos::Tag{TagID::random(), fmt::format("Tag {}", i), "#3B82F6", {}, uuid}, false});
+    }
+    orvellos::QuickSwitcher switcher(
+        std::move(spaces), [](const auto&) {}, [] {});
+    const double time = medianOf(effort.pairs, [&] { switcher.setQuery("Tag"); });
+    if (switcher.filteredRows().size() != kSpaces) throw std::runtime_error("not every Space is found");
+    rows.push_back({"a letter typed into the quick switcher, 1,000 Spaces", fmt::format("{:.0f} µs", time),
+                    "< 16667 µs", time < kFrame});
+}
+
 }  // namespace
 
 std::vector<Row> measureLogic(const Effort& effort) {
     std::vector<Row> rows;
     measurePoll(effort, rows);
     measureReconcile(effort, rows);
+    measureQuickSwitcher(effort, rows);
     return rows;
 }
 

@@ -47,6 +47,11 @@ void hideDuringWork(const PrivateDesktop& desktop) {
     write(desktop.configFolder() / "orvello/defaults.json", {{"visibilityMode", "hiddenDuringWork"}});
 }
 
+void recordQuickSwitcherKey(const PrivateDesktop& desktop) {
+    write(desktop.configFolder() / "orvello/defaults.json",
+          {{"KeyboardShortcuts_quickSwitcher", R"({"carbonKeyCode":38,"carbonModifiers":6400})"}});
+}
+
 void awaitClients(PrivateDesktop& desktop, std::size_t count) {
     if (!desktop_test::waitUntil([&] { return desktop.x().clients().size() >= count; }))
         throw std::runtime_error("the windows do not come up");

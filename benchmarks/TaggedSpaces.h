@@ -15,6 +15,8 @@ void tagSpaces(const desktop_test::PrivateDesktop& desktop, std::size_t count);
 void tagSpace(const desktop_test::PrivateDesktop& desktop, std::uint32_t space);
 // Chooses the mode that shows tags for a glance alone.
 void hideDuringWork(const desktop_test::PrivateDesktop& desktop);
+// Gives the quick switcher the hotkey Control-Alt-Super-J.
+void recordQuickSwitcherKey(const desktop_test::PrivateDesktop& desktop);
 
 // Waits until the window manager lists that many windows. Throws std::runtime_error when it does not.
 void awaitClients(desktop_test::PrivateDesktop& desktop, std::size_t count);
