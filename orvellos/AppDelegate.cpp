@@ -73,8 +73,9 @@ void AppDelegate::startUserInterface() {
     manager.showUndoToast = [this](const auto& message, auto undo) {
         undoToast_->show(message, std::move(undo));
     };
-    panelController_.emplace(PanelController::Services{manager, services_.spaces, core_->editingContext,
-                                                       services_.runLoop, ui.mouse, ui.panels});
+    panelController_.emplace(PanelController::Services{
+        manager, services_.spaces, core_->editingContext, services_.runLoop, ui.mouse, ui.panels,
+        [core = &*core_] { return makeAbout(core->hotkeys, core->buildDateText()); }});
     manager.onTagClicked = [this] { panelController_->toggleEditPanel(); };
     auto& hotkeys = core_->hotkeys;
     // No updates can be looked for yet.

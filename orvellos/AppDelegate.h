@@ -27,6 +27,7 @@ class AppDelegate {
         EditingContext& editingContext;
         keyboard_shortcuts::Registry& hotkeys;
         std::function<void()> saveDiagnostics;
+        std::function<std::optional<std::string>()> buildDateText;
     };
     // Where the user meets the application.
     struct UserInterface {

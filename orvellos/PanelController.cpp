@@ -146,6 +146,7 @@ PanelContent PanelController::makeContent(PanelKind kind, Panel& panel) {
         panel.quickSwitcher = makeQuickSwitcher();
         return panel.quickSwitcher.get();
     }
+    if (kind == PanelKind::About) return services_.about();
     return PanelNote{traitsOf(kind).shell.title, applicationVersionText()};
 }
 

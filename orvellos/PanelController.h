@@ -28,6 +28,7 @@ class PanelController {
         platform::RunLoop& runLoop;
         platform::MouseMonitor& mouse;
         PanelHost& host;
+        std::function<About()> about;
     };
     explicit PanelController(const Services& services) : services_(services) {}
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <variant>
 
+#include "orvellos/About.h"
 #include "orvellos/CreateTagForm.h"
 #include "orvellos/EditTagsList.h"
 #include "orvellos/QuickSwitcher.h"
@@ -19,7 +20,7 @@ struct PanelNote {
     std::string text;
 };
 // What a panel shows. What is pointed to outlives the panel.
-using PanelContent = std::variant<CreateTagForm*, EditTagsList*, QuickSwitcher*, PanelNote>;
+using PanelContent = std::variant<CreateTagForm*, EditTagsList*, QuickSwitcher*, About, PanelNote>;
 
 // Makes the windows of panels.
 class PanelHost {

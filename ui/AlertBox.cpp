@@ -4,6 +4,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "ui/ApplicationIcon.h"
 #include "ui/FormParts.h"
 #include "ui/PlainText.h"
 #include "ui/X11Window.h"
@@ -22,6 +23,7 @@ AlertBox::AlertBox(const platform::Alert& alert, std::function<void(std::size_t)
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint |
                    Qt::WindowStaysOnTopHint);
     setWindowTitle(QStringLiteral("orvellos"));
+    setWindowIcon(applicationIcon());
     setAccessibleName(toQString(alert.message));
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowModality(Qt::ApplicationModal);

@@ -9,6 +9,7 @@
 #include <QWindow>
 #include <utility>
 
+#include "ui/ApplicationIcon.h"
 #include "ui/PlainText.h"
 
 namespace ui {
@@ -22,6 +23,7 @@ QtPanel::QtPanel(const platform::PanelShell& shell, QWidget* content, Callbacks 
     if (shell.floats) flags |= Qt::WindowStaysOnTopHint;
     setWindowFlags(flags);
     setWindowTitle(toQString(shell.title));
+    setWindowIcon(applicationIcon());
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(content_);

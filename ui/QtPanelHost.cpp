@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 #include <variant>
 
+#include "ui/AboutView.h"
 #include "ui/CreateTagView.h"
 #include "ui/EditTagsView.h"
 #include "ui/FormParts.h"
@@ -87,6 +88,7 @@ QWidget* QtPanelHost::makeView(const orvellos::PanelContent& content) {
         return new EditTagsView(**list, colorPanel_);
     if (auto* const* switcher = std::get_if<orvellos::QuickSwitcher*>(&content))
         return new QuickSwitcherView(**switcher);
+    if (const auto* about = std::get_if<orvellos::About>(&content)) return new AboutView(*about);
     return makeNote(std::get<orvellos::PanelNote>(content));
 }
 

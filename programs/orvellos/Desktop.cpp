@@ -98,7 +98,12 @@ Desktop::Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
 
 orvellos::AppDelegate::Core Desktop::makeCore() {
     auto& core = core_.emplace(*this);
-    return {core.tagManager, core.settings, core.editingContext, core.hotkeys, [this] { saveDiagnostics(); }};
+    return {core.tagManager,
+            core.settings,
+            core.editingContext,
+            core.hotkeys,
+            [this] { saveDiagnostics(); },
+            [this] { return orvellos::buildDateText(files_, system_); }};
 }
 
 void Desktop::saveDiagnostics() {

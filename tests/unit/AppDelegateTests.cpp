@@ -19,7 +19,8 @@ class AppDelegateTests : public ManagerTest {
                 {host_, desktop_.mouse, desktop_.statusItem, desktop_.menuBar},
                 [this] {
                     ++starts_;
-                    return AppDelegate::Core{manager_, settings_, editing_, hotkeys_, [] {}};
+                    return AppDelegate::Core{manager_, settings_, editing_,
+                                             hotkeys_, [] {},     [] { return "2026-03-14 09:26"; }};
                 },
                 [this] { ended_ = true; }};
     }

@@ -1,14 +1,17 @@
 // The forms, the menu and the other widgets, without a screen.
 
 #include <QAccessible>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QPushButton>
 #include <QTest>
 #include <QToolButton>
 
+#include "orvellos/Hotkeys.h"
 #include "tests/support/InterfaceTest.h"
 #include "tests/support/OffscreenApplication.h"
+#include "ui/AboutView.h"
 #include "ui/AlertBox.h"
 #include "ui/Appearance.h"
 #include "ui/CreateTagView.h"
@@ -168,6 +171,23 @@ TEST_F(FormViewTest, TheQuickSwitcherIsTypedIntoAndReadAloud) {
     EXPECT_FALSE(panel.isHidden()) << "there is nowhere to go";
     press(Qt::Key_Escape);
     EXPECT_FALSE(host_.titled("Jump to Space") && host_.titled("Jump to Space")->visible);
+}
+
+TEST_F(FormViewTest, TheAboutWindowTellsTheShortcutsOfNow) {
+    const auto texts = [this] {
+        panels_.showAbout();
+        AboutView view(std::get<orvellos::About>(host_.titled("About orvellos")->content));
+        std::string all;
+        for (const auto* label : view.findChildren<QLabel*>()) all += label->text().toStdString() + "|";
+        host_.titled("About orvellos")->close();
+        wait(0.1);
+        return all;
+    };
+    EXPECT_NE(texts().find("built 2026-03-14 09:26|Tag this Space|—|"), std::string::npos) << texts();
+    hotkeys_.create(orvellos::hotkey::peekTags);
+    EXPECT_NE(texts().find("Peek at hidden tags|⌃⌥⌘P|"), std::string::npos) << texts();
+    hotkeys_.setShortcut(keyboard_shortcuts::Shortcut{96, 0}, orvellos::hotkey::peekTags);
+    EXPECT_NE(texts().find("Peek at hidden tags|F5|"), std::string::npos) << texts();
 }
 
 TEST_F(FormViewTest, AnOpenPanelFollowsTheColorScheme) {

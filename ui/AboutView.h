@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QWidget>
+
+#include "orvellos/About.h"
+
+namespace ui {
+
+// The about window's content, under the application's icon.
+class AboutView final : public QWidget {
+  public:
+    explicit AboutView(const orvellos::About& about);
+};
+
+}  // namespace ui
