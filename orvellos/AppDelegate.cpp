@@ -68,6 +68,7 @@ void AppDelegate::startCore() {
 void AppDelegate::startUserInterface() {
     auto& manager = core_->manager;
     auto& ui = services_.ui;
+    updater_.emplace(services_.updates, ui.alerts);
     undoToast_.emplace(services_.runLoop, services_.screens,
                        [&ui](const UndoToastView& view) { return ui.panels.makeToast(view); });
     manager.showUndoToast = [this](const auto& message, auto undo) {
@@ -78,18 +79,10 @@ void AppDelegate::startUserInterface() {
         [core = &*core_] { return makeAbout(core->hotkeys, core->buildDateText()); }});
     manager.onTagClicked = [this] { panelController_->toggleEditPanel(); };
     auto& hotkeys = core_->hotkeys;
-    // No updates can be looked for yet.
-    statusController_.emplace(
-        StatusItemController::Services{manager,
-                                       services_.spaces,
-                                       core_->settings,
-                                       *panelController_,
-                                       services_.runLoop,
-                                       ui.statusItem,
-                                       [&hotkeys](const auto& name) { return hotkeys.displayText(name); },
-                                       core_->saveDiagnostics,
-                                       {},
-                                       services_.terminate});
+    statusController_.emplace(StatusItemController::Services{
+        manager, services_.spaces, core_->settings, *panelController_, services_.runLoop, ui.statusItem,
+        [&hotkeys](const auto& name) { return hotkeys.displayText(name); }, core_->saveDiagnostics,
+        [this] { updater_->checkForUpdates(); }, services_.terminate});
     installHotkeys(hotkeys, {manager, services_.spaces, core_->settings, *panelController_});
 }
 

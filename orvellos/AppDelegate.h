@@ -10,6 +10,7 @@
 #include "orvellos/StatusItemController.h"
 #include "orvellos/TagManager.h"
 #include "orvellos/UndoToast.h"
+#include "orvellos/Updater.h"
 #include "platform/MenuBar.h"
 #include "platform/RunLoop.h"
 #include "platform/RunningApplications.h"
@@ -31,6 +32,7 @@ class AppDelegate {
     };
     // Where the user meets the application.
     struct UserInterface {
+        platform::Alerts& alerts;
         PanelHost& panels;
         platform::MouseMonitor& mouse;
         platform::StatusItem& statusItem;
@@ -41,6 +43,7 @@ class AppDelegate {
         platform::RunLoop& runLoop;
         platform::RunningApplications& applications;
         const platform::Screens& screens;
+        platform::UpdateService& updates;
         UserInterface ui;
         // Called once, when the core starts: only then the user's tags are loaded. The core outlives the
         // delegate.
@@ -65,6 +68,7 @@ class AppDelegate {
 
     Services services_;
     std::optional<Core> core_;  // from the start of the core on
+    std::optional<Updater> updater_;
     std::optional<UndoToast> undoToast_;
     std::optional<PanelController> panelController_;
     std::optional<StatusItemController> statusController_;

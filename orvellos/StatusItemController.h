@@ -30,7 +30,7 @@ class StatusItemController {
         // How the hotkey recorded for that name is written; absent when there is none.
         std::function<std::optional<std::string>(const keyboard_shortcuts::Name& name)> hotkeyText;
         std::function<void()> saveDiagnostics;
-        std::function<void()> checkForUpdates;  // empty where updates cannot be checked for
+        std::function<void()> checkForUpdates;
         std::function<void()> terminate;
     };
     // The services outlive the controller.

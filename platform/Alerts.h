@@ -7,11 +7,14 @@
 
 namespace platform {
 
-// A warning that the user has to answer.
+// Something that the user has to answer.
 struct Alert {
+    enum class Style { Warning, Informational };
+
     std::string message;
     std::string informativeText;
     std::vector<std::string> buttons;  // the first is the default one
+    Style style = Style::Warning;
     bool operator==(const Alert&) const = default;
 };
 

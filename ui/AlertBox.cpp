@@ -31,7 +31,10 @@ AlertBox::AlertBox(const platform::Alert& alert, std::function<void(std::size_t)
     row->setContentsMargins(22, 22, 24, 18);
     row->setSpacing(18);
     row->setSizeConstraint(QLayout::SetFixedSize);
-    row->addWidget(makeSymbol("exclamationmark.triangle", kSymbol, warningColor), 0, Qt::AlignTop);
+    const bool warns = alert.style == platform::Alert::Style::Warning;
+    row->addWidget(warns ? makeSymbol("exclamationmark.triangle", kSymbol, warningColor)
+                         : makeSymbol("info.circle", kSymbol, secondaryLabelColor),
+                   0, Qt::AlignTop);
     auto* column = new QVBoxLayout;
     column->setSpacing(8);
     auto* message = makeHeading(alert.message);

@@ -25,6 +25,7 @@ class Writer {
     }
     void operator()(std::int32_t value) { append('i', &value); }
     void operator()(std::uint32_t value) { append('u', &value); }
+    void operator()(std::uint64_t value) { append('t', &value); }
     void operator()(const std::string& value) { append('s', value.c_str()); }
     void operator()(const std::vector<std::string>& values) {
         check(systemd_.sd_bus_message_open_container(message_, 'a', "s"));

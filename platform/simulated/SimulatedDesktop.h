@@ -54,6 +54,7 @@ struct SimulatedDesktop {
     SimulatedMouse mouse;
     SimulatedStatusItem statusItem;
     SimulatedMenuBar menuBar;
+    SimulatedUpdates updates;
     SimulatedSystemInformation system;
     SimulatedSystemLog systemLog;
 };

@@ -8,6 +8,7 @@
 #include "platform/MouseMonitor.h"
 #include "platform/Observers.h"
 #include "platform/StatusItem.h"
+#include "platform/UpdateService.h"
 
 namespace platform::simulated {
 
@@ -37,6 +38,22 @@ class SimulatedStatusItem final : public StatusItem {
     void setTitle(const StatusTitle& newTitle) override { title = newTitle; }
     void setMenu(std::function<std::vector<MenuItem>()> menuNeedsUpdate) override {
         openMenu = std::move(menuNeedsUpdate);
+    }
+};
+
+// Updates that a test brings.
+class SimulatedUpdates final : public UpdateService {
+  public:
+    int starts = 0;
+    std::function<void(const MaybeError&)> started;  // waits for the test
+    std::function<void(const UpdateAnswer&)> answered;
+
+    void startUpdater(std::function<void(const MaybeError&)> told) override {
+        ++starts;
+        started = std::move(told);
+    }
+    void checkForUpdates(std::function<void(const UpdateAnswer&)> told) override {
+        answered = std::move(told);
     }
 };
 

@@ -82,11 +82,12 @@ Desktop::Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
                   [this] { return spaceServer_.facts(); }, [this] { return spaceServer_.lastTime(); }}),
       screenPower_(connection, events_),
       systemBus_(systemd, runLoop, runLoop, [] { return platform::freedesktop::systemBusAddress(); }),
+      updates_(systemBus_, {"orvellos", "orvello"}),
       login_(systemBus_, platform::freedesktop::processEnvironment("XDG_SESSION_ID")),
       session_(login_, {[this](auto action) { return screenPower_.onEvent(std::move(action)); }}),
       spaces_(spaceServer_, windowSystem_, switching_, screens_, screens_),
-      delegate_({spaces_, runLoop, instanceLock_, screens_, interface_.parts(), [this] { return makeCore(); },
-                 std::move(quit)}),
+      delegate_({spaces_, runLoop, instanceLock_, screens_, updates_, interface_.parts(),
+                 [this] { return makeCore(); }, std::move(quit)}),
       windowManagerChanged_(spaceServer_.onWindowManagerChanged([this] {
           windowSystem_.reassertStates();
           interface_.windowManagerChanged();

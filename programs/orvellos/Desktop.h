@@ -17,6 +17,7 @@
 #include "platform/freedesktop/KwinDesktops.h"
 #include "platform/freedesktop/LogindSession.h"
 #include "platform/freedesktop/OsRelease.h"
+#include "platform/freedesktop/PackageKitUpdates.h"
 #include "platform/freedesktop/PosixBackgroundProcesses.h"
 #include "platform/freedesktop/PosixFileSystem.h"
 #include "platform/freedesktop/SessionBus.h"
@@ -105,6 +106,7 @@ class Desktop {
     Interface interface_;
     platform::x11::X11ScreenPower screenPower_;
     platform::freedesktop::SessionBus systemBus_;
+    platform::freedesktop::PackageKitUpdates updates_;
     platform::freedesktop::LogindSession login_;
     platform::freedesktop::SessionEvents session_;
 

@@ -30,7 +30,7 @@ class Interface {
     explicit Interface(Services services);
 
     [[nodiscard]] orvellos::AppDelegate::UserInterface parts() {
-        return {panelHost_, mouse_, statusItem_, menuBar_};
+        return {alerts_, panelHost_, mouse_, statusItem_, menuBar_};
     }
     [[nodiscard]] platform::Alerts& alerts() { return alerts_; }
     void windowManagerChanged() { statusItem_.windowManagerChanged(); }

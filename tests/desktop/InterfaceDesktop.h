@@ -20,8 +20,9 @@ inline constexpr int kCurrentSpace = 0;  // "Tag this Space…" or "Untag this S
 inline constexpr int kFirstDesktop = 1;
 inline constexpr int kEditTags = 5;
 inline constexpr int kHideDuringWork = 7;
-inline constexpr int kAbout = 11;
-inline constexpr int kQuit = 12;
+inline constexpr int kCheckForUpdates = 10;
+inline constexpr int kAbout = 12;
+inline constexpr int kQuit = 13;
 }  // namespace menu_row
 
 // The toolkit's highlight, of a row that is chosen by Return.

@@ -116,6 +116,19 @@ TEST(AlertTest, SaysThatASpaceIsGone) {
     EXPECT_TRUE(desktop.hasKeyboard("Edit Tag")) << "an alert is a panel too";
 }
 
+TEST(AlertTest, SaysThatNoUpdatesCanBeLookedFor) {
+    InterfaceDesktop desktop({.windowManager = {.kind = WindowManager::Openbox}});
+    ASSERT_NO_FATAL_FAILURE(desktop.startApplication());
+    desktop.choose(menu_row::kCheckForUpdates);
+    const auto alertIsThere = [&] {
+        const auto active = desktop.x().activeWindow();
+        return active && desktop.x().text(*active, "_NET_WM_NAME") == "orvellos";
+    };
+    ASSERT_TRUE(waitUntil(alertIsThere));
+    desktop.press(XK_Return);
+    EXPECT_TRUE(waitUntil([&] { return !alertIsThere(); }));
+}
+
 TEST(AppearanceTest, FollowsTheDesktopsChoice) {
     InterfaceDesktop desktop({.windowManager = {.kind = WindowManager::Openbox}, .sessionBus = true});
     std::uint32_t scheme = 1;

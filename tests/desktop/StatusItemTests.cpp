@@ -51,7 +51,7 @@ TEST(StatusItemTest, TheMenuOfSixtySpacesFitsOnTheScreenAndScrolls) {
     EXPECT_GE(place.y, 0);
     EXPECT_LE(place.y + place.height, 800);
     EXPECT_LE(place.x + place.width, 1280);
-    desktop.press(XK_Up, 9);
+    desktop.press(XK_Up, 10);
     desktop.press(XK_Return);
     EXPECT_TRUE(waitUntil([&] { return desktop.x().currentDesktop() == 59U; }));
 }

@@ -16,7 +16,8 @@ class AppDelegateTests : public ManagerTest {
                 desktop_.runLoop,
                 desktop_.applications,
                 desktop_.screens,
-                {host_, desktop_.mouse, desktop_.statusItem, desktop_.menuBar},
+                desktop_.updates,
+                {desktop_.alerts, host_, desktop_.mouse, desktop_.statusItem, desktop_.menuBar},
                 [this] {
                     ++starts_;
                     return AppDelegate::Core{manager_, settings_, editing_,

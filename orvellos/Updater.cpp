@@ -1,0 +1,74 @@
+#include "orvellos/Updater.h"
+
+#include <fmt/format.h>
+
+#include <string>
+#include <utility>
+
+#include "orvellos/ApplicationVersion.h"
+#include "orvellos/DebugLog.h"
+
+namespace orvellos {
+
+namespace {
+
+constexpr const char* kMessage = "Couldn’t start the updater";
+constexpr const char* kExplanation =
+    "orvellos can’t check for updates from where it’s running now. Make sure orvellos is in your "
+    "Applications "
+    "folder (not the disk image or Downloads folder), then quit and reopen it.";
+
+}  // namespace
+
+Updater::Updater(platform::UpdateService& service, platform::Alerts& alerts)
+    : service_(service), alerts_(alerts) {
+    start();
+}
+
+void Updater::start() {
+    isStarting_ = true;
+    service_.startUpdater([this](const auto& error) {
+        isStarting_ = false;
+        lastStartError_ = error;
+        if (error && debugEchoEnabled())
+            log(LogCategory::General,
+                "Updater failed to start (suppressed at launch): " + error->description);
+        if (std::exchange(isAskedFor_, false)) finishCheck();
+    });
+}
+
+// A start that is under way, or failed before, decides first.
+void Updater::checkForUpdates() {
+    if (!isStarting_ && !lastStartError_) return finishCheck();
+    isAskedFor_ = true;
+    if (!isStarting_) start();
+}
+
+void Updater::finishCheck() {
+    if (!lastStartError_) return service_.checkForUpdates([this](const auto& answer) { tell(answer); });
+    alerts_.runModal(
+        {.message = kMessage,
+         .informativeText = std::string(kExplanation) + "\n\n(" + lastStartError_->description + ")",
+         .buttons = {"OK"}},
+        [](auto) {});
+}
+
+void Updater::tell(const platform::UpdateAnswer& answer) {
+    using enum platform::Alert::Style;
+    platform::Alert alert{"orvellos is up to date", "", {"OK"}, Informational};
+    if (answer.error) {
+        alert.style = Warning;
+        alert.message = "Couldn’t check for updates";
+        alert.informativeText = answer.error->description;
+    } else if (answer.newVersion) {
+        alert.message = fmt::format("orvellos {} is available", *answer.newVersion);
+        alert.informativeText =
+            fmt::format("You have {}. Your system’s software updater installs it.", applicationVersionText());
+    } else {
+        alert.informativeText = fmt::format(
+            "You have {}, and your system’s package manager knows no newer one.", applicationVersionText());
+    }
+    alerts_.runModal(alert, [](auto) {});
+}
+
+}  // namespace orvellos

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/Alerts.h"
+#include "platform/UpdateService.h"
+
+namespace orvellos {
+
+// Looks for newer versions when the user asks. That the system's updater cannot be started is kept quiet
+// until then.
+class Updater {
+  public:
+    // Starts the service once; what is passed outlives the updater.
+    Updater(platform::UpdateService& service, platform::Alerts& alerts);
+
+    void checkForUpdates();
+
+  private:
+    void start();
+    void finishCheck();
+    void tell(const platform::UpdateAnswer& answer);
+
+    platform::UpdateService& service_;
+    platform::Alerts& alerts_;
+    platform::MaybeError lastStartError_;
+    bool isStarting_ = false;
+    bool isAskedFor_ = false;  // while it starts
+};
+
+}  // namespace orvellos

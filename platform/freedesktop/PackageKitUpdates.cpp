@@ -1,0 +1,106 @@
+#include "platform/freedesktop/PackageKitUpdates.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace platform::freedesktop {
+
+namespace {
+
+constexpr const char* kService = "org.freedesktop.PackageKit";
+constexpr const char* kTransaction = "org.freedesktop.PackageKit.Transaction";
+
+BusCall busCall(const char* member) {
+    return {.service = "org.freedesktop.DBus",
+            .path = "/org/freedesktop/DBus",
+            .interface = "org.freedesktop.DBus",
+            .member = member};
+}
+
+bool lists(const std::optional<BusArguments>& names, const char* name) {
+    return names && names->size() == 1 && names->front().is_array() &&
+           std::ranges::count(names->front(), BusArguments(name)) > 0;
+}
+
+std::optional<std::string> textAt(const BusArguments& arguments, std::size_t index) {
+    if (index >= arguments.size() || !arguments[index].is_string()) return std::nullopt;
+    return arguments[index].get<std::string>();
+}
+
+// The parts of a package id: "name;version;architecture;data".
+std::pair<std::string, std::string> nameAndVersion(const std::string& packageId) {
+    const auto first = packageId.find(';');
+    if (first == std::string::npos) return {packageId, ""};
+    const auto second = packageId.find(';', first + 1);
+    return {packageId.substr(0, first), packageId.substr(first + 1, second - first - 1)};
+}
+
+}  // namespace
+
+// It may run without being one that the bus can start.
+void PackageKitUpdates::startUpdater(std::function<void(const MaybeError&)> started) {
+    starting_ = bus_.call(busCall("ListActivatableNames"), [this, started](const auto& startable) {
+        if (lists(startable, kService)) return started(std::nullopt);
+        starting_ = bus_.call(busCall("ListNames"), [started](const auto& running) {
+            started(lists(running, kService) ? MaybeError()
+                                             : Error{"PackageKit is not available on this system."});
+        });
+    });
+}
+
+void PackageKitUpdates::checkForUpdates(std::function<void(const UpdateAnswer&)> answered) {
+    answered_ = std::move(answered);
+    newVersion_.reset();
+    signals_.clear();
+    question_ = bus_.call({.service = kService,
+                           .path = "/org/freedesktop/PackageKit",
+                           .interface = kService,
+                           .member = "CreateTransaction",
+                           .startsService = true,
+                           .timeout = kLongestPatientCall},
+                          [this](const auto& answer) {
+                              const auto path = answer ? textAt(*answer, 0) : std::nullopt;
+                              if (path)
+                                  followTransaction(*path);
+                              else
+                                  finish(Error{"PackageKit does not answer."});
+                          });
+}
+
+// What is found comes as signals, which a later one ends.
+void PackageKitUpdates::followTransaction(const std::string& path) {
+    const auto follow = [&](const char* member, SessionBus::Handler handler) {
+        signals_.push_back(
+            bus_.subscribe({.sender = kService, .path = path, .interface = kTransaction, .member = member},
+                           std::move(handler)));
+    };
+    follow("Package", [this](const auto& arguments) { handlePackage(arguments); });
+    follow("ErrorCode", [this](const auto& arguments) {
+        finish(Error{textAt(arguments, 1).value_or("PackageKit reports an error.")});
+    });
+    follow("Finished", [this](const auto&) { finish(std::nullopt); });
+    constexpr std::uint64_t kNoFilter = 0;
+    question_ = bus_.call({.service = kService,
+                           .path = path,
+                           .interface = kTransaction,
+                           .member = "GetUpdates",
+                           .arguments = {kNoFilter},
+                           .timeout = kLongestPatientCall},
+                          [this](const auto& answer) {
+                              if (!answer) finish(Error{"PackageKit does not look for updates."});
+                          });
+}
+
+void PackageKitUpdates::handlePackage(const BusArguments& arguments) {
+    const auto [name, version] = nameAndVersion(textAt(arguments, 1).value_or(""));
+    if (std::ranges::count(packageNames_, name) > 0) newVersion_ = version;
+}
+
+void PackageKitUpdates::finish(const MaybeError& error) {
+    if (!question_.isActive()) return;
+    question_.cancel();
+    signals_.clear();
+    answered_({newVersion_, error});
+}
+
+}  // namespace platform::freedesktop
