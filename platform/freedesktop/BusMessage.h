@@ -18,8 +18,8 @@ struct BusVariant {
     std::variant<bool, std::int32_t, std::uint32_t, std::string> value;
 };
 // The D-Bus types b, i, u, t, s, as and v.
-using BusArgument =
-    std::variant<bool, std::int32_t, std::uint32_t, std::uint64_t, std::string, std::vector<std::string>, BusVariant>;
+using BusArgument = std::variant<bool, std::int32_t, std::uint32_t, std::uint64_t, std::string,
+                                 std::vector<std::string>, BusVariant>;
 
 inline constexpr Duration kLongestBusCall = std::chrono::seconds(1);
 // For a question that nobody waits for and that is asked once: a service that has just started may be busy.
