@@ -75,8 +75,8 @@ void AppDelegate::startUserInterface() {
         undoToast_->show(message, std::move(undo));
     };
     panelController_.emplace(PanelController::Services{
-        manager, services_.spaces, core_->editingContext, services_.runLoop, ui.mouse, ui.panels,
-        [core = &*core_] { return makeAbout(core->hotkeys, core->buildDateText()); }});
+        manager, services_.spaces, core_->editingContext, core_->settings, services_.runLoop, ui.mouse,
+        ui.panels, [core = &*core_] { return makeAbout(core->hotkeys, core->buildDateText()); }});
     manager.onTagClicked = [this] { panelController_->toggleEditPanel(); };
     auto& hotkeys = core_->hotkeys;
     statusController_.emplace(StatusItemController::Services{

@@ -146,6 +146,10 @@ PanelContent PanelController::makeContent(PanelKind kind, Panel& panel) {
         panel.quickSwitcher = makeQuickSwitcher();
         return panel.quickSwitcher.get();
     }
+    if (kind == PanelKind::Settings) {
+        panel.settings = std::make_unique<SettingsForm>(services_.settings);
+        return panel.settings.get();
+    }
     if (kind == PanelKind::About) return services_.about();
     return PanelNote{traitsOf(kind).shell.title, applicationVersionText()};
 }

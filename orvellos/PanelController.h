@@ -25,6 +25,7 @@ class PanelController {
         TagManager& manager;
         const SpaceIdentifier& spaces;
         EditingContext& editingContext;
+        Settings& settings;
         platform::RunLoop& runLoop;
         platform::MouseMonitor& mouse;
         PanelHost& host;
@@ -51,6 +52,7 @@ class PanelController {
         std::unique_ptr<CreateTagForm> createTag;
         std::unique_ptr<EditTagsList> editTags;
         std::unique_ptr<QuickSwitcher> quickSwitcher;
+        std::unique_ptr<SettingsForm> settings;
         std::unique_ptr<platform::PanelWindow> window;
         std::unique_ptr<AutoDismiss> autoDismiss;
     };

@@ -9,6 +9,7 @@
 #include "orvellos/CreateTagForm.h"
 #include "orvellos/EditTagsList.h"
 #include "orvellos/QuickSwitcher.h"
+#include "orvellos/SettingsForm.h"
 #include "orvellos/UndoToast.h"
 #include "platform/PanelWindow.h"
 
@@ -20,7 +21,8 @@ struct PanelNote {
     std::string text;
 };
 // What a panel shows. What is pointed to outlives the panel.
-using PanelContent = std::variant<CreateTagForm*, EditTagsList*, QuickSwitcher*, About, PanelNote>;
+using PanelContent =
+    std::variant<CreateTagForm*, EditTagsList*, QuickSwitcher*, SettingsForm*, About, PanelNote>;
 
 // Makes the windows of panels.
 class PanelHost {

@@ -12,6 +12,7 @@
 #include "ui/QtPanel.h"
 #include "ui/QtToast.h"
 #include "ui/QuickSwitcherView.h"
+#include "ui/SettingsView.h"
 
 namespace ui {
 
@@ -88,6 +89,8 @@ QWidget* QtPanelHost::makeView(const orvellos::PanelContent& content) {
         return new EditTagsView(**list, colorPanel_);
     if (auto* const* switcher = std::get_if<orvellos::QuickSwitcher*>(&content))
         return new QuickSwitcherView(**switcher);
+    if (auto* const* settings = std::get_if<orvellos::SettingsForm*>(&content))
+        return new SettingsView(**settings);
     if (const auto* about = std::get_if<orvellos::About>(&content)) return new AboutView(*about);
     return makeNote(std::get<orvellos::PanelNote>(content));
 }

@@ -80,9 +80,9 @@ class HotKeysTest : public testing::Test {
 
 TEST_F(HotKeysTest, TakesItsKeysWhateverTheLocksSayAndNoOthers) {
     struct Row {
-        const char* name;
+        const char* name = nullptr;
         std::initializer_list<xcb_keycode_t> keys;
-        const char* told;
+        const char* told = nullptr;
     };
     const Row rows[] = {
         {"the keys", {kControlKey, kAltKey, kH}, "+1-1"},

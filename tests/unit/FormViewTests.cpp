@@ -19,6 +19,7 @@
 #include "ui/QtPanel.h"
 #include "ui/QtToast.h"
 #include "ui/QuickSwitcherView.h"
+#include "ui/SettingsView.h"
 #include "ui/StatusMenu.h"
 
 namespace ui {
@@ -171,6 +172,35 @@ TEST_F(FormViewTest, TheQuickSwitcherIsTypedIntoAndReadAloud) {
     EXPECT_FALSE(panel.isHidden()) << "there is nowhere to go";
     press(Qt::Key_Escape);
     EXPECT_FALSE(host_.titled("Jump to Space") && host_.titled("Jump to Space")->visible);
+}
+
+TEST_F(FormViewTest, TheSettingsWriteAtOnceAndFollow) {
+    panels_.showSettingsPanel();
+    auto& form = *std::get<orvellos::SettingsForm*>(host_.titled("orvellos Settings")->content);
+    auto& panel = show("orvellos Settings", new SettingsView(form));
+    const auto control = [&](const char* name) -> QAbstractButton& {
+        for (auto* button : panel.findChildren<QAbstractButton*>())
+            if (button->accessibleName() == name) return *button;
+        throw std::runtime_error(name);
+    };
+    press(Qt::Key_Tab);
+    EXPECT_EQ(tabbedThrough(2), (Texts{"choice Shape: Tag", "choice Label size: M"}));
+    control("Shape: Pill").click();
+    control("Label size: XL").click();
+    control("Show tags during normal work").click();
+    control("Mission Control style: Full").click();
+    EXPECT_EQ(settings_.globalTagShape.get(), orvellos::TagShape::Pill);
+    EXPECT_EQ(settings_.tagSize.get(), orvellos::TagSize::ExtraLarge);
+    EXPECT_EQ(settings_.visibilityMode.get(), orvellos::TagVisibilityMode::HiddenDuringWork);
+    EXPECT_EQ(settings_.missionControlStyle.get(), orvellos::MissionControlStyle::Fullscreen);
+    EXPECT_TRUE(control("Shape: Pill").isChecked() && !control("Shape: Tag").isChecked());
+    settings_.embiggenAllTags.set(true);
+    EXPECT_TRUE(control("Embiggen all tags").isChecked());
+    settings_.tagSize.set(orvellos::TagSize::MissionControl);
+    EXPECT_FALSE(control("Label size: XL").isChecked()) << "not one of the choices";
+    desktop_.loginItem.failure = platform::Error{"no"};
+    control("Launch at login").click();
+    EXPECT_FALSE(control("Launch at login").isChecked()) << "the system's word counts";
 }
 
 TEST_F(FormViewTest, TheAboutWindowTellsTheShortcutsOfNow) {

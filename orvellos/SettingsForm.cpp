@@ -1,0 +1,107 @@
+#include "orvellos/SettingsForm.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "orvellos/ApplicationVersion.h"
+
+namespace orvellos {
+
+namespace {
+
+template <typename Value, std::size_t Count>
+PickerRow picker(std::string title, Setting<Value>& setting,
+                 const std::array<std::pair<Value, const char*>, Count>& choices, std::string footnote) {
+    std::vector<std::string> options;
+    for (const auto& choice : choices) options.emplace_back(choice.second);
+    const auto selected = [&setting, choices]() -> std::optional<std::size_t> {
+        const auto* found = std::ranges::find(choices, setting.get(), &std::pair<Value, const char*>::first);
+        if (found == choices.end()) return std::nullopt;
+        return static_cast<std::size_t>(found - choices.begin());
+    };
+    const auto choose = [&setting, choices](std::size_t index) { setting.set(choices.at(index).first); };
+    return {std::move(title), std::move(options), selected, choose, std::move(footnote)};
+}
+
+ToggleRow toggle(std::string title, Setting<bool>& setting, std::string footnote) {
+    return {std::move(title), [&setting] { return setting.get(); }, [&setting](bool on) { setting.set(on); },
+            std::move(footnote)};
+}
+
+SettingsSection appearance(Settings& settings) {
+    constexpr std::array<std::pair<TagShape, const char*>, 2> kShapes = {
+        {{TagShape::Tag, "Tag"}, {TagShape::Pill, "Pill"}}};
+    constexpr std::array<std::pair<TagSize, const char*>, 5> kSizes = {{{TagSize::ExtraSmall, "XS"},
+                                                                        {TagSize::Small, "S"},
+                                                                        {TagSize::Medium, "M"},
+                                                                        {TagSize::Large, "L"},
+                                                                        {TagSize::ExtraLarge, "XL"}}};
+    return {
+        "Appearance",
+        {picker("Shape", settings.globalTagShape, kShapes,
+                "Pill is the rounded-capsule look. Tag is the classic luggage/price-tag silhouette with a "
+                "grommet hole."),
+         picker("Label size", settings.tagSize, kSizes,
+                "Applies to every tag. Mission Control swaps to a fixed MC size so labels read in the "
+                "thumbnails.")}};
+}
+
+ToggleRow showDuringWork(Settings& settings) {
+    auto& mode = settings.visibilityMode;
+    return {"Show tags during normal work",
+            [&mode] { return mode.get() == TagVisibilityMode::AlwaysVisible; },
+            [&mode](bool on) {
+                mode.set(on ? TagVisibilityMode::AlwaysVisible : TagVisibilityMode::HiddenDuringWork);
+            },
+            "When off, tags hide during normal work — pop in only via the reveal triggers below."};
+}
+
+SettingsSection visibility(Settings& settings) {
+    constexpr std::array<std::pair<MissionControlStyle, const char*>, 3> kStyles = {
+        {{MissionControlStyle::Pill, "Pill"},
+         {MissionControlStyle::Fullscreen, "Full"},
+         {MissionControlStyle::HeaderBar, "Bar"}}};
+    return {
+        "Visibility",
+        {showDuringWork(settings),
+         toggle("Hide for screen-sharing", settings.killSwitchActive,
+                "The emergency hide: overrides every other setting — every tag stays hidden until you turn "
+                "this off. Toggle with ⌃⌥⌘H from anywhere; the menu bar shows an eye-slash while it's on."),
+         toggle("Embiggen all tags", settings.embiggenAllTags,
+                "Force every tag to the reveal size. Toggle with ⌃⌥⌘B. Auto-clears the next time Mission "
+                "Control closes, since that's usually all you needed it for."),
+         GroupTitle{"Reveal triggers"},
+         toggle("Show on space swipe", settings.showRevealOnSwipe,
+                "Every tag flashes briefly when you change spaces — a quarter-second glance at where you "
+                "landed. For a longer look, hold the peek shortcut (⌃⌥⌘P): tags stay up while you hold it."),
+         TextRow{"Tags always reveal when Mission Control opens. For guaranteed-big tags in MC thumbnails "
+                 "(faster than native MC's snapshot timing), press ⌃⌥⌘↑ — rebindable in Shortcuts below."},
+         picker(
+             "Mission Control style", settings.missionControlStyle, kStyles,
+             "How tags appear in MC thumbnails. **Pill** is the normal small tag at its anchored position. "
+             "**Full** fills each thumbnail with the tag color + giant label. **Bar** paints a header strip "
+             "across the top of the thumbnail.")}};
+}
+
+SettingsSection startup(Settings& settings) {
+    return {"Startup",
+            {ToggleRow{"Launch at login", [&settings] { return settings.launchAtLogin(); },
+                       [&settings](bool on) { settings.setLaunchAtLogin(on); },
+                       "Start orvellos automatically when you log in."}}};
+}
+
+SettingsSection about() {
+    return {"About",
+            {TextRow{applicationVersionText()},
+             TextRow{"Tags re-bind to their original Spaces across app launches."},
+             TextRow{"Pro build — durable Space binding enabled"}}};
+}
+
+}  // namespace
+
+SettingsForm::SettingsForm(Settings& settings)
+    : settings_(settings),
+      sections_{appearance(settings), visibility(settings), startup(settings), about()} {}
+
+}  // namespace orvellos

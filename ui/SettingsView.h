@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QWidget>
+#include <functional>
+#include <vector>
+
+#include "orvellos/SettingsForm.h"
+
+class QVBoxLayout;
+
+namespace ui {
+
+// The settings window's content: its sections, one below the other. It follows settings that change
+// elsewhere.
+class SettingsView final : public QWidget {
+  public:
+    // The form outlives the view.
+    explicit SettingsView(orvellos::SettingsForm& form);
+
+  private:
+    void add(const orvellos::PickerRow& row);
+    void add(const orvellos::ToggleRow& row);
+    void add(const orvellos::GroupTitle& row);
+    void add(const orvellos::TextRow& row);
+    void addControl(const std::string& title, QWidget* control, const std::string& footnote);
+    void refresh() const;
+
+    QVBoxLayout* column_ = nullptr;
+    std::vector<std::function<void()>> refreshers_;
+    platform::Subscription changes_;
+};
+
+}  // namespace ui
