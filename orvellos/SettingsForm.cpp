@@ -14,6 +14,7 @@ template <typename Value, std::size_t Count>
 PickerRow picker(std::string title, Setting<Value>& setting,
                  const std::array<std::pair<Value, const char*>, Count>& choices, std::string footnote) {
     std::vector<std::string> options;
+    options.reserve(Count);
     for (const auto& choice : choices) options.emplace_back(choice.second);
     const auto selected = [&setting, choices]() -> std::optional<std::size_t> {
         const auto* found = std::ranges::find(choices, setting.get(), &std::pair<Value, const char*>::first);

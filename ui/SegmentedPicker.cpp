@@ -75,7 +75,7 @@ class Segment final : public QRadioButton {
 };
 
 SegmentedPicker::SegmentedPicker(const QString& name, const QStringList& options,
-                                 std::function<void(std::size_t)> onChoose) {
+                                 const std::function<void(std::size_t)>& onChoose) {
     setAccessibleName(name);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);

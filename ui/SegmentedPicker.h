@@ -14,7 +14,7 @@ class SegmentedPicker final : public QWidget {
   public:
     // `onChoose` is called with the index that the user chooses.
     SegmentedPicker(const QString& name, const QStringList& options,
-                    std::function<void(std::size_t)> onChoose);
+                    const std::function<void(std::size_t)>& onChoose);
 
     void setChosen(std::optional<std::size_t> index);
 

@@ -27,7 +27,7 @@ class PackageKitUpdatesTests : public testing::Test {
         updates_.checkForUpdates([this](const UpdateAnswer& answer) { answer_ = answer; });
     }
     // PackageKit, which refuses what it is told to.
-    StandInService::Answer packageKit(std::string refused = "") {
+    StandInService::Answer packageKit(const std::string& refused = "") {
         return [refused](auto* call, auto* reply) {
             const std::string member = sd_bus_message_get_member(call);
             if (member == refused) return -1;

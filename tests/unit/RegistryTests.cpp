@@ -143,7 +143,7 @@ TEST_F(RegistryTest, AHeldKeyComesUpWhenItIsTakenAway) {
 TEST_F(RegistryTest, ShortcutsAreShownAsTheLayoutNamesThem) {
     struct Row {
         Shortcut shortcut;
-        const char* text;
+        const char* text = nullptr;
     };
     keyNames_.texts = {{4, "р"}, {24, "ß"}, {33, "é"}};
     for (const auto& row :
