@@ -47,6 +47,7 @@ void Registry::setShortcut(const std::optional<Shortcut>& shortcut, const Name& 
     const auto former = getShortcut(name);
     if (former && former != shortcut) letGo(*former, actionsOf(name).onKeyUp);
     if (shortcut) {
+        refused_.erase(*shortcut);  // it may be free now
         store(*shortcut, name);
     } else {
         if (!former) return;
@@ -82,18 +83,20 @@ void Registry::onKeyUp(const Name& name, std::function<void()> handler) {
 }
 
 void Registry::registerShortcut(const Shortcut& shortcut) {
-    if (hotKeys_.contains(shortcut)) return;
+    if (hotKeys_.contains(shortcut) || refused_.contains(shortcut)) return;
     const auto keys = keyEventOf(shortcut);
     const auto id = ++lastId_;
     const auto status = keys && isAllowed(shortcut) ? services_.hotKeys.registerHotKey(id, *keys)
                                                     : platform::hot_key_status::kNoSuchKey;
-    if (status == platform::hot_key_status::kRegistered)
+    if (status == platform::hot_key_status::kRegistered) {
         hotKeys_.emplace(shortcut,
                          HotKey{shortcut, id, false, [this, shortcut] { run(shortcut, &Actions::onKeyDown); },
                                 [this, shortcut] { run(shortcut, &Actions::onKeyUp); }});
-    else
-        services_.standardOutput(fmt::format("Error registering hotkey {}: {}\n",
-                                             displayForm(shortcut, services_.keyNames), status));
+        return;
+    }
+    refused_.insert(shortcut);
+    services_.standardOutput(
+        fmt::format("Error registering hotkey {}: {}\n", displayForm(shortcut, services_.keyNames), status));
 }
 
 void Registry::unregisterUnused(const Shortcut& shortcut) {
@@ -130,7 +133,7 @@ std::optional<std::string> Registry::displayText(const Name& name) const {
 
 bool Registry::isRefused(const Name& name) const {
     const auto shortcut = getShortcut(name);
-    return shortcut && !hotKeys_.contains(*shortcut);
+    return shortcut && refused_.contains(*shortcut);
 }
 
 }  // namespace keyboard_shortcuts

@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -80,6 +81,7 @@ class Registry {
     Services services_;
     std::map<std::string_view, Actions> actions_;  // by the name's raw value
     std::map<Shortcut, HotKey> hotKeys_;
+    std::set<Shortcut> refused_;
     std::uint32_t lastId_ = 0;
     platform::Observers<std::string_view> changed_;
     platform::Subscription events_;

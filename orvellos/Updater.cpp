@@ -15,8 +15,7 @@ namespace {
 constexpr const char* kMessage = "Couldn’t start the updater";
 constexpr const char* kExplanation =
     "orvellos can’t check for updates from where it’s running now. Make sure orvellos is in your "
-    "Applications "
-    "folder (not the disk image or Downloads folder), then quit and reopen it.";
+    "Applications folder (not the disk image or Downloads folder), then quit and reopen it.";
 
 }  // namespace
 
