@@ -45,10 +45,11 @@ std::optional<platform::ProcessId> AppDelegate::findOtherInstance() const {
 }
 
 void AppDelegate::waitForExit(platform::ProcessId other, platform::Instant deadline) {
-    waiting_.cancel();
+    nextStep_.cancel();
     if (services_.applications.hasTerminated(other)) return startCore();
     if (services_.runLoop.now() >= deadline) return deferTo(other);
-    waiting_ = services_.runLoop.after(kExitCheck, [this, other, deadline] { waitForExit(other, deadline); });
+    nextStep_ =
+        services_.runLoop.after(kExitCheck, [this, other, deadline] { waitForExit(other, deadline); });
 }
 
 void AppDelegate::deferTo(platform::ProcessId other) {
@@ -62,7 +63,7 @@ void AppDelegate::startCore() {
     core_.emplace(services_.makeCore());
     core_->manager.start();
     // The tags are to be seen first.
-    waiting_ = services_.runLoop.after(platform::Duration::zero(), [this] { startUserInterface(); });
+    nextStep_ = services_.runLoop.after(platform::Duration::zero(), [this] { startUserInterface(); });
 }
 
 void AppDelegate::startUserInterface() {
@@ -95,7 +96,7 @@ void AppDelegate::probeSpaceReader() const {
 }
 
 void AppDelegate::applicationWillTerminate() {
-    waiting_.cancel();
+    nextStep_.cancel();
     if (core_) core_->manager.stop();
 }
 

@@ -72,7 +72,7 @@ class AppDelegate {
     std::optional<UndoToast> undoToast_;
     std::optional<PanelController> panelController_;
     std::optional<StatusItemController> statusController_;
-    platform::Timer waiting_;
+    platform::Timer nextStep_;
 };
 
 }  // namespace orvellos

@@ -9,6 +9,7 @@ namespace {
 constexpr std::array kLadder = {TagSize::ExtraSmall, TagSize::Small, TagSize::Medium, TagSize::Large,
                                 TagSize::ExtraLarge};
 
+// The next size up or down; at the end of the ladder the same, and medium for a size that is not on it.
 TagSize step(TagSize size, std::ptrdiff_t by) {
     const auto* found = std::ranges::find(kLadder, size);
     if (found == kLadder.end()) return TagSize::Medium;
@@ -30,14 +31,6 @@ void tagCurrentSpace(const HotkeyTargets& targets) {
 
 }  // namespace
 
-TagSize biggerSize(TagSize size) {
-    return step(size, 1);
-}
-
-TagSize smallerSize(TagSize size) {
-    return step(size, -1);
-}
-
 void installHotkeys(keyboard_shortcuts::Registry& registry, const HotkeyTargets& targets) {
     for (const auto& name : hotkey::kAll) registry.create(name);
     auto& settings = targets.settings;
@@ -48,9 +41,9 @@ void installHotkeys(keyboard_shortcuts::Registry& registry, const HotkeyTargets&
     registry.onKeyUp(hotkey::toggleEmbiggen,
                      [&settings] { settings.embiggenAllTags.set(!settings.embiggenAllTags.get()); });
     registry.onKeyUp(hotkey::biggerLabel,
-                     [&settings] { settings.tagSize.set(biggerSize(settings.tagSize.get())); });
+                     [&settings] { settings.tagSize.set(step(settings.tagSize.get(), 1)); });
     registry.onKeyUp(hotkey::smallerLabel,
-                     [&settings] { settings.tagSize.set(smallerSize(settings.tagSize.get())); });
+                     [&settings] { settings.tagSize.set(step(settings.tagSize.get(), -1)); });
     registry.onKeyDown(hotkey::openMCBig, [&manager] { manager.openMCBig(); });
     registry.onKeyUp(hotkey::quickSwitcher, [targets] { targets.panels.showQuickSwitcher(); });
     registry.onKeyDown(hotkey::peekTags, [&manager] { manager.peekBegin(); });

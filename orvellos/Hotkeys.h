@@ -34,7 +34,7 @@ inline constexpr std::array kAll = {tagThisSpace, toggleKillSwitch, toggleEmbigg
 
 }  // namespace hotkey
 
-// What the hotkeys act upon; outlives the registry.
+// What the hotkeys act upon, for as long as keys are delivered.
 struct HotkeyTargets {
     TagManager& manager;
     const SpaceIdentifier& spaces;
@@ -44,9 +44,5 @@ struct HotkeyTargets {
 
 // Makes the names known to the registry, with what each does from then on.
 void installHotkeys(keyboard_shortcuts::Registry& registry, const HotkeyTargets& targets);
-
-// The next size up or down; at the end of the ladder the same, and medium for a size that is not on it.
-[[nodiscard]] TagSize biggerSize(TagSize size);
-[[nodiscard]] TagSize smallerSize(TagSize size);
 
 }  // namespace orvellos

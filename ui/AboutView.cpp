@@ -1,6 +1,5 @@
 #include "ui/AboutView.h"
 
-#include <QFontDatabase>
 #include <QGridLayout>
 #include <QLabel>
 #include <QVBoxLayout>
@@ -33,9 +32,7 @@ QLabel* makeName() {
 
 QLabel* makeBuildLine(const std::string& text) {
     auto* line = makeSecondary(text);
-    auto font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    font.setPixelSize(11);
-    line->setFont(font);
+    line->setFont(fixedFont(11));
     line->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     return line;
 }

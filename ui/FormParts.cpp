@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QFontDatabase>
 #include <QToolButton>
 #include <functional>
 #include <utility>
@@ -66,6 +67,12 @@ QLabel* makeSymbol(std::string_view name, int points, PaletteColor color) {
         label.setPixmap(
             symbolPixmap(name, color(QApplication::palette()), points, label.devicePixelRatioF()));
     });
+}
+
+QFont fixedFont(int size) {
+    auto font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    font.setPixelSize(size);
+    return font;
 }
 
 QLineEdit* makeLabelField(const std::string& text) {

@@ -26,6 +26,8 @@ using PaletteColor = QColor (*)(const QPalette&);
                                     PaletteColor color = secondaryLabelColor);
 // A system symbol in a square of so many points.
 [[nodiscard]] QLabel* makeSymbol(std::string_view name, int points, PaletteColor color);
+// The system's font of characters of one width, at a size in pixels.
+[[nodiscard]] QFont fixedFont(int size);
 // A rounded text field. Typed text is at most kLongestLabel characters long.
 [[nodiscard]] QLineEdit* makeLabelField(const std::string& text);
 inline constexpr int kLongestLabel = 10'000;

@@ -1,8 +1,6 @@
 #include "ui/QuickSwitcherView.h"
 
 #include <QAbstractListModel>
-#include <QApplication>
-#include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -50,12 +48,6 @@ std::optional<std::uint16_t> virtualKeyCode(const QKeyEvent& event) {
         default:
             return std::nullopt;
     }
-}
-
-QFont desktopFont() {
-    auto font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    font.setPixelSize(12);
-    return font;
 }
 
 // One row: the tag's colour and label, the desktop's number, and a checkmark on the current one.
@@ -106,7 +98,7 @@ class RowPainter final : public QStyledItemDelegate {
         auto faint = color;
         faint.setAlphaF(0.62F);
         const auto desktop = toQString(QuickSwitcher::desktopText(row));
-        painter.setFont(desktopFont());
+        painter.setFont(fixedFont(12));
         const int width = painter.fontMetrics().horizontalAdvance(desktop);
         painter.setPen(faint);
         painter.drawText(place({rest.right() - width, rest.top(), width + 1, rest.height()}),

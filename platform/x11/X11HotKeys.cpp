@@ -1,10 +1,9 @@
 #include "platform/x11/X11HotKeys.h"
 
+#include <cstdlib>
 #include <memory>
 #include <utility>
-#include <vector>
 
-#include "platform/x11/Extension.h"
 #include "platform/x11/KeyCodes.h"
 #include "platform/x11/Xkb.h"
 
@@ -48,12 +47,13 @@ X11HotKeys::~X11HotKeys() {
 std::int32_t X11HotKeys::registerHotKey(std::uint32_t id, const KeyEvent& keys) {
     const auto code = xKeyCode(keys.keyCode);
     if (!code) return hot_key_status::kNoSuchKey;
-    const Grab grab{*code, static_cast<std::uint16_t>(xModifiers(keys.modifierFlags) & kModifiers)};
+    const Grab grab{{*code, static_cast<std::uint16_t>(xModifiers(keys.modifierFlags) & kModifiers)},
+                    lockStates(keyboard_)};
     std::vector<xcb_void_cookie_t> cookies;
-    for (const auto locks : lockStates(keyboard_))
+    for (const auto locks : grab.lockStates)
         cookies.push_back(xcb_grab_key_checked(connection_.get(), 0, connection_.root(),
-                                               static_cast<std::uint16_t>(grab.modifiers | locks), grab.key,
-                                               XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+                                               static_cast<std::uint16_t>(grab.keys.modifiers | locks),
+                                               grab.keys.key, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
     bool isTaken = false;
     connection_.synchronize();
     for (const auto cookie : cookies) {
@@ -79,9 +79,9 @@ void X11HotKeys::unregisterHotKey(std::uint32_t id) {
 }
 
 void X11HotKeys::ungrab(const Grab& grab) {
-    for (const auto locks : lockStates(keyboard_))
-        xcb_ungrab_key(connection_.get(), grab.key, connection_.root(),
-                       static_cast<std::uint16_t>(grab.modifiers | locks));
+    for (const auto locks : grab.lockStates)
+        xcb_ungrab_key(connection_.get(), grab.keys.key, connection_.root(),
+                       static_cast<std::uint16_t>(grab.keys.modifiers | locks));
     connection_.flush();
 }
 
@@ -104,15 +104,15 @@ void X11HotKeys::handleRaw(const RawInputEvent& event) {
 }
 
 // A key that repeats is pressed again while it is down.
-void X11HotKeys::press(const Grab& keys) {
+void X11HotKeys::press(const Keys& keys) {
     for (const auto& [id, grab] : std::map(grabs_))
-        if (grab == keys && held_.insert(id).second) handlers_.notify({id, true});
+        if (grab.keys == keys && held_.insert(id).second) handlers_.notify({id, true});
 }
 
 // The modifiers may have come up before.
 void X11HotKeys::release(std::uint32_t key) {
     for (const auto& [id, grab] : std::map(grabs_))
-        if (grab.key == key && held_.erase(id) > 0) handlers_.notify({id, false});
+        if (grab.keys.key == key && held_.erase(id) > 0) handlers_.notify({id, false});
 }
 
 }  // namespace platform::x11

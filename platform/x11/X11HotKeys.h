@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <set>
+#include <vector>
 
 #include "platform/HotKeyService.h"
 #include "platform/Observers.h"
@@ -31,15 +32,19 @@ class X11HotKeys final : public HotKeyService {
     }
 
   private:
-    struct Grab {
+    struct Keys {
         xcb_keycode_t key = 0;
         std::uint16_t modifiers = 0;
-        bool operator==(const Grab&) const = default;
+        bool operator==(const Keys&) const = default;
+    };
+    struct Grab {
+        Keys keys;
+        std::vector<std::uint16_t> lockStates;  // those of the layout at that time
     };
 
     void handle(const xcb_generic_event_t& event);
     void handleRaw(const RawInputEvent& event);
-    void press(const Grab& keys);
+    void press(const Keys& keys);
     void release(std::uint32_t key);
     void ungrab(const Grab& grab);
 

@@ -31,7 +31,7 @@ class X11Keyboard {
     // The symbol that the key gives without modifiers in the layout that is in effect; 0 for none.
     [[nodiscard]] xcb_keysym_t symbolOf(std::uint32_t xKeyCode) const;
     // The X modifiers that Caps Lock, Num Lock and Scroll Lock switch on and off.
-    [[nodiscard]] std::vector<std::uint16_t> lockModifiers() const { return lockModifiers_; }
+    [[nodiscard]] const std::vector<std::uint16_t>& lockModifiers() const { return lockModifiers_; }
     // Whether the key gives this symbol in the first or second group of the layout, with or without Shift.
     [[nodiscard]] bool gives(std::uint32_t xKeyCode, xcb_keysym_t symbol, bool withShift) const;
 

@@ -52,6 +52,11 @@ class InterfaceDesktop : public DesktopWithTags {
         return 0;
     }
     xcb_window_t statusButton() { return shown("orvellos"); }
+    // The alert that has the keyboard; 0 when there is none. The status button has the same title.
+    xcb_window_t alert() {
+        const auto active = x().activeWindow();
+        return active && x().text(*active, "_NET_WM_NAME") == "orvellos" ? *active : 0;
+    }
     // A window that can be seen and whose type contains that word; 0 when there is none.
     xcb_window_t windowOfType(std::string_view word) {
         for (const auto each : x().allWindows()) {

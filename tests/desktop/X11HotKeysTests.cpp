@@ -165,7 +165,7 @@ TEST_F(HotKeysTest, KeepsItsPlacesAndTellsTheirNamesInEveryLayout) {
     EXPECT_EQ(told(), "+1-1");
 }
 
-TEST_F(HotKeysTest, LeavesNothingBehindWhenItsProgramEndsWithAKeyHeld) {
+TEST_F(HotKeysTest, GivesItsKeysBackThoughOneIsHeld) {
     auto hands = desktop_.devices();
     for (const auto key : {kControlKey, kAltKey, kH}) hands.pressKey(key);
     EXPECT_TRUE(mainLoop_.runUntil([&] { return told_ == "+1"; }));
