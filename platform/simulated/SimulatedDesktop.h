@@ -10,6 +10,7 @@
 #include "platform/simulated/SimulatedLoginItem.h"
 #include "platform/simulated/SimulatedNavigation.h"
 #include "platform/simulated/SimulatedOverview.h"
+#include "platform/simulated/SimulatedPermissions.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/simulated/SimulatedScreens.h"
 #include "platform/simulated/SimulatedSession.h"
@@ -49,6 +50,7 @@ struct SimulatedDesktop {
     SimulatedLoginItem loginItem;
     SimulatedChildProcesses childProcesses;
     SimulatedShortcuts shortcuts;
+    SimulatedPermissions permissions;
     SimulatedAlerts alerts;
     SimulatedUrlOpener urls;
     SimulatedMouse mouse;

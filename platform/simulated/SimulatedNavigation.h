@@ -8,17 +8,15 @@
 
 #include "platform/Alerts.h"
 #include "platform/KeyPoster.h"
-#include "platform/Permissions.h"
 #include "platform/SymbolicHotKeys.h"
 #include "platform/UrlOpener.h"
 
 namespace platform::simulated {
 
 // A system that lets its Spaces be switched by keys, as far as a test allows it.
-class SimulatedShortcuts final : public KeyPoster, public SymbolicHotKeys, public Permissions {
+class SimulatedShortcuts final : public KeyPoster, public SymbolicHotKeys {
   public:
     bool canPost = true;
-    bool accessibilityTrusted = true;
     std::map<int, bool> enabled;     // what is not in it the system does not say
     std::vector<KeyEvent> pressed;   // keys that went down
     mutable std::vector<int> asked;  // numbers of shortcuts, in order
@@ -32,7 +30,6 @@ class SimulatedShortcuts final : public KeyPoster, public SymbolicHotKeys, publi
         const auto found = enabled.find(number);
         return found == enabled.end() ? std::nullopt : std::optional(found->second);
     }
-    [[nodiscard]] bool isAccessibilityTrusted() const override { return accessibilityTrusted; }
 };
 
 // Alerts that stay up until a test answers them.

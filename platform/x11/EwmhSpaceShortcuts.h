@@ -3,7 +3,6 @@
 #include <functional>
 
 #include "platform/KeyPoster.h"
-#include "platform/Permissions.h"
 #include "platform/SymbolicHotKeys.h"
 #include "platform/x11/EwmhDesktops.h"
 #include "platform/x11/X11WindowSystem.h"
@@ -13,7 +12,7 @@ namespace platform::x11 {
 // The shortcuts "move left a Space" and "move right a Space" of a desktop that has no such keys everywhere:
 // pressed through this class they move one Space themselves. No key ever gets to the user's programs, where
 // it would mean something else.
-class EwmhSpaceShortcuts final : public KeyPoster, public SymbolicHotKeys, public Permissions {
+class EwmhSpaceShortcuts final : public KeyPoster, public SymbolicHotKeys {
   public:
     struct Desktops {
         std::function<DesktopFacts()> facts;
@@ -28,7 +27,6 @@ class EwmhSpaceShortcuts final : public KeyPoster, public SymbolicHotKeys, publi
     [[nodiscard]] std::optional<bool> isEnabled(int /*number*/) const override {
         return desktops_.canSwitch();
     }
-    [[nodiscard]] bool isAccessibilityTrusted() const override { return desktops_.canSwitch(); }
 
   private:
     XConnection& connection_;

@@ -40,7 +40,7 @@ Desktop::Core::Core(Desktop& desktop)
                   desktop.keyMonitor_,
                   desktop.session_,
                   desktop.overview_.launcher(),
-                  {desktop.processes_, desktop.shortcuts_, desktop.shortcuts_, desktop.shortcuts_,
+                  {desktop.processes_, desktop.shortcuts_, desktop.shortcuts_, desktop.permissions_,
                    desktop.interface_.alerts(), desktop.settingsPages_}},
                  store) {}
 
@@ -72,6 +72,8 @@ Desktop::Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
                  {[this] { return spaceServer_.facts(); }, [this] { return spaceServer_.canSwitch(); },
                   [this] { return spaceServer_.lastTime(); }}),
       rawInput_(connection, events_),
+      permissions_({[this] { return spaceServer_.canSwitch(); }, [this] { return rawInput_.isAvailable(); },
+                    [this] { settingsPages_.openUrl(settingsUrl(orvellos::NavRemedy::Accessibility)); }}),
       keyboard_(connection, events_, runLoop),
       keyNames_(keyboard_),
       keyMonitor_(rawInput_, keyboard_, runLoop, [] { return QGuiApplication::focusWindow() != nullptr; }),

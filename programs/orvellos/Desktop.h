@@ -31,6 +31,7 @@
 #include "platform/x11/X11KeyMonitor.h"
 #include "platform/x11/X11KeyNames.h"
 #include "platform/x11/X11Keyboard.h"
+#include "platform/x11/X11Permissions.h"
 #include "platform/x11/X11ScreenPower.h"
 #include "platform/x11/X11Screens.h"
 #include "platform/x11/X11SpaceServer.h"
@@ -98,6 +99,7 @@ class Desktop {
     platform::x11::EwmhSpaceSwitching switching_;
     platform::x11::EwmhSpaceShortcuts shortcuts_;
     platform::x11::RawInput rawInput_;
+    platform::x11::X11Permissions permissions_;
     platform::x11::X11Keyboard keyboard_;
     platform::x11::X11KeyNames keyNames_;
     platform::x11::X11KeyMonitor keyMonitor_;

@@ -59,7 +59,7 @@ class ApplicationTest : public testing::Test {
     }
     NavServices navServices() {
         return {desktop_.childProcesses, desktop_.shortcuts, desktop_.shortcuts,
-                desktop_.shortcuts,      desktop_.alerts,    desktop_.urls};
+                desktop_.permissions,    desktop_.alerts,    desktop_.urls};
     }
 
     desktop_test::TimeZone zone_{"TEST-5:30"};  // that much ahead of UTC

@@ -132,7 +132,7 @@ TEST_F(NavControllerTest, SaysWhyNothingHelped) {
         desktop_.alerts.shown.clear();
         desktop_.shortcuts.asked.clear();
         desktop_.shortcuts.enabled = row.shortcuts;
-        desktop_.shortcuts.accessibilityTrusted = row.trusted;
+        desktop_.permissions.accessibilityTrusted = row.trusted;
         SpaceIdentifier spaces(desktop_.spaces, desktop_.spaces, desktop_.spaces, desktop_.screens,
                                desktop_.screens);
         desktop_.spaces.entryPoints().clear();

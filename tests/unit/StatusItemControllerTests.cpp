@@ -138,7 +138,7 @@ TEST_F(StatusItemControllerTest, SaysWhatIsHiddenAndWhatStandsInTheWay) {
         settings_.killSwitchActive.set(row.killed);
         settings_.visibilityMode.set(row.hides ? TagVisibilityMode::HiddenDuringWork
                                                : TagVisibilityMode::AlwaysVisible);
-        desktop_.shortcuts.accessibilityTrusted = row.trusted;
+        desktop_.permissions.accessibilityTrusted = row.trusted;
         desktop_.shortcuts.enabled = {{81, row.shortcut81}};
         desktop_.spaces.setAnswering(row.answers);
         const auto tags = store_.tags;
@@ -185,7 +185,7 @@ TEST_F(StatusItemControllerTest, ItsRowsDoWhatTheySay) {
     choose("Save Diagnostics Report…");
     choose("Quit orvellos");
     EXPECT_EQ(done_, (Texts{"saveDiagnostics", "terminate"}));
-    desktop_.shortcuts.accessibilityTrusted = false;
+    desktop_.permissions.accessibilityTrusted = false;
     choose("⚠ Grant Accessibility to enable click-to-switch");
     EXPECT_EQ(desktop_.urls.opened,
               Texts{"x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility"});

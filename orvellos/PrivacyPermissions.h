@@ -1,0 +1,69 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <utility>
+
+#include "platform/Alerts.h"
+#include "platform/ApplicationActivation.h"
+#include "platform/ApplicationBundle.h"
+#include "platform/ChildProcesses.h"
+#include "platform/FileBrowser.h"
+#include "platform/Permissions.h"
+#include "platform/RunLoop.h"
+#include "platform/UrlOpener.h"
+
+namespace orvellos {
+
+// The permissions that the application can do without, how the user is asked for them, and the ways out when
+// asking leads nowhere. Main thread only.
+class PrivacyPermissions {
+  public:
+    // What is passed outlives the permissions.
+    struct Services {
+        const platform::Permissions& permissions;
+        platform::PermissionPrompts& prompts;
+        platform::ApplicationActivation& activation;
+        platform::UrlOpener& urls;
+        platform::FileBrowser& fileBrowser;
+        platform::ChildProcesses& processes;
+        platform::Alerts& alerts;
+        platform::RunLoop& runLoop;
+        platform::ApplicationBundle bundle;
+        std::function<void()> terminate;  // ends this application
+    };
+    explicit PrivacyPermissions(Services services) : services_(std::move(services)) {}
+
+    [[nodiscard]] bool checkAccessibility() const { return services_.permissions.isAccessibilityTrusted(); }
+    [[nodiscard]] bool checkInputMonitoring() const {
+        return services_.permissions.isInputMonitoringTrusted();
+    }
+    // Both ask the user, unless the permission is there, and give what is granted right then.
+    bool promptAccessibility();
+    bool requestInputMonitoring();
+    // The same; after the delay calls `completion`, and then helps a user who saw no prompt: shows the list
+    // of the permission and, for adding it there, the application. The latest request alone is followed up.
+    void requestInputMonitoring(std::function<void()> completion, platform::Duration delay);
+
+    void openAccessibilitySettings();
+    void openInputMonitoringSettings();
+    void revealAppInFinder() { services_.fileBrowser.reveal(services_.bundle.path); }
+
+    // Starts the application anew and ends this one, which it does even when that fails.
+    void relaunch();
+    // Takes the application out of the lists of those privacy services. Waits for it; false when something
+    // of it failed.
+    bool resetPrivacy(std::span<const std::string> services);
+    // Lets the user confirm that both permissions are to be reset and the application started anew.
+    void confirmReset();
+
+  private:
+    Services services_;
+    platform::Timer followUp_;
+    platform::Timer policyRestore_;
+    std::optional<platform::ActivationPolicy> policyBefore_;  // while a request has changed it
+};
+
+}  // namespace orvellos
