@@ -121,9 +121,25 @@ void Registry::deliver(const platform::HotKeyEvent& event) {
     const auto found = std::ranges::find_if(
         hotKeys_, [&](const auto& each) { return each.second.carbonHotKeyId == event.id; });
     if (found == hotKeys_.end()) return;
+    // A key that was down before the recording still comes up for its name.
+    if (const auto onKey = onRecordedKey_; onKey && !found->second.isDown) {
+        if (const auto keys = keyEventOf(found->first)) onKey(*keys, event.isPressed);
+        return;
+    }
+    if (!event.isPressed && !found->second.isDown) return;  // went down while it was recorded
     found->second.isDown = event.isPressed;
     const auto action = event.isPressed ? found->second.onKeyDown : found->second.onKeyUp;
     action();
+}
+
+void Registry::startRecording(std::function<void(const platform::KeyEvent&, bool)> onKey) {
+    onRecordedKey_ = std::move(onKey);
+    recorderChanged_.notify(true);
+}
+
+void Registry::stopRecording() {
+    onRecordedKey_ = nullptr;
+    recorderChanged_.notify(false);
 }
 
 std::optional<std::string> Registry::displayText(const Name& name) const {

@@ -57,6 +57,14 @@ class Registry {
     [[nodiscard]] std::optional<std::string> displayText(const Name& name) const;
     // Whether the name has a shortcut that the system refused.
     [[nodiscard]] bool isRefused(const Name& name) const;
+    // Until it is stopped, keys that go down run no handler: `onKey` gets those of registered shortcuts, that
+    // a recorder would not see, as they go down and come up.
+    void startRecording(std::function<void(const platform::KeyEvent& keys, bool isPressed)> onKey);
+    void stopRecording();
+    // Calls `handler` when a recorder starts and when it stops.
+    platform::Subscription recorderActiveStatusDidChange(std::function<void(bool isActive)> handler) {
+        return recorderChanged_.subscribe(std::move(handler));
+    }
     // Calls `handler` with the raw value of every name whose shortcut changes.
     platform::Subscription shortcutByNameDidChange(std::function<void(std::string_view)> handler) {
         return changed_.subscribe(std::move(handler));
@@ -83,7 +91,9 @@ class Registry {
     std::map<Shortcut, HotKey> hotKeys_;
     std::set<Shortcut> refused_;
     std::uint32_t lastId_ = 0;
+    std::function<void(const platform::KeyEvent&, bool)> onRecordedKey_;
     platform::Observers<std::string_view> changed_;
+    platform::Observers<bool> recorderChanged_;
     platform::Subscription events_;
 };
 

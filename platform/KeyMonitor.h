@@ -20,9 +20,12 @@ inline constexpr std::uint64_t kCommand = 1U << 20;
 // characters.
 namespace key {
 inline constexpr std::uint16_t kReturn = 36;
+inline constexpr std::uint16_t kTab = 48;
+inline constexpr std::uint16_t kDelete = 51;  // to the left of the cursor
 inline constexpr std::uint16_t kEscape = 53;
 inline constexpr std::uint16_t kKeypadEnter = 76;
 inline constexpr std::uint16_t kF3 = 99;
+inline constexpr std::uint16_t kForwardDelete = 117;
 inline constexpr std::uint16_t kLeftArrow = 123;
 inline constexpr std::uint16_t kRightArrow = 124;
 inline constexpr std::uint16_t kDownArrow = 125;

@@ -17,6 +17,7 @@
 #include "platform/simulated/SimulatedSpaces.h"
 #include "platform/simulated/SimulatedSystemInformation.h"
 #include "platform/simulated/SimulatedSystemLog.h"
+#include "platform/simulated/SimulatedSystemShortcuts.h"
 #include "platform/simulated/SimulatedUserInterface.h"
 #include "platform/simulated/SimulatedWindowList.h"
 #include "platform/simulated/SimulatedWindowSystem.h"
@@ -41,6 +42,7 @@ struct SimulatedDesktop {
     SimulatedKeyboard keyboard;
     SimulatedHotKeys hotKeys;
     SimulatedKeyNames keyNames;
+    SimulatedSystemShortcuts systemShortcuts{runLoop};
     SimulatedSession session;
     SimulatedApplications applications;
     SimulatedFileSystem files;

@@ -1,0 +1,148 @@
+#include "KeyboardShortcuts/Recorder.h"
+
+#include <fmt/format.h>
+
+#include <utility>
+
+#include "KeyboardShortcuts/DisplayForm.h"
+#include "KeyboardShortcuts/LocalizedText.h"
+
+namespace keyboard_shortcuts {
+
+namespace {
+
+namespace key = platform::key;
+
+bool isPlain(const platform::KeyEvent& keys) {
+    return shortcutOf(keys).carbonModifiers == 0;
+}
+
+bool leavesTheField(const platform::KeyEvent& keys) {
+    return keys.keyCode == key::kTab && (shortcutOf(keys).carbonModifiers & ~carbon::kShift) == 0;
+}
+
+}  // namespace
+
+Recorder::Recorder(Services services, const Name& name)
+    : services_(std::move(services)),
+      name_(name),
+      registryChanges_(services_.registry.shortcutByNameDidChange([this](auto) { changed_.notify(); })) {}
+
+Recorder::~Recorder() {
+    if (isRecording_) services_.registry.stopRecording();
+}
+
+void Recorder::begin() {
+    if (isRecording_) return;
+    isRecording_ = true;
+    systemAnswer_.cancel();
+    checked_.reset();
+    services_.registry.startRecording([this](const platform::KeyEvent& keys, bool isPressed) {
+        if (isPressed)
+            keyDown(keys);
+        else
+            keyUp();
+    });
+    changed_.notify();
+}
+
+void Recorder::end() {
+    if (!isRecording_) return;
+    isRecording_ = false;
+    disallowed_.reset();
+    services_.registry.stopRecording();
+    if (const auto chosen = std::exchange(captured_, std::nullopt)) choose(*chosen);
+    changed_.notify();
+}
+
+bool Recorder::keyDown(const platform::KeyEvent& keys) {
+    if (!isRecording_ || leavesTheField(keys)) return false;
+    if (captured_) return true;
+    if (isPlain(keys) && keys.keyCode == key::kEscape) {
+        end();
+    } else if (isPlain(keys) && (keys.keyCode == key::kDelete || keys.keyCode == key::kForwardDelete)) {
+        clear();
+    } else if (const auto pressed = shortcutOf(keys); isAllowed(pressed)) {
+        captured_ = pressed;
+        disallowed_.reset();
+    } else {
+        disallowed_ = pressed;
+    }
+    changed_.notify();
+    return true;
+}
+
+void Recorder::keyUp() {
+    if (captured_) end();
+}
+
+void Recorder::clear() {
+    captured_.reset();
+    end();
+    systemAnswer_.cancel();
+    checked_.reset();
+    services_.registry.setShortcut(std::nullopt, name_);
+    changed_.notify();
+}
+
+void Recorder::choose(const Shortcut& shortcut) {
+    auto& registry = services_.registry;
+    const bool isInForce = registry.getShortcut(name_) == shortcut && !registry.isRefused(name_);
+    const auto keys = keyEventOf(shortcut);
+    if (isInForce || !keys) return;
+    if (const auto title = services_.ownUse(*keys, name_)) return warnOfOwnUse(shortcut, *title);
+    checked_ = shortcut;
+    systemAnswer_ = services_.systemShortcuts.findUse(*keys, [this, shortcut](const auto& action) {
+        checked_.reset();
+        if (action)
+            warnOfSystemUse(shortcut, *action);
+        else
+            services_.registry.setShortcut(shortcut, name_);
+        changed_.notify();
+    });
+}
+
+void Recorder::warnOfOwnUse(const Shortcut& shortcut, const std::string& title) {
+    services_.alerts.runModal(
+        {.message = fmt::format(text::keyboard_shortcut_used_by_menu_item, shown(shortcut), title),
+         .informativeText = std::string(text::keyboard_shortcut_used_by_menu_item_help),
+         .buttons = {std::string(text::ok)}},
+        [](std::size_t /*button*/) {});
+}
+
+// The settings window may be gone by the time the user answers.
+void Recorder::warnOfSystemUse(const Shortcut& shortcut, const std::string& action) {
+    services_.alerts.runModal(
+        {.message = action.empty()
+                        ? fmt::format(text::keyboard_shortcut_used_by_system, shown(shortcut))
+                        : fmt::format(text::keyboard_shortcut_used_by_system_for, shown(shortcut), action),
+         .informativeText = std::string(text::keyboard_shortcuts_can_be_changed),
+         .buttons = {std::string(text::force_use_shortcut), std::string(text::cancel)}},
+        [&registry = services_.registry, shortcut, name = name_](std::size_t button) {
+            if (button == 0) registry.setShortcut(shortcut, name);
+        });
+}
+
+std::string Recorder::shown(const Shortcut& shortcut) const {
+    return displayForm(shortcut, services_.keyNames);
+}
+
+std::string Recorder::text() const {
+    if (captured_) return shown(*captured_);
+    if (checked_) return shown(*checked_);
+    return isRecording_ ? "" : services_.registry.displayText(name_).value_or("");
+}
+
+std::string_view Recorder::placeholder() const {
+    return isRecording_ ? text::press_shortcut : text::record_shortcut;
+}
+
+std::string Recorder::warning() const {
+    if (disallowed_) return fmt::format(text::keyboard_shortcut_disallowed, shown(*disallowed_));
+    const auto shortcut = services_.registry.getShortcut(name_);
+    if (!shortcut || !services_.registry.isRefused(name_)) return "";
+    return std::string(isAllowed(*shortcut) ? text::keyboard_shortcut_refused
+                                            : text::keyboard_shortcut_impossible);
+}
+
+}  // namespace keyboard_shortcuts

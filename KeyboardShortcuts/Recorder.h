@@ -1,0 +1,72 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "KeyboardShortcuts/Registry.h"
+#include "platform/Alerts.h"
+#include "platform/SystemShortcuts.h"
+
+namespace keyboard_shortcuts {
+
+// The logic of a field in which the user presses the keys that are to be a name's shortcut. Main thread only.
+class Recorder {
+  public:
+    // What is passed outlives the recorder, and the registry its warnings too.
+    struct Services {
+        Registry& registry;
+        const platform::KeyNames& keyNames;
+        platform::SystemShortcuts& systemShortcuts;
+        platform::Alerts& alerts;
+        // The title of what the application itself does on these keys, other than by this name.
+        std::function<std::optional<std::string>(const platform::KeyEvent& keys, const Name& name)> ownUse;
+    };
+    Recorder(Services services, const Name& name);
+    ~Recorder();
+    Recorder(const Recorder&) = delete;
+    Recorder& operator=(const Recorder&) = delete;
+
+    // From here on the next keys are taken, those of other shortcuts too, until the user has chosen or it is
+    // ended.
+    void begin();
+    void end();
+    [[nodiscard]] bool isRecording() const { return isRecording_; }
+
+    // False for a key that the recorder leaves to others: Tab, and every key while nothing is recorded. Keys
+    // that are modifiers are not to be passed. What was captured counts when the key comes up, for a held key
+    // must not act at once.
+    bool keyDown(const platform::KeyEvent& keys);
+    void keyUp();
+    // The user's wish to have no shortcut.
+    void clear();
+
+    // What the field shows: the shortcut, or the one that is being recorded; empty without one.
+    [[nodiscard]] std::string text() const;
+    [[nodiscard]] std::string_view placeholder() const;
+    // What is wrong with the keys that were pressed last, or with the shortcut; empty when nothing is.
+    [[nodiscard]] std::string warning() const;
+    // Called whenever the field may have to show something else.
+    platform::Subscription subscribe(std::function<void()> callback) {
+        return changed_.subscribe(std::move(callback));
+    }
+
+  private:
+    void choose(const Shortcut& shortcut);
+    void warnOfOwnUse(const Shortcut& shortcut, const std::string& title);
+    void warnOfSystemUse(const Shortcut& shortcut, const std::string& action);
+    [[nodiscard]] std::string shown(const Shortcut& shortcut) const;
+
+    Services services_;
+    Name name_;
+    bool isRecording_ = false;
+    std::optional<Shortcut> captured_;    // while its key is down
+    std::optional<Shortcut> checked_;     // while the system is asked about it
+    std::optional<Shortcut> disallowed_;  // pressed last
+    platform::Observers<> changed_;
+    platform::Subscription registryChanges_;
+    platform::Subscription systemAnswer_;
+};
+
+}  // namespace keyboard_shortcuts
