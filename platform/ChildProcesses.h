@@ -24,6 +24,7 @@ class BackgroundProcesses {
     struct Ended {
         std::optional<int> status;  // absent when a signal ended it
         std::string standardError;
+        std::string standardOutput = {};
     };
 
     virtual ~BackgroundProcesses() = default;

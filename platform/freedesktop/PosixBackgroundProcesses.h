@@ -19,24 +19,30 @@ class PosixBackgroundProcesses final : public BackgroundProcesses {
     PosixBackgroundProcesses(DescriptorWatcher& watcher, Locate locate)
         : watcher_(watcher), locate_(std::move(locate)) {}
 
-    // At most kMostStandardError bytes of what a program says are kept.
+    // At most so many bytes of what a program says are kept.
     [[nodiscard]] std::optional<std::string> start(const std::string& program,
                                                    std::span<const std::string> arguments,
                                                    std::function<void(const Ended&)> ended) override;
     static constexpr std::size_t kMostStandardError = 4096;
+    static constexpr std::size_t kMostStandardOutput = 256 * 1024;
 
   private:
+    // What a program says on one of its standard streams.
+    struct Stream {
+        FileDescriptor end;
+        std::size_t most = 0;
+        std::string text;
+        Subscription readable;
+    };
     struct Child {
         FileDescriptor handle;
-        FileDescriptor output;
-        std::string standardError;
+        Stream output;
+        Stream error;
         std::function<void(const Ended&)> ended;
-        Subscription readable;
         Subscription end;
     };
 
-    // False when there is no more for now; then the program has closed its end, or nothing is there yet.
-    bool read(Child& child);
+    void follow(Stream& stream, FileDescriptor end, std::size_t most);
     void finish(pid_t process);
 
     DescriptorWatcher& watcher_;

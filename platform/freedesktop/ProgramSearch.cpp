@@ -18,18 +18,20 @@ bool canBeStarted(const std::filesystem::path& file) {
 
 }  // namespace
 
-bool isProgramInFolders(std::string_view program, std::string_view folders) {
+std::optional<std::filesystem::path> findProgramInFolders(std::string_view program,
+                                                          std::string_view folders) {
     while (!folders.empty()) {
         const auto folder = folders.substr(0, folders.find(':'));
         folders.remove_prefix(std::min(folder.size() + 1, folders.size()));
-        if (!folder.empty() && canBeStarted(std::filesystem::path(folder) / program)) return true;
+        auto file = std::filesystem::path(folder) / program;
+        if (!folder.empty() && canBeStarted(file)) return file;
     }
-    return false;
+    return std::nullopt;
 }
 
-bool isProgramInstalled(std::string_view program) {
+std::optional<std::filesystem::path> findProgram(std::string_view program) {
     const char* folders = std::getenv("PATH");
-    return folders && isProgramInFolders(program, folders);
+    return folders ? findProgramInFolders(program, folders) : std::nullopt;
 }
 
 }  // namespace platform::freedesktop

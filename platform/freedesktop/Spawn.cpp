@@ -33,9 +33,10 @@ class SpawnAttributes {
 
 class FileActions {
   public:
-    explicit FileActions(std::optional<int> standardError) {
+    explicit FileActions(const ChildStreams& streams) {
         posix_spawn_file_actions_init(&actions_);
-        if (standardError) posix_spawn_file_actions_adddup2(&actions_, *standardError, STDERR_FILENO);
+        if (streams.output) posix_spawn_file_actions_adddup2(&actions_, *streams.output, STDOUT_FILENO);
+        if (streams.error) posix_spawn_file_actions_adddup2(&actions_, *streams.error, STDERR_FILENO);
     }
     ~FileActions() { posix_spawn_file_actions_destroy(&actions_); }
     FileActions(const FileActions&) = delete;
@@ -48,13 +49,12 @@ class FileActions {
 
 }  // namespace
 
-Spawned spawn(const std::string& file, std::span<const std::string> arguments,
-              std::optional<int> standardError) {
+Spawned spawn(const std::string& file, std::span<const std::string> arguments, const ChildStreams& streams) {
     std::vector<char*> words = {const_cast<char*>(file.c_str())};
     for (const auto& argument : arguments) words.push_back(const_cast<char*>(argument.c_str()));
     words.push_back(nullptr);
     const SpawnAttributes attributes;
-    const FileActions actions(standardError);
+    const FileActions actions(streams);
     Spawned spawned;
     spawned.error =
         posix_spawn(&spawned.process, file.c_str(), actions.get(), attributes.get(), words.data(), environ);

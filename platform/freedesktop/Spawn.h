@@ -8,15 +8,19 @@
 
 namespace platform::freedesktop {
 
-// Starts a child process of the program file with this process's environment and standard streams, but for
-// the standard error where a descriptor is given. It reacts to a broken pipe as programs do by default,
-// whatever this process does. Gives the error number when it cannot be started.
+// What a child's standard streams are, where they are not those of this process.
+struct ChildStreams {
+    std::optional<int> output = {};
+    std::optional<int> error = {};
+};
+// Starts a child process of the program file with this process's environment. It reacts to a broken pipe as
+// programs do by default, whatever this process does. Gives the error number when it cannot be started.
 struct Spawned {
     pid_t process = -1;
     int error = 0;
 };
 [[nodiscard]] Spawned spawn(const std::string& file, std::span<const std::string> arguments,
-                            std::optional<int> standardError = std::nullopt);
+                            const ChildStreams& streams = {});
 
 // Waits for the child's end: its exit status; absent when a signal ended it, or there is no such child.
 // SIGCHLD must not be ignored, or the status is lost.

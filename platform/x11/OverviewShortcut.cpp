@@ -60,6 +60,23 @@ std::optional<xcb_keysym_t> symbolOfCharacter(std::uint32_t character) {
     return kUnicodeSymbols | character;
 }
 
+std::optional<std::uint32_t> keyOfSpecialSymbol(xcb_keysym_t symbol) {
+    for (const auto& range : kSpecialKeys)
+        if (symbol >= range.firstSymbol && symbol - range.firstSymbol < range.count)
+            return range.firstQtKey + (symbol - range.firstSymbol);
+    return std::nullopt;
+}
+
+// A letter's key is named by the capital.
+std::optional<std::uint32_t> characterOfSymbol(xcb_keysym_t symbol) {
+    const bool isSmall =
+        (symbol >= 'a' && symbol <= 'z') || (symbol >= 0xE0 && symbol <= 0xFE && symbol != 0xF7);
+    if (symbol < 0x20) return std::nullopt;
+    if (symbol <= 0xFF) return isSmall ? symbol - 0x20 : symbol;
+    if ((symbol & ~0x00FFFFFFU) == kUnicodeSymbols) return symbol & 0x00FFFFFFU;
+    return std::nullopt;
+}
+
 }  // namespace
 
 std::optional<OverviewShortcut> shortcutOfQtKey(std::uint32_t qtKey) {
@@ -70,6 +87,15 @@ std::optional<OverviewShortcut> shortcutOfQtKey(std::uint32_t qtKey) {
     for (const auto& [qtModifier, flag] : kModifiers)
         if ((qtKey & qtModifier) != 0) shortcut.modifierFlags |= flag;
     return shortcut;
+}
+
+std::optional<std::uint32_t> qtKeyOf(const OverviewShortcut& shortcut) {
+    auto key = keyOfSpecialSymbol(shortcut.symbol);
+    if (!key) key = characterOfSymbol(shortcut.symbol);
+    if (!key) return std::nullopt;
+    for (const auto& [qtModifier, flag] : kModifiers)
+        if ((shortcut.modifierFlags & flag) != 0) *key |= qtModifier;
+    return key;
 }
 
 std::vector<OverviewShortcut> shortcutsOfQtKeys(std::span<const std::uint32_t> qtKeys) {

@@ -23,6 +23,8 @@ struct OverviewShortcut {
 
 // Qt's key code with its modifiers, as KDE's programs exchange shortcuts; absent when no key gives it.
 [[nodiscard]] std::optional<OverviewShortcut> shortcutOfQtKey(std::uint32_t qtKey);
+// The same the other way round, for a shortcut that is pressed.
+[[nodiscard]] std::optional<std::uint32_t> qtKeyOf(const OverviewShortcut& shortcut);
 // Those of the keys that there are.
 [[nodiscard]] std::vector<OverviewShortcut> shortcutsOfQtKeys(std::span<const std::uint32_t> qtKeys);
 // GNOME Shell's: a tap on either Super key.

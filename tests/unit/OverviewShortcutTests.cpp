@@ -37,6 +37,10 @@ TEST(OverviewShortcutTest, ReadsQtsKeyCodes) {
         const auto expected =
             symbol == 0 ? std::nullopt : std::optional(OverviewShortcut{symbol, modifierFlags});
         EXPECT_EQ(shortcutOfQtKey(qtKey), expected) << name;
+        constexpr std::uint32_t kNumberPad = 0x20000000;
+        if (expected) {
+            EXPECT_EQ(qtKeyOf(*expected), qtKey & ~kNumberPad) << name;
+        }
     }
 }
 

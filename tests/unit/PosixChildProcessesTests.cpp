@@ -27,8 +27,8 @@ TEST(PosixBackgroundProcessesTest, TellsHowEachEnded) {
     desktop_test::MainLoop loop;
     PosixBackgroundProcesses processes(loop.runLoop, [](const auto& program) { return program; });
     std::map<std::string, BackgroundProcesses::Ended> ended;
-    for (const std::string script :
-         {"echo no >&2; exit 3", "exec 2>&-; exit 0", "kill -KILL $$", "yes | head -c 300000 >&2; exit 4"}) {
+    for (const std::string script : {"echo no >&2; echo yes; exit 3", "exec 2>&-; exit 0", "kill -KILL $$",
+                                     "yes | head -c 300000 >&2; exit 4"}) {
         const std::vector<std::string> arguments = {"-c", script};
         EXPECT_EQ(
             processes.start("/bin/sh", arguments, [&, script](const auto& how) { ended[script] = how; }),
@@ -39,6 +39,7 @@ TEST(PosixBackgroundProcessesTest, TellsHowEachEnded) {
     std::vector<std::pair<std::optional<int>, std::string>> found;
     found.reserve(ended.size());
     for (const auto& [script, how] : ended) found.emplace_back(how.status, how.standardError.substr(0, 4));
+    EXPECT_EQ(ended["echo no >&2; echo yes; exit 3"].standardOutput, "yes\n");
     EXPECT_EQ(found, (std::vector<std::pair<std::optional<int>, std::string>>{
                          {3, "no\n"}, {0, ""}, {std::nullopt, ""}, {4, "y\ny\n"}}));
 }

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/freedesktop/BusMessage.h"
+
+namespace platform::freedesktop {
+
+// One of a desktop's own shortcuts, in GTK's spelling, with what it does.
+struct Accelerator {
+    std::string keys;
+    std::string action;
+    bool operator==(const Accelerator&) const = default;
+};
+
+// Those in force among the properties of Xfce's channel "xfce4-keyboard-shortcuts", as pairs of path and
+// value. The user's own list takes the place of the default one where it says so.
+[[nodiscard]] std::vector<Accelerator> acceleratorsOfXfce(const BusArguments& properties);
+
+// Those in what `gsettings list-recursively` prints of a schema of keys: "schema name ['<Alt>Tab']".
+[[nodiscard]] std::vector<Accelerator> acceleratorsOfGsettings(std::string_view output);
+
+}  // namespace platform::freedesktop

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "platform/KeyMonitor.h"
+#include "platform/x11/OverviewShortcut.h"
+#include "platform/x11/X11Keyboard.h"
+
+namespace platform::x11 {
+
+// The keys of an accelerator as GTK writes them, "<Primary><Alt>Left"; absent when the text is none.
+[[nodiscard]] std::optional<OverviewShortcut> shortcutOfAccelerator(std::string_view accelerator);
+// The same of keys that are pressed, by the layout in effect; absent for a key without a symbol.
+[[nodiscard]] std::optional<OverviewShortcut> shortcutOfKeys(const KeyEvent& keys,
+                                                             const X11Keyboard& keyboard);
+
+}  // namespace platform::x11

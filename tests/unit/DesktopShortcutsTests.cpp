@@ -1,0 +1,140 @@
+// What desktops say of their own shortcuts, asked for on a private bus and of a program that stands in.
+
+#include "platform/freedesktop/DesktopShortcuts.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "platform/freedesktop/PosixBackgroundProcesses.h"
+#include "platform/x11/KeyAccelerators.h"
+#include "tests/support/MainLoop.h"
+#include "tests/support/PrivateBus.h"
+#include "tests/support/TemporaryFolder.h"
+
+namespace platform::freedesktop {
+namespace {
+
+using desktop_test::StandInService;
+
+constexpr KeyEvent kKeys = {17, modifier::kControl};
+constexpr std::int32_t kQtKey = 0x04000054;  // Ctrl+T
+
+TEST(AcceleratorTest, AreReadAsGtkWritesThem) {
+    using namespace modifier;
+    struct Row {
+        const char* text;
+        xcb_keysym_t symbol;  // 0 for none
+        std::uint64_t modifierFlags;
+    };
+    for (const auto& [text, symbol, flags] : {Row{"<Primary><Alt>Left", 0xFF51, kControl | kOption},
+                                              {"<Super>T", 't', kCommand},
+                                              {"<SHIFT><ctrl>F2", 0xFFBF, kShift | kControl},
+                                              {"<Mod4>bracketleft", '[', kCommand},
+                                              {"Print", 0xFF61, 0},
+                                              {"<Hyper>t", 0, 0},
+                                              {"<Super", 0, 0},
+                                              {"<Super>", 0, 0},
+                                              {"disabled", 0, 0},
+                                              {"", 0, 0}}) {
+        const auto expected = symbol ? std::optional(x11::OverviewShortcut{symbol, flags}) : std::nullopt;
+        EXPECT_EQ(x11::shortcutOfAccelerator(text), expected) << text;
+    }
+}
+
+TEST(AcceleratorListsTest, GiveWhatIsInForce) {
+    using Accelerators = std::vector<Accelerator>;
+    auto properties = nlohmann::json::parse(R"([["/xfwm4/default/<Alt>F4", "close_window_key"],
+        ["/xfwm4/custom/<Alt>F5", "hide_window_key"], ["/commands/custom/<Alt>F2", "xfrun4"],
+        ["/commands/custom/<Alt>F2/startup-notify", true], ["/commands/default/<Alt>F3", "appfinder"],
+        ["/commands/custom/override", true], "garbage", [1, 2], ["/xfwm4/custom/override", "true"]])");
+    EXPECT_EQ(acceleratorsOfXfce(properties),
+              (Accelerators{{"<Alt>F4", "Close window"}, {"<Alt>F2", "xfrun4"}}));
+    EXPECT_EQ(acceleratorsOfXfce({{"not", "a list"}}), Accelerators{});
+    EXPECT_EQ(
+        acceleratorsOfGsettings("schema switch-windows ['<Alt>Tab', '<Super>Tab']\nschema always-on-top "
+                                "@as []\nschema panel-run-dialog '<Alt>F2'\nschema\n\nschema open '\n"),
+        (Accelerators{{"<Alt>Tab", "Switch windows"},
+                      {"<Super>Tab", "Switch windows"},
+                      {"<Alt>F2", "Panel run dialog"}}));
+}
+
+class DesktopShortcutsTest : public testing::Test {
+  protected:
+    // What a desktop of that name answers; the test fails when it does not.
+    std::optional<std::string> findUse(const char* desktop) {
+        DesktopShortcuts shortcuts(
+            {bus_, processes_, loop_.runLoop, desktop,
+             [](const auto& keys) {
+                 EXPECT_EQ(keys, kKeys);
+                 return std::optional<std::uint32_t>(kQtKey);
+             },
+             [](const auto& accelerator, const auto& /*keys*/) { return accelerator == "<Primary>t"; }});
+        std::optional<std::optional<std::string>> found;
+        const auto question = shortcuts.findUse(kKeys, [&](const auto& action) {
+            EXPECT_FALSE(found) << "answered twice";
+            found = action;
+        });
+        EXPECT_FALSE(found) << "at a later turn";
+        EXPECT_TRUE(loop_.runUntil([&] { return found.has_value(); }));
+        return found.value_or("nothing");
+    }
+    void writeGsettings(const char* script) {
+        const auto file = folder_.path() / "gsettings";
+        std::ofstream(file) << "#!/bin/sh\n" << script << "\n";
+        std::filesystem::permissions(file, std::filesystem::perms::owner_all);
+    }
+
+    desktop_test::PrivateBus daemon_;
+    desktop_test::MainLoop loop_;
+    desktop_test::TemporaryFolder folder_;
+    SystemdLibrary library_;
+    SessionBus bus_{library_, loop_.runLoop, loop_.runLoop, [this] { return daemon_.address(); }};
+    PosixBackgroundProcesses processes_{
+        loop_.runLoop, [this](const std::string& name) { return (folder_.path() / name).string(); }};
+};
+
+TEST_F(DesktopShortcutsTest, KdesDaemonIsAskedForTheKey) {
+    EXPECT_EQ(findUse("KDE"), std::nullopt) << "there is none";
+    const char* wrong = nullptr;
+    const StandInService service(daemon_.address(), "org.kde.kglobalaccel", [&](auto* call, auto* reply) {
+        std::int32_t key = 0;
+        if (sd_bus_message_read(call, "i", &key) < 0 || key != kQtKey) return -1;
+        return wrong ? sd_bus_message_append(reply, "s", wrong)
+                     : sd_bus_message_append(reply, "as", 4, "kwin", "Overview", "KWin", "Toggle Overview");
+    });
+    EXPECT_EQ(findUse("KDE"), "Toggle Overview");
+    EXPECT_EQ(findUse(""), "Toggle Overview") << "also where the desktop has no name";
+    EXPECT_EQ(service.calls().front(), "/kglobalaccel org.kde.KGlobalAccel.action");
+    wrong = "not a list";
+    EXPECT_EQ(findUse("KDE"), std::nullopt);
+}
+
+TEST_F(DesktopShortcutsTest, XfcesSettingsAreAskedOnXfceAlone) {
+    const StandInService service(daemon_.address(), "org.xfce.Xfconf", [](auto* /*call*/, auto* reply) {
+        return sd_bus_message_append(reply, "a{sv}", 1, "/xfwm4/default/<Primary>t", "s", "stick_window_key");
+    });
+    EXPECT_EQ(findUse("XFCE"), "Stick window");
+    EXPECT_EQ(findUse("KDE"), std::nullopt);
+    EXPECT_EQ(service.calls().size(), 1U);
+}
+
+TEST_F(DesktopShortcutsTest, GnomesSettingsAreAskedSchemaBySchema) {
+    EXPECT_EQ(findUse("GNOME"), std::nullopt) << "there is no such program";
+    writeGsettings(
+        "[ \"$2\" = org.gnome.mutter.keybindings ] && echo \"$2 toggle-tiled-left ['<Primary>t']\"");
+    EXPECT_EQ(findUse("ubuntu:GNOME"), "Toggle tiled left");
+    EXPECT_EQ(findUse("MATE"), std::nullopt) << "none of these is its own";
+    writeGsettings("echo 'No such schema' >&2; exit 1");
+    EXPECT_EQ(findUse("GNOME"), std::nullopt);
+}
+
+TEST_F(DesktopShortcutsTest, NobodyIsWaitedForLong) {
+    writeGsettings("exec sleep 3");
+    daemon_.stop();
+    EXPECT_EQ(findUse("GNOME"), std::nullopt);
+    daemon_.resume();
+}
+
+}  // namespace
+}  // namespace platform::freedesktop
