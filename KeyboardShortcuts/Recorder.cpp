@@ -87,7 +87,7 @@ void Recorder::clear() {
 
 void Recorder::choose(const Shortcut& shortcut) {
     auto& registry = services_.registry;
-    const bool isInForce = registry.getShortcut(name_) == shortcut && !registry.isRefused(name_);
+    const bool isInForce = registry.getShortcut(name_) == shortcut && !registry.refusal(name_);
     const auto keys = keyEventOf(shortcut);
     if (isInForce || !keys) return;
     if (const auto title = services_.ownUse(*keys, name_)) return warnOfOwnUse(shortcut, *title);
@@ -139,10 +139,11 @@ std::string_view Recorder::placeholder() const {
 
 std::string Recorder::warning() const {
     if (disallowed_) return fmt::format(text::keyboard_shortcut_disallowed, shown(*disallowed_));
-    const auto shortcut = services_.registry.getShortcut(name_);
-    if (!shortcut || !services_.registry.isRefused(name_)) return "";
-    return std::string(isAllowed(*shortcut) ? text::keyboard_shortcut_refused
-                                            : text::keyboard_shortcut_impossible);
+    const auto refusal = services_.registry.refusal(name_);
+    if (!refusal) return "";
+    return std::string(*refusal == platform::hot_key_status::kAlreadyTaken
+                           ? text::keyboard_shortcut_refused
+                           : text::keyboard_shortcut_impossible);
 }
 
 }  // namespace keyboard_shortcuts

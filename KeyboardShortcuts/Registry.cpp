@@ -94,7 +94,7 @@ void Registry::registerShortcut(const Shortcut& shortcut) {
                                 [this, shortcut] { run(shortcut, &Actions::onKeyUp); }});
         return;
     }
-    refused_.insert(shortcut);
+    refused_.emplace(shortcut, status);
     services_.standardOutput(
         fmt::format("Error registering hotkey {}: {}\n", displayForm(shortcut, services_.keyNames), status));
 }
@@ -147,9 +147,10 @@ std::optional<std::string> Registry::displayText(const Name& name) const {
     return shortcut ? std::optional(displayForm(*shortcut, services_.keyNames)) : std::nullopt;
 }
 
-bool Registry::isRefused(const Name& name) const {
+std::optional<std::int32_t> Registry::refusal(const Name& name) const {
     const auto shortcut = getShortcut(name);
-    return shortcut && refused_.contains(*shortcut);
+    const auto found = shortcut ? refused_.find(*shortcut) : refused_.end();
+    return found == refused_.end() ? std::nullopt : std::optional(found->second);
 }
 
 }  // namespace keyboard_shortcuts

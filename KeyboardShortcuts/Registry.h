@@ -4,7 +4,6 @@
 #include <functional>
 #include <map>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -55,8 +54,9 @@ class Registry {
 
     // The shortcut in words, as "⌃⌥⌘H"; absent without one.
     [[nodiscard]] std::optional<std::string> displayText(const Name& name) const;
-    // Whether the name has a shortcut that the system refused.
-    [[nodiscard]] bool isRefused(const Name& name) const;
+    // Why the system refused the name's shortcut, as one of platform::hot_key_status; absent without one, and
+    // when it did not.
+    [[nodiscard]] std::optional<std::int32_t> refusal(const Name& name) const;
     // Until it is stopped, keys that go down run no handler: `onKey` gets those of registered shortcuts, that
     // a recorder would not see, as they go down and come up.
     void startRecording(std::function<void(const platform::KeyEvent& keys, bool isPressed)> onKey);
@@ -89,7 +89,7 @@ class Registry {
     Services services_;
     std::map<std::string_view, Actions> actions_;  // by the name's raw value
     std::map<Shortcut, HotKey> hotKeys_;
-    std::set<Shortcut> refused_;
+    std::map<Shortcut, std::int32_t> refused_;  // with the status
     std::uint32_t lastId_ = 0;
     std::function<void(const platform::KeyEvent&, bool)> onRecordedKey_;
     platform::Observers<std::string_view> changed_;

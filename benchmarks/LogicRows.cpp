@@ -63,7 +63,7 @@ class Managed {
                                    desktop_.session,
                                    desktop_.applications,
                                    {desktop_.childProcesses, desktop_.shortcuts, desktop_.shortcuts,
-                                    desktop_.shortcuts, desktop_.alerts, desktop_.urls}},
+                                    desktop_.permissions, desktop_.alerts, desktop_.urls}},
                                   store_};
 };
 

@@ -44,12 +44,12 @@ void tagSpace(const PrivateDesktop& desktop, std::uint32_t space) {
 }
 
 void hideDuringWork(const PrivateDesktop& desktop) {
-    write(desktop.configFolder() / "orvello/defaults.json", {{"visibilityMode", "hiddenDuringWork"}});
+    desktop.writeSettings({{"visibilityMode", "hiddenDuringWork"}});
 }
 
 void recordQuickSwitcherKey(const PrivateDesktop& desktop) {
-    write(desktop.configFolder() / "orvello/defaults.json",
-          {{"KeyboardShortcuts_quickSwitcher", R"({"carbonKeyCode":38,"carbonModifiers":6400})"}});
+    desktop.writeSettings(
+        {{"KeyboardShortcuts_quickSwitcher", R"({"carbonKeyCode":38,"carbonModifiers":6400})"}});
 }
 
 void awaitClients(PrivateDesktop& desktop, std::size_t count) {

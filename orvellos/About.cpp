@@ -3,7 +3,7 @@
 #include <fmt/format.h>
 
 #include "orvellos/ApplicationVersion.h"
-#include "orvellos/Hotkeys.h"
+#include "orvellos/HotkeyNames.h"
 
 namespace orvellos {
 

@@ -8,6 +8,7 @@
 #include "orvellos/DebugLog.h"
 #include "orvellos/Hotkeys.h"
 #include "orvellos/MainMenuItems.h"
+#include "orvellos/OwnKeys.h"
 
 namespace orvellos {
 
@@ -75,16 +76,47 @@ void AppDelegate::startUserInterface() {
     manager.showUndoToast = [this](const auto& message, auto undo) {
         undoToast_->show(message, std::move(undo));
     };
-    panelController_.emplace(PanelController::Services{
-        manager, services_.spaces, core_->editingContext, core_->settings, services_.runLoop, ui.mouse,
-        ui.panels, [core = &*core_] { return makeAbout(core->hotkeys, core->buildDateText()); }});
+    makePanels();
     manager.onTagClicked = [this] { panelController_->toggleEditPanel(); };
+    makeStatusItem();
+    installHotkeys(core_->hotkeys, {manager, services_.spaces, core_->settings, *panelController_});
+    welcomeUser();
+}
+
+void AppDelegate::makePanels() {
+    auto& hotkeys = core_->hotkeys;
+    auto& ui = services_.ui;
+    const OwnKeys ownKeys = {hotkeys, services_.keyNames, ui.menuBar,
+                             [this] { return statusController_->buildMenu(); }};
+    panelController_.emplace(PanelController::Services{
+        core_->manager,
+        services_.spaces,
+        core_->editingContext,
+        core_->settings,
+        services_.runLoop,
+        ui.mouse,
+        ui.panels,
+        {hotkeys, services_.keyNames, services_.systemShortcuts, ui.alerts,
+         [ownKeys](const auto& keys, const auto& name) { return ownKeys.useOf(keys, name); }},
+        services_.permissions,
+        [core = &*core_] { return makeAbout(core->hotkeys, core->buildDateText()); }});
+}
+
+void AppDelegate::makeStatusItem() {
     auto& hotkeys = core_->hotkeys;
     statusController_.emplace(StatusItemController::Services{
-        manager, services_.spaces, core_->settings, *panelController_, services_.runLoop, ui.statusItem,
-        [&hotkeys](const auto& name) { return hotkeys.displayText(name); }, core_->saveDiagnostics,
-        [this] { updater_->checkForUpdates(); }, services_.terminate});
-    installHotkeys(hotkeys, {manager, services_.spaces, core_->settings, *panelController_});
+        core_->manager, services_.spaces, core_->settings, *panelController_, services_.runLoop,
+        services_.ui.statusItem, [&hotkeys](const auto& name) { return hotkeys.displayText(name); },
+        core_->saveDiagnostics, [this] { updater_->checkForUpdates(); }, services_.terminate});
+}
+
+void AppDelegate::welcomeUser() {
+    const auto& settings = core_->settings;
+    const bool hasSeenAny = settings.hasSeenWelcome.get();
+    if (!hasSeenAny || settings.lastWelcomeVersion.get() < kCurrentWelcomeVersion)
+        panelController_->showWelcome(hasSeenAny ? WelcomeForm::Mode::WhatsNew : WelcomeForm::Mode::FirstRun);
+    else if (core_->manager.tags().empty())
+        panelController_->showCreatePanel(std::nullopt);
 }
 
 void AppDelegate::probeSpaceReader() const {

@@ -44,6 +44,9 @@ class AppDelegate {
         platform::RunningApplications& applications;
         const platform::Screens& screens;
         platform::UpdateService& updates;
+        PrivacyPermissions& permissions;
+        const platform::KeyNames& keyNames;
+        platform::SystemShortcuts& systemShortcuts;
         UserInterface ui;
         // Called once, when the core starts: only then the user's tags are loaded. The core outlives the
         // delegate.
@@ -65,6 +68,9 @@ class AppDelegate {
     void startCore();
     void probeSpaceReader() const;
     void startUserInterface();
+    void makePanels();
+    void makeStatusItem();
+    void welcomeUser();
 
     Services services_;
     std::optional<Core> core_;  // from the start of the core on

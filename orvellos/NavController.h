@@ -71,6 +71,8 @@ class NavController {
 
     // True whenever the system does not say.
     [[nodiscard]] bool isSymbolicHotKeyEnabled(int number) const;
+    // Whether the system takes both shortcuts for moving a Space.
+    [[nodiscard]] bool areShortcutsEnabled() const;
 
     // The ways. Each is true when it has begun, or there is nothing to do; arriving is another matter.
     bool navigateViaOSAScript(const std::string& uuid);
@@ -107,7 +109,6 @@ class NavController {
     [[nodiscard]] bool hasReached(const std::string& uuid) const;
     [[nodiscard]] std::optional<std::size_t> indexOf(const std::string& uuid) const;
     [[nodiscard]] std::optional<Distance> distanceTo(const std::string& uuid) const;
-    [[nodiscard]] bool areShortcutsEnabled() const;
     void start(const std::string& uuid, std::optional<std::size_t> target, std::string displayName);
     [[nodiscard]] std::vector<Attempt> attemptsOf(NavigationId id);
     void tryNext(NavigationId id, std::size_t next);

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "orvellos/ApplicationVersion.h"
 #include "orvellos/DebugLog.h"
 #include "orvellos/TagColor.h"
 
@@ -88,6 +87,11 @@ void PanelController::showCreatePanel(const std::optional<std::string>& spaceUUI
     show(PanelKind::CreateTag);
 }
 
+void PanelController::showWelcome(WelcomeForm::Mode mode) {
+    welcomeMode_ = mode;
+    show(PanelKind::Welcome);
+}
+
 void PanelController::toggleCreatePanel(const std::optional<std::string>& spaceUUID) {
     if (isVisible(PanelKind::CreateTag))
         close(PanelKind::CreateTag);
@@ -147,11 +151,14 @@ PanelContent PanelController::makeContent(PanelKind kind, Panel& panel) {
         return panel.quickSwitcher.get();
     }
     if (kind == PanelKind::Settings) {
-        panel.settings = std::make_unique<SettingsForm>(services_.settings);
+        panel.settings = makeSettings();
         return panel.settings.get();
     }
-    if (kind == PanelKind::About) return services_.about();
-    return PanelNote{traitsOf(kind).shell.title, applicationVersionText()};
+    if (kind == PanelKind::Welcome) {
+        panel.welcome = makeWelcome();
+        return panel.welcome.get();
+    }
+    return services_.about();
 }
 
 std::unique_ptr<QuickSwitcher> PanelController::makeQuickSwitcher() {
@@ -166,6 +173,28 @@ std::unique_ptr<QuickSwitcher> PanelController::makeQuickSwitcher() {
     };
     return std::make_unique<QuickSwitcher>(std::move(rows), navigate,
                                            [this] { close(PanelKind::QuickSwitcher); });
+}
+
+std::unique_ptr<SettingsForm> PanelController::makeSettings() {
+    auto& manager = services_.manager;
+    return std::make_unique<SettingsForm>(
+        SettingsForm::Services{services_.settings, services_.recorder, permissionTargets(),
+                               [&manager] { return manager.navigation().areShortcutsEnabled(); }});
+}
+
+std::unique_ptr<WelcomeForm> PanelController::makeWelcome() {
+    return std::make_unique<WelcomeForm>(
+        welcomeMode_, WelcomeForm::Services{
+                          services_.settings, permissionTargets(), [this] { close(PanelKind::Welcome); },
+                          [this] { showCreatePanel(services_.spaces.currentSpaceUUIDOnPointerDisplay()); }});
+}
+
+// Every view of the permissions has a state of its own.
+PermissionTargets PanelController::permissionTargets() {
+    auto& manager = services_.manager;
+    const auto reload = [&manager] { manager.reloadKeystrokeObserver(); };
+    return {services_.permissions,
+            std::make_shared<PermissionsState>(services_.permissions, services_.runLoop, reload), reload};
 }
 
 void PanelController::createTag(const std::string& label, const std::string& colorHex) {

@@ -29,6 +29,8 @@ class PanelController {
         platform::RunLoop& runLoop;
         platform::MouseMonitor& mouse;
         PanelHost& host;
+        keyboard_shortcuts::Recorder::Services recorder;
+        PrivacyPermissions& permissions;
         std::function<About()> about;
     };
     explicit PanelController(const Services& services) : services_(services) {}
@@ -38,7 +40,7 @@ class PanelController {
     void showEditPanel();
     void showSettingsPanel() { show(PanelKind::Settings); }
     void showAbout() { show(PanelKind::About); }
-    void showWelcome() { show(PanelKind::Welcome); }
+    void showWelcome(WelcomeForm::Mode mode);
     void showQuickSwitcher() { show(PanelKind::QuickSwitcher); }
     // The same, but a panel that is on the screen closes.
     void toggleCreatePanel(const std::optional<std::string>& spaceUUID);
@@ -53,6 +55,7 @@ class PanelController {
         std::unique_ptr<EditTagsList> editTags;
         std::unique_ptr<QuickSwitcher> quickSwitcher;
         std::unique_ptr<SettingsForm> settings;
+        std::unique_ptr<WelcomeForm> welcome;
         std::unique_ptr<platform::PanelWindow> window;
         std::unique_ptr<AutoDismiss> autoDismiss;
     };
@@ -61,6 +64,9 @@ class PanelController {
     [[nodiscard]] std::unique_ptr<Panel> make(PanelKind kind);
     [[nodiscard]] PanelContent makeContent(PanelKind kind, Panel& panel);
     [[nodiscard]] std::unique_ptr<QuickSwitcher> makeQuickSwitcher();
+    [[nodiscard]] std::unique_ptr<SettingsForm> makeSettings();
+    [[nodiscard]] std::unique_ptr<WelcomeForm> makeWelcome();
+    [[nodiscard]] PermissionTargets permissionTargets();
     [[nodiscard]] AutoDismiss::Surroundings surroundingsOf(PanelKind kind);
     [[nodiscard]] AutoDismiss::ClickedWindow identify(PanelKind kind, platform::WindowNumber window) const;
     void createTag(const std::string& label, const std::string& colorHex);
@@ -75,6 +81,7 @@ class PanelController {
 
     Services services_;
     std::optional<std::string> spaceOfNewTag_;
+    WelcomeForm::Mode welcomeMode_ = WelcomeForm::Mode::FirstRun;
     std::random_device random_;
     std::array<std::unique_ptr<Panel>, 6> panels_;
     std::vector<std::unique_ptr<Panel>> closed_;

@@ -11,18 +11,14 @@
 #include "orvellos/QuickSwitcher.h"
 #include "orvellos/SettingsForm.h"
 #include "orvellos/UndoToast.h"
+#include "orvellos/WelcomeForm.h"
 #include "platform/PanelWindow.h"
 
 namespace orvellos {
 
-// A content that says one thing.
-struct PanelNote {
-    std::string heading;
-    std::string text;
-};
 // What a panel shows. What is pointed to outlives the panel.
 using PanelContent =
-    std::variant<CreateTagForm*, EditTagsList*, QuickSwitcher*, SettingsForm*, About, PanelNote>;
+    std::variant<CreateTagForm*, EditTagsList*, QuickSwitcher*, SettingsForm*, WelcomeForm*, About>;
 
 // Makes the windows of panels.
 class PanelHost {

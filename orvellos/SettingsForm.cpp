@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "orvellos/ApplicationVersion.h"
+#include "orvellos/HotkeyNames.h"
 
 namespace orvellos {
 
@@ -92,6 +93,13 @@ SettingsSection startup(Settings& settings) {
                        "Start orvellos automatically when you log in."}}};
 }
 
+WarningRow spaceShortcutsWarning(std::function<bool()> areEnabled) {
+    return {"Space-switch shortcuts disabled",
+            "Clicking a tag to jump Spaces uses ⌃← / ⌃→ under the hood. Turn these on in System Settings → "
+            "Keyboard → Keyboard Shortcuts → Mission Control → Move left/right a space.",
+            [areEnabled = std::move(areEnabled)] { return !areEnabled(); }};
+}
+
 SettingsSection about() {
     return {"About",
             {TextRow{applicationVersionText()},
@@ -101,8 +109,54 @@ SettingsSection about() {
 
 }  // namespace
 
-SettingsForm::SettingsForm(Settings& settings)
-    : settings_(settings),
-      sections_{appearance(settings), visibility(settings), startup(settings), about()} {}
+SettingsForm::SettingsForm(Services services) : services_(std::move(services)) {
+    auto& settings = services_.settings;
+    auto& state = *services_.permissions.state;
+    sections_ = {appearance(settings), visibility(settings), startup(settings),
+                 shortcuts(),          permissions(),        about()};
+    const auto notify = [this](auto&&...) { changed_.notify(); };
+    changes_.push_back(settings.subscribe(notify));
+    changes_.push_back(state.accessibilityTrusted.subscribe(notify));
+    changes_.push_back(state.inputMonitoringTrusted.subscribe(notify));
+    state.startRefreshing();
+}
+
+SettingsSection SettingsForm::shortcuts() {
+    SettingsSection section{"Shortcuts", {spaceShortcutsWarning(services_.areSpaceShortcutsEnabled)}};
+    for (const auto& [name, title] : hotkey::kTitles) {
+        recorders_.push_back(std::make_unique<keyboard_shortcuts::Recorder>(services_.recorder, name));
+        section.rows.push_back(ShortcutRow{std::string(title), recorders_.back().get()});
+    }
+    return section;
+}
+
+SettingsSection SettingsForm::permissions() const {
+    auto& permissions = services_.permissions.permissions;
+    auto inputMonitoring = inputMonitoringRow(
+        services_.permissions,
+        "Lets orvellos see the F3 keypress so it can pre-resize labels before Mission Control snapshots its "
+        "thumbnails. Without it, labels still appear in MC — just at your chosen size instead of the "
+        "extra-large reveal.",
+        "Request Access");
+    inputMonitoring.hint =
+        "If no prompt appears, Settings will open and Finder will reveal `orvello-pro.app`. In Settings, "
+        "click "
+        "**+**, then drag the revealed app into the list.";
+    inputMonitoring.reveal = [&permissions] { permissions.revealAppInFinder(); };
+    return {
+        "Permissions",
+        {std::move(inputMonitoring),
+         accessibilityRow(services_.permissions,
+                          "Required for click-to-switch: jumping to a Space by clicking its tag (or a menu "
+                          "row) simulates ⌃←/⌃→, which macOS only allows with Accessibility granted. Without "
+                          "it, tags are display-only.",
+                          "Request Access"),
+         GroupTitle{"Stuck?"},
+         TextRow{"Restart picks up freshly-granted permissions. Reset TCC also nukes orvellos' Privacy "
+                 "entries — use this when Request Access has gone silent (usually a stale TCC entry with a "
+                 "mismatched signature)."},
+         ButtonsRow{{{"Restart", [&permissions] { permissions.relaunch(); }},
+                     {"Reset TCC & Restart", [&permissions] { permissions.confirmReset(); }}}}}};
+}
 
 }  // namespace orvellos

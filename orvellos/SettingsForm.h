@@ -7,12 +7,14 @@
 #include <variant>
 #include <vector>
 
+#include "KeyboardShortcuts/Recorder.h"
+#include "orvellos/PermissionRow.h"
 #include "orvellos/Settings.h"
 
 namespace orvellos {
 
-// The rows of the settings window. A footnote stands under its control; what is between two asterisks each is
-// emphasised. An empty footnote is none.
+// The rows of the settings window. A footnote stands under its control; an empty one is none. In texts, what
+// is between two asterisks each is emphasised and what is between two backticks is a name of the system's.
 
 // One of a few choices.
 struct PickerRow {
@@ -36,28 +38,63 @@ struct GroupTitle {
 struct TextRow {
     std::string text;
 };
-using SettingsRow = std::variant<PickerRow, ToggleRow, GroupTitle, TextRow>;
+// The keys of an action. The form owns the recorder.
+struct ShortcutRow {
+    std::string title;
+    keyboard_shortcuts::Recorder* recorder = nullptr;
+};
+// Stands there for as long as it is true.
+struct WarningRow {
+    static constexpr const char* kSymbol = "exclamationmark.triangle.fill";
+
+    std::string title;
+    std::string text;
+    std::function<bool()> isShown;
+};
+// Buttons beside each other.
+struct ButtonsRow {
+    struct Button {
+        std::string title;
+        std::function<void()> action;
+    };
+    std::vector<Button> buttons;
+};
+using SettingsRow = std::variant<PickerRow, ToggleRow, GroupTitle, TextRow, ShortcutRow, PermissionRow,
+                                 WarningRow, ButtonsRow>;
 
 struct SettingsSection {
     std::string title;
     std::vector<SettingsRow> rows;
 };
 
-// What the settings window says and does. Every control writes its setting at once.
+// What the settings window says and does. Every control writes its setting at once. While the form is there
+// the permissions are looked at again and again.
 class SettingsForm {
   public:
-    // The settings outlive the form.
-    explicit SettingsForm(Settings& settings);
+    // What is passed outlives the form.
+    struct Services {
+        Settings& settings;
+        keyboard_shortcuts::Recorder::Services recorder;
+        PermissionTargets permissions;
+        std::function<bool()> areSpaceShortcutsEnabled;
+    };
+    explicit SettingsForm(Services services);
 
     [[nodiscard]] const std::vector<SettingsSection>& sections() const { return sections_; }
-    // Called whenever a control may have to show something else.
+    // Called whenever a control may have to show something else. Recorders tell of themselves.
     platform::Subscription subscribe(std::function<void()> callback) const {
-        return settings_.subscribe(std::move(callback));
+        return changed_.subscribe(std::move(callback));
     }
 
   private:
-    Settings& settings_;
+    [[nodiscard]] SettingsSection shortcuts();
+    [[nodiscard]] SettingsSection permissions() const;
+
+    Services services_;
+    std::vector<std::unique_ptr<keyboard_shortcuts::Recorder>> recorders_;
     std::vector<SettingsSection> sections_;
+    mutable Observers<> changed_;
+    std::vector<platform::Subscription> changes_;
 };
 
 }  // namespace orvellos

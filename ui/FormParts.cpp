@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QFontDatabase>
+#include <QPushButton>
 #include <QToolButton>
 #include <functional>
 #include <utility>
@@ -82,6 +83,13 @@ QLineEdit* makeLabelField(const std::string& text) {
     field->setAccessibleName(QStringLiteral("Label"));
     field->setMinimumHeight(28);
     return field;
+}
+
+QPushButton* makePushButton(std::string_view title) {
+    auto* button = new QPushButton(menuText(title));
+    button->setAutoDefault(false);
+    button->setMinimumSize(button->sizeHint().width() + 14, 28);
+    return button;
 }
 
 QToolButton* makeSymbolButton(std::string_view symbol, std::string_view help) {

@@ -8,15 +8,13 @@
 
 #include "ui/QtColor.h"
 
+class QPushButton;
 class QToolButton;
 
 namespace ui {
 
 // What the forms are made of. Texts are shown as they are, never as markup; colours follow the application's
 // palette.
-
-// One of the colours that depend on a palette.
-using PaletteColor = QColor (*)(const QPalette&);
 
 [[nodiscard]] QLabel* makeHeading(std::string_view text);
 // In the usual style; wraps.
@@ -31,6 +29,8 @@ using PaletteColor = QColor (*)(const QPalette&);
 // A rounded text field. Typed text is at most kLongestLabel characters long.
 [[nodiscard]] QLineEdit* makeLabelField(const std::string& text);
 inline constexpr int kLongestLabel = 10'000;
+// A button that Return presses only when it is the default one of its window.
+[[nodiscard]] QPushButton* makePushButton(std::string_view title);
 // A flat button with a system symbol; the help is its tooltip and its accessible name.
 [[nodiscard]] QToolButton* makeSymbolButton(std::string_view symbol, std::string_view help);
 

@@ -19,6 +19,9 @@ namespace ui {
 
 inline const QColor kSystemBlue(0, 122, 255);
 
+// One of the colours that depend on a palette.
+using PaletteColor = QColor (*)(const QPalette&);
+
 // The label colours of this palette, each fainter than the one before.
 [[nodiscard]] inline QColor labelColor(const QPalette& palette) {
     return palette.color(QPalette::Active, QPalette::WindowText);
@@ -39,6 +42,11 @@ inline const QColor kSystemBlue(0, 122, 255);
 // An orange that can be read on the palette's windows.
 [[nodiscard]] inline QColor warningColor(const QPalette& palette) {
     return isDark(palette) ? QColor(255, 179, 64) : QColor(180, 83, 9);
+}
+
+// A green that can be seen on them.
+[[nodiscard]] inline QColor grantedColor(const QPalette& palette) {
+    return isDark(palette) ? QColor(50, 215, 75) : QColor(32, 145, 60);
 }
 
 }  // namespace ui

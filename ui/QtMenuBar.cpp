@@ -5,6 +5,7 @@
 #include <QLineEdit>
 
 #include "ui/PlainText.h"
+#include "ui/QtKeys.h"
 #include "ui/StatusMenu.h"
 
 namespace ui {
@@ -39,6 +40,14 @@ QKeySequence inPlace(const QKeySequence& keys) {
 }
 
 }  // namespace
+
+bool QtMenuBar::isChosenBy(const platform::KeyEquivalent& equivalent, std::string_view text,
+                           std::uint64_t modifierFlags) const {
+    if (text != std::string_view(&equivalent.key, 1)) return false;
+    const auto pressed = toolkitModifiers(modifierFlags);
+    const auto keys = keySequence(equivalent);
+    return pressed == keys[0].keyboardModifiers() || pressed == inPlace(keys)[0].keyboardModifiers();
+}
 
 void QtMenuBar::attachTo(QWidget& window) const {
     for (const auto& menu : menus_)

@@ -12,6 +12,8 @@ namespace ui {
 class QtMenuBar final : public platform::MenuBar {
   public:
     void setMainMenu(std::vector<platform::MainMenu> menus) override { menus_ = std::move(menus); }
+    [[nodiscard]] bool isChosenBy(const platform::KeyEquivalent& equivalent, std::string_view text,
+                                  std::uint64_t modifierFlags) const override;
     // Makes the keys work in a window.
     void attachTo(QWidget& window) const;
 

@@ -2,17 +2,16 @@
 
 #include <QApplication>
 #include <QScreen>
-#include <QVBoxLayout>
 #include <variant>
 
 #include "ui/AboutView.h"
 #include "ui/CreateTagView.h"
 #include "ui/EditTagsView.h"
-#include "ui/FormParts.h"
 #include "ui/QtPanel.h"
 #include "ui/QtToast.h"
 #include "ui/QuickSwitcherView.h"
 #include "ui/SettingsView.h"
+#include "ui/WelcomeView.h"
 
 namespace ui {
 
@@ -67,19 +66,6 @@ class ToastHandle final : public platform::ToastWindow {
     const platform::Screens& screens_;
 };
 
-QWidget* makeNote(const orvellos::PanelNote& note) {
-    auto* view = new QWidget;
-    auto* column = new QVBoxLayout(view);
-    column->setContentsMargins(24, 40, 24, 40);
-    column->addStretch();
-    for (auto* label : {makeHeading(note.heading), makeSecondary(note.text)}) {
-        label->setAlignment(Qt::AlignCenter);
-        column->addWidget(label);
-    }
-    column->addStretch();
-    return view;
-}
-
 }  // namespace
 
 QWidget* QtPanelHost::makeView(const orvellos::PanelContent& content) {
@@ -91,8 +77,9 @@ QWidget* QtPanelHost::makeView(const orvellos::PanelContent& content) {
         return new QuickSwitcherView(**switcher);
     if (auto* const* settings = std::get_if<orvellos::SettingsForm*>(&content))
         return new SettingsView(**settings);
-    if (const auto* about = std::get_if<orvellos::About>(&content)) return new AboutView(*about);
-    return makeNote(std::get<orvellos::PanelNote>(content));
+    if (auto* const* welcome = std::get_if<orvellos::WelcomeForm*>(&content))
+        return new WelcomeView(**welcome);
+    return new AboutView(std::get<orvellos::About>(content));
 }
 
 std::unique_ptr<platform::PanelWindow> QtPanelHost::makePanel(const platform::PanelShell& shell,

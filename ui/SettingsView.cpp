@@ -1,14 +1,17 @@
 #include "ui/SettingsView.h"
 
 #include <QHBoxLayout>
-#include <QRegularExpression>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QVBoxLayout>
 #include <variant>
 
+#include "ui/Emphasis.h"
 #include "ui/FormParts.h"
+#include "ui/PermissionRowView.h"
 #include "ui/PlainText.h"
 #include "ui/SegmentedPicker.h"
+#include "ui/ShortcutField.h"
 #include "ui/Switch.h"
 
 namespace ui {
@@ -24,12 +27,6 @@ namespace {
 constexpr int kMargin = 22;
 constexpr int kBetweenRows = 12;
 constexpr int kBetweenSections = 22;
-
-// What is between two asterisks each, in bold.
-QString emphasized(const std::string& text) {
-    static const QRegularExpression bold(QStringLiteral("\\*\\*(.+?)\\*\\*"));
-    return toQString(text).toHtmlEscaped().replace(bold, QStringLiteral("<b>\\1</b>"));
-}
 
 QLabel* makeFootnote(const std::string& text) {
     auto* footnote = makeSecondary("");
@@ -78,7 +75,7 @@ void SettingsView::addControl(const std::string& title, QWidget* control, const 
     column_->addLayout(line);
     if (footnote.empty()) return;
     auto* label = makeFootnote(footnote);
-    control->setAccessibleDescription(label->text().remove(QRegularExpression(QStringLiteral("<[^>]*>"))));
+    control->setAccessibleDescription(withoutEmphasis(footnote));
     column_->addWidget(label);
 }
 
@@ -108,6 +105,55 @@ void SettingsView::add(const GroupTitle& row) {
 void SettingsView::add(const TextRow& row) {
     column_->addSpacing(4);
     column_->addWidget(makeSecondary(row.text));
+}
+
+void SettingsView::add(const orvellos::ShortcutRow& row) {
+    auto& recorder = *row.recorder;
+    addControl(row.title, new ShortcutField(recorder, toQString(row.title)), "");
+    auto* warning = makeSecondary("", QFont::Normal, warningColor);
+    warning->setAlignment(Qt::AlignRight);
+    column_->addWidget(warning);
+    const auto refresh = [warning, &recorder] {
+        warning->setText(toQString(recorder.warning()));
+        warning->setHidden(warning->text().isEmpty());
+    };
+    refresh();
+    recorders_.push_back(recorder.subscribe(refresh));
+}
+
+void SettingsView::add(const orvellos::PermissionRow& row) {
+    column_->addSpacing(kBetweenRows);
+    auto* view = new PermissionRowView(row);
+    column_->addWidget(view);
+    refreshers_.emplace_back([view] { view->refresh(); });
+}
+
+void SettingsView::add(const orvellos::WarningRow& row) {
+    auto* box = new QWidget;
+    auto* line = new QHBoxLayout(box);
+    line->setContentsMargins(0, kBetweenRows, 0, 0);
+    line->setSpacing(10);
+    line->addWidget(makeSymbol(orvellos::WarningRow::kSymbol, 20, warningColor), 0, Qt::AlignTop);
+    auto* texts = new QVBoxLayout;
+    texts->setSpacing(4);
+    texts->addWidget(makeSecondary(row.title, QFont::DemiBold, warningColor));
+    texts->addWidget(makeSecondary(row.text));
+    line->addLayout(texts, 1);
+    column_->addWidget(box);
+    refreshers_.emplace_back([box, isShown = row.isShown] { box->setVisible(isShown()); });
+}
+
+void SettingsView::add(const orvellos::ButtonsRow& row) {
+    column_->addSpacing(kBetweenRows);
+    auto* line = new QHBoxLayout;
+    line->setSpacing(10);
+    for (const auto& [title, action] : row.buttons) {
+        auto* button = makePushButton(title);
+        connect(button, &QPushButton::clicked, this, action);
+        line->addWidget(button);
+    }
+    line->addStretch();
+    column_->addLayout(line);
 }
 
 }  // namespace ui

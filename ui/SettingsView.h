@@ -22,12 +22,17 @@ class SettingsView final : public QWidget {
     void add(const orvellos::ToggleRow& row);
     void add(const orvellos::GroupTitle& row);
     void add(const orvellos::TextRow& row);
+    void add(const orvellos::ShortcutRow& row);
+    void add(const orvellos::PermissionRow& row);
+    void add(const orvellos::WarningRow& row);
+    void add(const orvellos::ButtonsRow& row);
     void addControl(const std::string& title, QWidget* control, const std::string& footnote);
     void refresh() const;
 
     QVBoxLayout* column_ = nullptr;
     std::vector<std::function<void()>> refreshers_;
     platform::Subscription changes_;
+    std::vector<platform::Subscription> recorders_;
 };
 
 }  // namespace ui

@@ -10,6 +10,7 @@
 
 #include "ui/PlainText.h"
 #include "ui/QtColor.h"
+#include "ui/QtKeys.h"
 #include "ui/Symbols.h"
 #include "ui/X11Window.h"
 
@@ -148,14 +149,11 @@ QFont fineprintFont() {
 
 QKeySequence keySequence(const platform::KeyEquivalent& key) {
     namespace modifier = platform::modifier;
-    Qt::KeyboardModifiers modifiers;
     // Alone, Command is what this desktop's programs have Control for; with others it is the key of that
     // place.
     const bool alone = (key.modifierFlags & ~modifier::kShift) == modifier::kCommand;
-    if (key.modifierFlags & modifier::kCommand) modifiers |= alone ? Qt::ControlModifier : Qt::MetaModifier;
-    if (key.modifierFlags & modifier::kControl) modifiers |= Qt::ControlModifier;
-    if (key.modifierFlags & modifier::kOption) modifiers |= Qt::AltModifier;
-    if (key.modifierFlags & modifier::kShift) modifiers |= Qt::ShiftModifier;
+    auto modifiers = toolkitModifiers(key.modifierFlags);
+    if (alone) modifiers ^= Qt::MetaModifier | Qt::ControlModifier;
     const auto typed = QChar::fromLatin1(key.key).toUpper().unicode();
     return QKeySequence(QKeyCombination(modifiers, static_cast<Qt::Key>(typed)));
 }

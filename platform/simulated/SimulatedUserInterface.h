@@ -61,6 +61,10 @@ class SimulatedMenuBar final : public MenuBar {
   public:
     std::vector<MainMenu> menus;
     void setMainMenu(std::vector<MainMenu> newMenus) override { menus = std::move(newMenus); }
+    [[nodiscard]] bool isChosenBy(const KeyEquivalent& equivalent, std::string_view text,
+                                  std::uint64_t modifierFlags) const override {
+        return text == std::string_view(&equivalent.key, 1) && modifierFlags == equivalent.modifierFlags;
+    }
 };
 
 }  // namespace platform::simulated

@@ -8,7 +8,9 @@
 #include "orvellos/DebugLog.h"
 #include "orvellos/DiagnosticsReport.h"
 #include "platform/freedesktop/ProgramLocations.h"
+#include "platform/freedesktop/ProgramSearch.h"
 #include "platform/freedesktop/StandardStreams.h"
+#include "platform/x11/KeyAccelerators.h"
 
 namespace {
 
@@ -76,6 +78,20 @@ Desktop::Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
                     [this] { settingsPages_.openUrl(settingsUrl(orvellos::NavRemedy::Accessibility)); }}),
       keyboard_(connection, events_, runLoop),
       keyNames_(keyboard_),
+      userPrograms_(runLoop,
+                    [](const std::string& name) {
+                        return platform::freedesktop::findProgram(name).value_or(name).string();
+                    }),
+      systemShortcuts_({bus_, userPrograms_, runLoop,
+                        platform::freedesktop::processEnvironment("XDG_CURRENT_DESKTOP").value_or(""),
+                        [this](const auto& keys) {
+                            const auto pressed = platform::x11::shortcutOfKeys(keys, keyboard_);
+                            return pressed ? platform::x11::qtKeyOf(*pressed) : std::nullopt;
+                        },
+                        [this](const auto& accelerator, const auto& keys) {
+                            const auto pressed = platform::x11::shortcutOfKeys(keys, keyboard_);
+                            return pressed && platform::x11::shortcutOfAccelerator(accelerator) == pressed;
+                        }}),
       keyMonitor_(rawInput_, keyboard_, runLoop, [] { return QGuiApplication::focusWindow() != nullptr; }),
       hotKeys_(connection, events_, rawInput_, keyboard_,
                [] { return QApplication::activePopupWidget() != nullptr; }),
@@ -88,8 +104,18 @@ Desktop::Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
       login_(systemBus_, platform::freedesktop::processEnvironment("XDG_SESSION_ID")),
       session_(login_, {[this](auto action) { return screenPower_.onEvent(std::move(action)); }}),
       spaces_(spaceServer_, windowSystem_, switching_, screens_, screens_),
-      delegate_({spaces_, runLoop, instanceLock_, screens_, updates_, interface_.parts(),
-                 [this] { return makeCore(); }, std::move(quit)}),
+      privacy_({permissions_,
+                permissions_,
+                interface_.applicationActivation(),
+                settingsPages_,
+                fileBrowser_,
+                openCommand_,
+                interface_.alerts(),
+                runLoop,
+                {"org.norvath.orvello", platform::freedesktop::ProgramLocations().command()},
+                quit}),
+      delegate_({spaces_, runLoop, instanceLock_, screens_, updates_, privacy_, keyNames_, systemShortcuts_,
+                 interface_.parts(), [this] { return makeCore(); }, std::move(quit)}),
       windowManagerChanged_(spaceServer_.onWindowManagerChanged([this] {
           windowSystem_.reassertStates();
           interface_.windowManagerChanged();

@@ -11,11 +11,13 @@
 #include "orvellos/TagManager.h"
 #include "orvellos/TagStore.h"
 #include "platform/freedesktop/AutostartLoginItem.h"
+#include "platform/freedesktop/DesktopShortcuts.h"
 #include "platform/freedesktop/FileManagerBrowser.h"
 #include "platform/freedesktop/InstanceLock.h"
 #include "platform/freedesktop/JsonDefaultsStore.h"
 #include "platform/freedesktop/KwinDesktops.h"
 #include "platform/freedesktop/LogindSession.h"
+#include "platform/freedesktop/OpenCommand.h"
 #include "platform/freedesktop/OsRelease.h"
 #include "platform/freedesktop/PackageKitUpdates.h"
 #include "platform/freedesktop/PosixBackgroundProcesses.h"
@@ -88,6 +90,7 @@ class Desktop {
     platform::freedesktop::SettingsPages settingsPages_;
     platform::freedesktop::FileManagerBrowser fileBrowser_;
     platform::freedesktop::OsRelease system_;
+    platform::freedesktop::OpenCommand openCommand_;
 
     platform::x11::Atoms atoms_;
     platform::x11::XEvents events_;
@@ -102,6 +105,8 @@ class Desktop {
     platform::x11::X11Permissions permissions_;
     platform::x11::X11Keyboard keyboard_;
     platform::x11::X11KeyNames keyNames_;
+    platform::freedesktop::PosixBackgroundProcesses userPrograms_;
+    platform::freedesktop::DesktopShortcuts systemShortcuts_;
     platform::x11::X11KeyMonitor keyMonitor_;
     platform::x11::X11HotKeys hotKeys_;
     Overview overview_;
@@ -113,6 +118,7 @@ class Desktop {
     platform::freedesktop::SessionEvents session_;
 
     orvellos::SpaceIdentifier spaces_;
+    orvellos::PrivacyPermissions privacy_;
     std::optional<Core> core_;
     orvellos::AppDelegate delegate_;
     platform::Subscription windowManagerChanged_;

@@ -29,6 +29,7 @@ Interface::Interface(Services services)
       panelHost_({menuBar_, services.screens,
                   [this](platform::WindowNumber window) { activation_.bringToUser(window); }}),
       alerts_([this](platform::WindowNumber window) { activation_.activate(window); }),
+      applicationActivation_([this](platform::WindowNumber window) { activation_.bringToUser(window); }),
       tray_(services.connection, services.events, [this](bool) { findStatusHost(); }),
       statusItem_(services.runLoop, tray_),
       statusNotifierHosts_(services.bus, [this](bool) { findStatusHost(); }),

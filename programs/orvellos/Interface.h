@@ -7,6 +7,7 @@
 #include "platform/x11/WindowActivation.h"
 #include "platform/x11/X11MouseMonitor.h"
 #include "ui/MenuClicks.h"
+#include "ui/QtActivation.h"
 #include "ui/QtAlerts.h"
 #include "ui/QtMenuBar.h"
 #include "ui/QtPanelHost.h"
@@ -33,6 +34,7 @@ class Interface {
         return {alerts_, panelHost_, mouse_, statusItem_, menuBar_};
     }
     [[nodiscard]] platform::Alerts& alerts() { return alerts_; }
+    [[nodiscard]] platform::ApplicationActivation& applicationActivation() { return applicationActivation_; }
     void windowManagerChanged() { statusItem_.windowManagerChanged(); }
 
   private:
@@ -44,6 +46,7 @@ class Interface {
     ui::QtMenuBar menuBar_;
     ui::QtPanelHost panelHost_;
     ui::QtAlerts alerts_;
+    ui::QtActivation applicationActivation_;
     platform::x11::SystemTray tray_;
     ui::QtStatusItem statusItem_;
     platform::freedesktop::StatusNotifierHosts statusNotifierHosts_;

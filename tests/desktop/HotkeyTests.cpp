@@ -43,6 +43,26 @@ class HotkeyTest : public testing::TestWithParam<WindowManager> {
     bool comesToHave(const std::function<bool(int)>& expected) {
         return waitUntil([&] { return expected(height()); });
     }
+    bool comesToBeStored(const char* name, const nlohmann::json& shortcut) {
+        return waitUntil(
+            [&] { return setting(("KeyboardShortcuts_" + std::string(name)).c_str()) == shortcut; });
+    }
+    // Presses a key again and again, each time when the settings show that they have taken the one before.
+    void pressAndSee(xcb_keysym_t key, int times = 1) {
+        const auto place = desktop_.x().geometry(desktop_.shown("orvellos Settings")).value();
+        for (int i = 0; i < times; ++i) {
+            const auto before = takePicture(desktop_.x(), place);
+            desktop_.press(key);
+            ASSERT_TRUE(waitUntil([&] { return takePicture(desktop_.x(), place) != before; })) << i;
+        }
+    }
+    // Opens the settings and moves the keyboard to the first of the shortcuts.
+    void goToShortcuts() {
+        constexpr int kControlsBefore = 8;
+        ASSERT_NO_FATAL_FAILURE(desktop_.choose(menu_row::kSettings));
+        ASSERT_TRUE(desktop_.hasKeyboard("orvellos Settings"));
+        pressAndSee(XK_Tab, kControlsBefore + 1);
+    }
     // Whether the header bar of Mission Control comes to be seen instead of the tag, or is gone.
     bool comesToBeBig(bool big) {
         return waitUntil([&] {
@@ -51,7 +71,7 @@ class HotkeyTest : public testing::TestWithParam<WindowManager> {
         });
     }
     nlohmann::json setting(const char* key) {
-        std::ifstream file(desktop_.configFolder() / "orvello/defaults.json");
+        std::ifstream file(desktop_.settingsFile());
         const auto settings = nlohmann::json::parse(file, nullptr, false);
         return settings.is_object() && settings.contains(key) ? settings[key] : nlohmann::json();
     }
@@ -93,8 +113,7 @@ TEST_P(HotkeyTest, EachDoesItsWorkAndNoneReachesAnotherProgram) {
 }
 
 TEST_P(HotkeyTest, APeekLastsAsLongAsItsKeyIsHeld) {
-    TaggedDesktop::write(desktop_.configFolder() / "orvello/defaults.json",
-                         {{"visibilityMode", "hiddenDuringWork"}});
+    desktop_.writeSettings({{"visibilityMode", "hiddenDuringWork"}});
     ASSERT_NO_FATAL_FAILURE(start());
     ASSERT_TRUE(comesToBeSeen(false)) << "once its glance is over";
     hold(XK_P);
@@ -113,8 +132,7 @@ TEST_P(HotkeyTest, OpensMissionControlWithBigTags) {
 }
 
 TEST_P(HotkeyTest, ARecordedOneOpensTheQuickSwitcher) {
-    TaggedDesktop::write(
-        desktop_.configFolder() / "orvello/defaults.json",
+    desktop_.writeSettings(
         {{"KeyboardShortcuts_quickSwitcher", R"({"carbonKeyCode":38,"carbonModifiers":6400})"}});
     ASSERT_NO_FATAL_FAILURE(desktop_.startApplication());
     ASSERT_TRUE(waitUntil([&] { return setting("KeyboardShortcuts_peekTags").is_string(); }));
@@ -132,6 +150,39 @@ TEST_P(HotkeyTest, ARecordedOneOpensTheQuickSwitcher) {
     EXPECT_TRUE(desktop_.isGone("Jump to Space"));
 }
 
+TEST_P(HotkeyTest, AReRecordedOneWorksAtOnceAndAClearedOneNeverAgain) {
+    ASSERT_NO_FATAL_FAILURE(start());
+    ASSERT_NO_FATAL_FAILURE(goToShortcuts());
+    pressAndSee(XK_Tab, 3);
+    press(XK_T);
+    ASSERT_TRUE(waitUntil([&] { return desktop_.alert() != 0; })) << "these keys are another name's";
+    EXPECT_EQ(desktop_.shown("Edit Tag"), 0U) << "and did not do its work";
+    desktop_.press(XK_Return);
+    ASSERT_TRUE(desktop_.hasKeyboard("orvellos Settings"));
+    pressAndSee(XK_space);
+    press(XK_K);
+    EXPECT_TRUE(comesToBeStored("toggleKillSwitch", R"({"carbonKeyCode":40,"carbonModifiers":6400})"));
+    press(XK_H);
+    press(XK_K);
+    EXPECT_TRUE(comesToBeSeen(false)) << "the new one alone";
+    press(XK_K);
+    EXPECT_TRUE(comesToBeSeen(true));
+    pressAndSee(XK_Tab);
+    desktop_.press(XK_BackSpace);
+    EXPECT_TRUE(comesToBeStored("toggleEmbiggen", false));
+
+    desktop_.application().signal(SIGTERM);
+    EXPECT_EQ(desktop_.application().wait(), 0);
+    ASSERT_NO_FATAL_FAILURE(desktop_.startApplication());
+    ASSERT_TRUE(comesToBeSeen(true));
+    const int usual = height();
+    press(XK_B);
+    press(XK_equal);
+    EXPECT_TRUE(comesToHave([&](int now) { return now > usual; }));
+    EXPECT_TRUE(desktop_.x().shape(desktop_.window("mail", true), ShapeKind::Bounding).empty()) << "not big";
+    EXPECT_EQ(setting("KeyboardShortcuts_toggleEmbiggen"), false);
+}
+
 INSTANTIATE_TEST_SUITE_P(WindowManagers, HotkeyTest,
                          testing::Values(WindowManager::Openbox, WindowManager::Xfwm4, WindowManager::Kwin),
                          [](const auto& tested) { return nameOf(tested.param); });
@@ -143,17 +194,16 @@ TEST(HotkeyStorageTest, AClearedOneStaysClearedAndATakenOneIsReported) {
     xcb_grab_key(x.connection(), 0, x.root(), XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1 | XCB_MOD_MASK_4,
                  hands.keyFor(XK_B), XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
     x.synchronize();
-    const auto settings = desktop.configFolder() / "orvello/defaults.json";
-    TaggedDesktop::write(
-        settings, {{"KeyboardShortcuts_toggleKillSwitch", false},
-                   {"KeyboardShortcuts_biggerLabel", R"({"carbonKeyCode":9999,"carbonModifiers":6400})"}});
+    desktop.writeSettings(
+        {{"KeyboardShortcuts_toggleKillSwitch", false},
+         {"KeyboardShortcuts_biggerLabel", R"({"carbonKeyCode":9999,"carbonModifiers":6400})"}});
     ASSERT_NO_FATAL_FAILURE(desktop.startApplication());
     EXPECT_TRUE(waitUntil([&] {
         const auto output = desktop.application().standardOutput();
         return output.find("Error registering hotkey ⌃⌥⌘B: -9878\n") != std::string::npos &&
                output.find("Error registering hotkey ⌃⌥⌘#9999: -50\n") != std::string::npos;
     }));
-    std::ifstream file(settings);
+    std::ifstream file(desktop.settingsFile());
     EXPECT_EQ(nlohmann::json::parse(file).at("KeyboardShortcuts_toggleKillSwitch"), false);
 }
 

@@ -22,7 +22,7 @@ class OverviewDesktop : public TaggedDesktop {
     }
 
     void startApplication(const nlohmann::json& defaults = {}) {
-        if (!defaults.is_null()) write(configFolder() / "orvello/defaults.json", defaults);
+        if (!defaults.is_null()) writeSettings(defaults);
         application_.emplace(start({program("orvello")}));
         ASSERT_TRUE(waitForTagOf(0)) << application_->standardError();
         openings_ = 0;

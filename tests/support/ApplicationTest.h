@@ -9,6 +9,7 @@
 
 #include "orvellos/DebugLog.h"
 #include "orvellos/EditingContext.h"
+#include "orvellos/PrivacyPermissions.h"
 #include "orvellos/Settings.h"
 #include "orvellos/SpaceIdentifier.h"
 #include "orvellos/TagManager.h"
@@ -60,6 +61,13 @@ class ApplicationTest : public testing::Test {
     NavServices navServices() {
         return {desktop_.childProcesses, desktop_.shortcuts, desktop_.shortcuts,
                 desktop_.permissions,    desktop_.alerts,    desktop_.urls};
+    }
+
+    PrivacyPermissions::Services privacyServices(std::function<void()> terminate) {
+        return {desktop_.permissions, desktop_.permissions, desktop_.permissions,
+                desktop_.urls,        desktop_.fileBrowser, desktop_.childProcesses,
+                desktop_.alerts,      desktop_.runLoop,     {"org.norvath.orvello", "/opt/orvello"},
+                std::move(terminate)};
     }
 
     desktop_test::TimeZone zone_{"TEST-5:30"};  // that much ahead of UTC

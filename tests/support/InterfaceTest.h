@@ -14,8 +14,18 @@ class InterfaceTest : public ManagerTest {
     SimulatedPanelHost host_;
     keyboard_shortcuts::Registry hotkeys_{
         {desktop_.defaults, desktop_.hotKeys, desktop_.keyNames, [](auto) {}}};
-    PanelController panels_{{manager_, identifier_, editing_, settings_, desktop_.runLoop, desktop_.mouse,
-                             host_, [this] { return makeAbout(hotkeys_, "2026-03-14 09:26"); }}};
+    PrivacyPermissions permissions_{privacyServices([] {})};
+    PanelController panels_{{manager_,
+                             identifier_,
+                             editing_,
+                             settings_,
+                             desktop_.runLoop,
+                             desktop_.mouse,
+                             host_,
+                             {hotkeys_, desktop_.keyNames, desktop_.systemShortcuts, desktop_.alerts,
+                              [](const auto&, const auto&) { return std::nullopt; }},
+                             permissions_,
+                             [this] { return makeAbout(hotkeys_, "2026-03-14 09:26"); }}};
 };
 
 }  // namespace orvellos

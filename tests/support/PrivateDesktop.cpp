@@ -7,6 +7,7 @@
 #include <array>
 #include <csignal>
 #include <cstdlib>
+#include <fstream>
 #include <iostream>
 #include <stdexcept>
 
@@ -110,6 +111,7 @@ class PrivateDesktop::FailurePhotographer : public ::testing::EmptyTestEventList
 
 PrivateDesktop::PrivateDesktop(DesktopOptions options) : options_(std::move(options)) {
     makeFolders();
+    writeSettings();
     if (options_.screen) startServer();
     const auto kind = options_.windowManager.kind;
     if (options_.sessionBus || (options_.screen && needsSessionBus(kind))) startBus();
@@ -118,6 +120,13 @@ PrivateDesktop::PrivateDesktop(DesktopOptions options) : options_(std::move(opti
     writeConfiguration(options_.windowManager, configFolder());
     startWindowManager();
     if (options_.windowManager.composited && kind == WindowManager::Openbox) startCompositor();
+}
+
+void PrivateDesktop::writeSettings(nlohmann::json settings) const {
+    settings["hasSeenWelcome"] = true;
+    settings["lastWelcomeVersion"] = 2;
+    std::filesystem::create_directories(settingsFile().parent_path());
+    std::ofstream(settingsFile()) << settings;
 }
 
 PrivateDesktop::~PrivateDesktop() {

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <filesystem>
 #include <memory>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 #include <vector>
@@ -52,6 +53,13 @@ class PrivateDesktop {
     [[nodiscard]] std::filesystem::path configFolder() const { return home() / ".config"; }
     [[nodiscard]] std::filesystem::path dataFolder() const { return home() / ".local/share"; }
     [[nodiscard]] std::filesystem::path runtimeFolder() const { return folder() / "run"; }
+    // The settings of a user who has seen the welcome, and these besides; the desktop starts with the former.
+    void writeSettings(nlohmann::json settings = nlohmann::json::object()) const;
+    // Those of a user who starts the program for the first time.
+    void removeSettings() const { std::filesystem::remove(settingsFile()); }
+    [[nodiscard]] std::filesystem::path settingsFile() const {
+        return configFolder() / "orvello/defaults.json";
+    }
     // The project's program of that name: from its bin folder, or from its libexec folder.
     [[nodiscard]] static std::string program(const std::string& name);
 

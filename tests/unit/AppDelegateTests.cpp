@@ -9,6 +9,10 @@ namespace {
 
 class AppDelegateTests : public ManagerTest {
   protected:
+    AppDelegateTests() {
+        settings_.hasSeenWelcome.set(true);
+        settings_.lastWelcomeVersion.set(kCurrentWelcomeVersion);
+    }
     bool started() { return !desktop_.windowSystem.windows.empty(); }
 
     AppDelegate::Services services() {
@@ -17,6 +21,9 @@ class AppDelegateTests : public ManagerTest {
                 desktop_.applications,
                 desktop_.screens,
                 desktop_.updates,
+                permissions_,
+                desktop_.keyNames,
+                desktop_.systemShortcuts,
                 {desktop_.alerts, host_, desktop_.mouse, desktop_.statusItem, desktop_.menuBar},
                 [this] {
                     ++starts_;
@@ -28,11 +35,46 @@ class AppDelegateTests : public ManagerTest {
 
     keyboard_shortcuts::Registry hotkeys_{
         {desktop_.defaults, desktop_.hotKeys, desktop_.keyNames, [](auto) {}}};
+    PrivacyPermissions permissions_{privacyServices([this] { ended_ = true; })};
     int starts_ = 0;
     bool ended_ = false;
     SimulatedPanelHost host_;
     AppDelegate delegate_{services()};
 };
+
+TEST_F(AppDelegateTests, WelcomesWhoHasNotSeenThisWelcome) {
+    struct Row {
+        const char* name;
+        bool hasSeenWelcome;
+        std::int64_t version;
+        bool hasTags;
+        const char* panel;
+        const char* title;
+    };
+    const auto tags = store_.tags;
+    for (const Row& row : {Row{"first run", false, 0, false, "Welcome to orvellos", "Welcome to orvellos"},
+                           {"closed last time", false, 2, true, "Welcome to orvellos", "Welcome to orvellos"},
+                           {"an earlier one", true, 1, true, "Welcome to orvellos", "What’s new in orvellos"},
+                           {"this one", true, 2, true, nullptr, nullptr},
+                           {"a later one", true, 3, true, nullptr, nullptr},
+                           {"this one, no tags", true, 2, false, "Tag This Space", nullptr}}) {
+        SCOPED_TRACE(row.name);
+        settings_.hasSeenWelcome.set(row.hasSeenWelcome);
+        settings_.lastWelcomeVersion.set(row.version);
+        store_.tags = row.hasTags ? tags : std::vector<Tag>();
+        AppDelegate delegate(services());
+        delegate.applicationDidFinishLaunching();
+        settle();
+        ASSERT_EQ(host_.panels.size(), row.panel ? 1U : 0U);
+        if (row.panel) {
+            EXPECT_EQ(host_.panels.begin()->second->shell.title, row.panel);
+        }
+        if (row.title) {
+            EXPECT_EQ(std::get<WelcomeForm*>(host_.panels.begin()->second->content)->title(), row.title);
+        }
+        delegate.applicationWillTerminate();
+    }
+}
 
 TEST_F(AppDelegateTests, OnlyOneInstanceRuns) {
     struct Row {

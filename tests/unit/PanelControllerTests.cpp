@@ -18,20 +18,32 @@ class PanelControllerTest : public InterfaceTest {
 TEST_F(PanelControllerTest, MakesEachPanelOnceAndShowsItAgain) {
     struct Row {
         const char* title = nullptr;
-        void (PanelController::*show)() = nullptr;
+        std::function<void(PanelController&)> show = nullptr;
         platform::Size size;
         bool dismissed = false;  // by a click elsewhere
         const char* editing = nullptr;
     };
     for (const Row& row :
-         {Row{"Edit Tag", &PanelController::showEditPanel, {460, 0}, true, "edit-tags"},
-          Row{"orvellos Settings", &PanelController::showSettingsPanel, {460, 640}, true, "settings"},
-          Row{"About orvellos", &PanelController::showAbout, {320, 360}, false, nullptr},
-          Row{"Welcome to orvellos", &PanelController::showWelcome, {480, 0}, false, nullptr},
-          Row{"Jump to Space", &PanelController::showQuickSwitcher, {460, 360}, true, nullptr}}) {
+         {Row{"Edit Tag", [](auto& panels) { panels.showEditPanel(); }, {460, 0}, true, "edit-tags"},
+          Row{"orvellos Settings",
+              [](auto& panels) { panels.showSettingsPanel(); },
+              {460, 640},
+              true,
+              "settings"},
+          Row{"About orvellos", [](auto& panels) { panels.showAbout(); }, {320, 360}, false, nullptr},
+          Row{"Welcome to orvellos",
+              [](auto& panels) { panels.showWelcome(WelcomeForm::Mode::FirstRun); },
+              {480, 0},
+              false,
+              nullptr},
+          Row{"Jump to Space",
+              [](auto& panels) { panels.showQuickSwitcher(); },
+              {460, 360},
+              true,
+              nullptr}}) {
         SCOPED_TRACE(row.title);
-        (panels_.*row.show)();
-        (panels_.*row.show)();
+        row.show(panels_);
+        row.show(panels_);
         ASSERT_EQ(host_.panels.size(), 1U);
         const auto& panel = *host_.titled(row.title);
         EXPECT_EQ(panel.shell.contentSize, row.size);

@@ -10,16 +10,10 @@ using Runs = std::vector<platform::simulated::SimulatedChildProcesses::Run>;
 
 class PrivacyPermissionsTests : public ApplicationTest {
   protected:
-    PrivacyPermissions::Services services(const std::string& identifier = "org.norvath.orvello") {
-        return {
-            desktop_.permissions,         desktop_.permissions,       desktop_.permissions, desktop_.urls,
-            desktop_.fileBrowser,         desktop_.childProcesses,    desktop_.alerts,      desktop_.runLoop,
-            {identifier, "/opt/orvello"}, [this] { ++terminations_; }};
-    }
     void wait(double seconds) { desktop_.runLoop.advance(platform::seconds(seconds)); }
 
     int terminations_ = 0;
-    PrivacyPermissions permissions_{services()};
+    PrivacyPermissions permissions_{privacyServices([this] { ++terminations_; })};
 };
 
 TEST_F(PrivacyPermissionsTests, WhatIsGrantedIsNotAskedFor) {
@@ -63,7 +57,9 @@ TEST_F(PrivacyPermissionsTests, ResettingTriesEveryService) {
     const Runs runs = {{"/usr/bin/tccutil", {"reset", "ListenEvent", "org.norvath.orvello"}},
                        {"/usr/bin/tccutil", {"reset", "Accessibility", "org.norvath.orvello"}}};
     EXPECT_TRUE(permissions_.resetPrivacy({}));
-    EXPECT_FALSE(PrivacyPermissions(services("")).resetPrivacy(both));
+    auto nameless = privacyServices([] {});
+    nameless.bundle.identifier.clear();
+    EXPECT_FALSE(PrivacyPermissions(nameless).resetPrivacy(both));
     EXPECT_EQ(desktop_.childProcesses.runs(), Runs{});
     desktop_.childProcesses.onRun([this](const auto& run) {
         desktop_.childProcesses.setExitStatus(run.arguments.at(1) == "ListenEvent" ? 1 : 0);

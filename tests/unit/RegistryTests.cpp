@@ -110,7 +110,7 @@ TEST_F(RegistryTest, ReadsOnlyWhatIsAShortcutAndRegistersOnlyWhatTypesNothing) {
         makeRegistry();
         EXPECT_EQ(registry_->getShortcut(kHide).has_value(), row.isShortcut);
         EXPECT_EQ(output_, row.output) << "said once";
-        EXPECT_EQ(registry_->isRefused(kHide), *row.output != '\0');
+        EXPECT_EQ(registry_->refusal(kHide).has_value(), *row.output != '\0');
         EXPECT_EQ(hotKeys_.registered.size(), row.isShortcut && !*row.output ? 2U : 1U);
         EXPECT_EQ(stored("hide"), row.value);
     }

@@ -1,0 +1,104 @@
+#include "ui/PermissionRowView.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "ui/Emphasis.h"
+#include "ui/FormParts.h"
+#include "ui/PlainText.h"
+
+namespace ui {
+
+using orvellos::PermissionRow;
+
+namespace {
+
+constexpr int kSymbol = 18;
+constexpr int kIndent = kSymbol + 8;
+
+}  // namespace
+
+PermissionRowView::PermissionRowView(PermissionRow row) : row_(std::move(row)) {
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(4);
+    column->addLayout(makeFirstLine());
+    auto* text = makeSecondary(row_.text);
+    text->setContentsMargins(kIndent, 0, 0, 0);
+    column->addWidget(text);
+    if (!row_.hint.empty()) column->addWidget(makeHint());
+    refresh();
+}
+
+QHBoxLayout* PermissionRowView::makeFirstLine() {
+    auto* line = new QHBoxLayout;
+    line->setSpacing(8);
+    auto* grantedSymbol = makeSymbol(PermissionRow::kGrantedSymbol, kSymbol, grantedColor);
+    auto* missingSymbol = makeSymbol(PermissionRow::kMissingSymbol, kSymbol, secondaryLabelColor);
+    auto* title = makeText(row_.title);
+    auto font = title->font();
+    font.setWeight(QFont::DemiBold);
+    title->setFont(font);
+    auto* granted = makeSecondary(PermissionRow::kGranted, QFont::Medium);
+    granted->setWordWrap(false);
+    auto* reload = makeButton(PermissionRow::kReload, row_.reload);
+    reload->setToolTip(toolTipText(PermissionRow::kReloadHelp));
+    auto* openSettings = makeButton(PermissionRow::kOpenSettings, row_.openSettings);
+    for (auto* button : {reload, openSettings}) {
+        button->setFlat(true);
+        button->setFixedWidth(button->fontMetrics().horizontalAdvance(button->text()) + 16);
+    }
+    auto* request = makeButton(row_.requestTitle, row_.request);
+    whenGranted_ = {grantedSymbol, granted, reload};
+    whenMissing_ = {missingSymbol, openSettings, request};
+    line->addWidget(grantedSymbol);
+    line->addWidget(missingSymbol);
+    line->addWidget(title, 1);
+    line->addWidget(granted);
+    for (auto* button : {reload, openSettings, request}) line->addWidget(button);
+    return line;
+}
+
+QWidget* PermissionRowView::makeHint() {
+    auto* box = new QWidget;
+    auto* column = new QVBoxLayout(box);
+    column->setContentsMargins(kIndent, 4, 0, 0);
+    column->setSpacing(8);
+    auto* hint = makeSecondary("");
+    hint->setTextFormat(Qt::RichText);
+    hint->setText(emphasized(row_.hint));
+    column->addWidget(hint);
+    column->addWidget(makeButton(PermissionRow::kReveal, row_.reveal), 0, Qt::AlignLeft);
+    whenMissing_.push_back(box);
+    return box;
+}
+
+// The rows' buttons have the same titles, so each also says whose it is.
+QPushButton* PermissionRowView::makeButton(const std::string& title, const std::function<void()>& action) {
+    auto* button = makePushButton(title);
+    button->setAccessibleName(toQString(title + ": " + row_.title));
+    connect(button, &QPushButton::clicked, this, [this, action] {
+        action();
+        refresh();
+    });
+    return button;
+}
+
+// A button that goes while it has the keyboard leaves that to the one that comes.
+void PermissionRowView::refresh() {
+    const bool isGranted = row_.isGranted();
+    auto& shown = isGranted ? whenGranted_ : whenMissing_;
+    auto& hidden = isGranted ? whenMissing_ : whenGranted_;
+    const auto* focused = focusWidget();
+    const bool hadFocus = focused && focused->hasFocus();
+    for (auto* widget : shown) widget->show();
+    for (auto* widget : hidden) {
+        const bool losesFocus = hadFocus && (widget == focused || widget->isAncestorOf(focused));
+        if (losesFocus) shown.back()->setFocus();
+        widget->hide();
+    }
+}
+
+}  // namespace ui

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QWidget>
+
+#include "orvellos/PermissionRow.h"
+
+class QHBoxLayout;
+class QLabel;
+class QPushButton;
+
+namespace ui {
+
+// A permission: whether it is granted, what it is for, and the buttons that fit.
+class PermissionRowView final : public QWidget {
+  public:
+    explicit PermissionRowView(orvellos::PermissionRow row);
+
+    // Shows what is granted now.
+    void refresh();
+
+  private:
+    [[nodiscard]] QHBoxLayout* makeFirstLine();
+    [[nodiscard]] QWidget* makeHint();
+    [[nodiscard]] QPushButton* makeButton(const std::string& title, const std::function<void()>& action);
+
+    orvellos::PermissionRow row_;
+    std::vector<QWidget*> whenGranted_;
+    std::vector<QWidget*> whenMissing_;
+};
+
+}  // namespace ui

@@ -1,0 +1,17 @@
+#include "ui/QtActivation.h"
+
+#include <QApplication>
+
+#include "ui/QtPanel.h"
+
+namespace ui {
+
+void QtActivation::activate() {
+    if (QApplication::activeWindow()) return;
+    for (const auto* widget : QApplication::topLevelWidgets()) {
+        const auto* panel = dynamic_cast<const QtPanel*>(widget);
+        if (panel && panel->isVisible()) return bringToUser_(panel->number());
+    }
+}
+
+}  // namespace ui

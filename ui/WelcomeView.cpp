@@ -1,0 +1,151 @@
+#include "ui/WelcomeView.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+#include "ui/ApplicationIcon.h"
+#include "ui/FormParts.h"
+#include "ui/PermissionRowView.h"
+
+namespace ui {
+
+using orvellos::WelcomeForm;
+
+namespace {
+
+constexpr int kWidth = 480;
+constexpr int kMargin = 32;
+constexpr int kIcon = 64;
+constexpr int kFeatureSymbol = 26;
+
+QColor accentColor(const QPalette& palette) {
+    const auto accent = palette.color(QPalette::Active, QPalette::Highlight);
+    return isDark(palette) ? accent.lighter(135) : accent;
+}
+
+QLabel* inSize(QLabel* label, int pixels, QFont::Weight weight) {
+    auto font = label->font();
+    font.setPixelSize(pixels);
+    font.setWeight(weight);
+    label->setFont(font);
+    return label;
+}
+
+QWidget* makeFeature(const WelcomeForm::Feature& feature) {
+    auto* row = new QWidget;
+    auto* line = new QHBoxLayout(row);
+    line->setContentsMargins(0, 0, 0, 0);
+    line->setSpacing(16);
+    line->addWidget(makeSymbol(feature.symbol, kFeatureSymbol, accentColor), 0, Qt::AlignTop);
+    auto* texts = new QVBoxLayout;
+    texts->setSpacing(2);
+    texts->addWidget(inSize(makeText(feature.title), 13, QFont::DemiBold));
+    texts->addWidget(makeSecondary(feature.text));
+    line->addLayout(texts, 1);
+    return row;
+}
+
+QVBoxLayout* layOut(QWidget* page) {
+    auto* column = new QVBoxLayout(page);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(18);
+    return column;
+}
+
+}  // namespace
+
+WelcomeView::WelcomeView(WelcomeForm& form) : form_(form), pages_(new QStackedWidget) {
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(kMargin, 24, kMargin, 20);
+    column->setSpacing(0);
+    setFixedWidth(kWidth);
+    addHeader(*column);
+    column->addSpacing(24);
+    pages_->addWidget(makeFeaturesPage());
+    pages_->addWidget(makePermissionsPage());
+    column->addWidget(pages_);
+    showStep();
+    changes_ = form_.subscribe([this] {
+        for (auto* row : rows_) row->refresh();
+    });
+}
+
+void WelcomeView::addHeader(QVBoxLayout& column) {
+    auto* icon = new QLabel;
+    icon->setPixmap(applicationIcon().pixmap(QSize(kIcon, kIcon), icon->devicePixelRatioF()));
+    auto* title = inSize(makeHeading(form_.title()), 22, QFont::Bold);
+    auto* subtitle = inSize(makeSecondary(form_.subtitle()), 13, QFont::Normal);
+    for (auto* label : {icon, title, subtitle}) {
+        label->setAlignment(Qt::AlignCenter);
+        column.addWidget(label);
+        column.addSpacing(label == icon ? 10 : label == title ? 4 : 0);
+    }
+}
+
+QWidget* WelcomeView::makeFeaturesPage() {
+    auto* page = new QWidget;
+    auto* column = layOut(page);
+    for (const auto& feature : WelcomeForm::kFeatures) column->addWidget(makeFeature(feature));
+    column->addStretch();
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(makeButton(WelcomeForm::kSkip, &WelcomeForm::finish));
+    buttons->addStretch();
+    defaultButtons_.push_back(makeButton(WelcomeForm::kContinue, &WelcomeForm::continueToPermissions));
+    buttons->addWidget(defaultButtons_.back());
+    column->addLayout(buttons);
+    return page;
+}
+
+QWidget* WelcomeView::makePermissionsPage() {
+    auto* page = new QWidget;
+    auto* column = layOut(page);
+    auto* introduction = new QVBoxLayout;
+    introduction->setSpacing(6);
+    for (auto* label :
+         {makeSymbol(WelcomeForm::kPermissionsSymbol, 40, accentColor),
+          makeHeading(WelcomeForm::kPermissionsHeading), makeSecondary(WelcomeForm::kPermissionsText)}) {
+        label->setAlignment(Qt::AlignCenter);
+        introduction->addWidget(label);
+    }
+    column->addLayout(introduction);
+    column->addSpacing(6);
+    for (const auto& row : form_.permissionRows()) {
+        rows_.push_back(new PermissionRowView(row));
+        column->addWidget(rows_.back());
+    }
+    auto* footnote = makeSecondary(WelcomeForm::kPermissionsFootnote);
+    footnote->setAlignment(Qt::AlignCenter);
+    column->addStretch();
+    column->addWidget(footnote);
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(makeButton(WelcomeForm::kBack, &WelcomeForm::back));
+    buttons->addStretch();
+    buttons->addWidget(makeButton(WelcomeForm::kDone, &WelcomeForm::finish));
+    defaultButtons_.push_back(makeButton(WelcomeForm::kTagFirstSpace, &WelcomeForm::tagMyFirstSpace));
+    buttons->addWidget(defaultButtons_.back());
+    column->addLayout(buttons);
+    return page;
+}
+
+QPushButton* WelcomeView::makeButton(std::string_view title, Action action) {
+    auto* button = makePushButton(title);
+    connect(button, &QPushButton::clicked, this, [this, action] {
+        (form_.*action)();
+        showStep();
+    });
+    return button;
+}
+
+// Finishing closes the window, which then is still there.
+void WelcomeView::showStep() {
+    const auto page = static_cast<int>(form_.step());
+    pages_->setCurrentIndex(page);
+    auto* button = defaultButtons_.at(static_cast<std::size_t>(page));
+    button->setDefault(true);
+    setFocusProxy(button);
+    button->setFocus();
+}
+
+}  // namespace ui
