@@ -9,9 +9,10 @@ using namespace desktop_test;
 
 namespace {
 
-class HotkeyTest : public testing::TestWithParam<WindowManager> {
+class HotkeysOnDesktop : public testing::Test {
   protected:
-    HotkeyTest() : desktop_({.windowManager = {.kind = GetParam(), .desktops = 4}}) {}
+    explicit HotkeysOnDesktop(WindowManager windowManager)
+        : desktop_({.windowManager = {.kind = windowManager, .desktops = 4}}) {}
 
     void start() {
         ASSERT_NO_FATAL_FAILURE(desktop_.startApplication());
@@ -78,6 +79,16 @@ class HotkeyTest : public testing::TestWithParam<WindowManager> {
 
     InterfaceDesktop desktop_;
     InputDevices hands_ = desktop_.devices();
+};
+
+class HotkeyTest : public HotkeysOnDesktop, public testing::WithParamInterface<WindowManager> {
+  protected:
+    HotkeyTest() : HotkeysOnDesktop(GetParam()) {}
+};
+
+class KwinHotkeyTest : public HotkeysOnDesktop {
+  protected:
+    KwinHotkeyTest() : HotkeysOnDesktop(WindowManager::Kwin) {}
 };
 
 TEST_P(HotkeyTest, EachDoesItsWorkAndNoneReachesAnotherProgram) {
@@ -186,6 +197,25 @@ TEST_P(HotkeyTest, AReRecordedOneWorksAtOnceAndAClearedOneNeverAgain) {
 INSTANTIATE_TEST_SUITE_P(WindowManagers, HotkeyTest,
                          testing::Values(WindowManager::Openbox, WindowManager::Xfwm4, WindowManager::Kwin),
                          [](const auto& tested) { return nameOf(tested.param); });
+
+TEST_F(KwinHotkeyTest, AsksBeforeItTakesAShortcutOfTheDesktops) {
+    ASSERT_NO_FATAL_FAILURE(desktop_.startApplication());
+    ASSERT_NO_FATAL_FAILURE(goToShortcuts());
+    const auto toggleOverview = R"({"carbonKeyCode":13,"carbonModifiers":256})";
+    for (const bool accepted : {false, true}) {
+        for (const auto each : {XK_Super_L, XK_W})
+            hands_.pressKey(hands_.keyFor(static_cast<xcb_keysym_t>(each)));
+        for (const auto each : {XK_W, XK_Super_L})
+            hands_.releaseKey(hands_.keyFor(static_cast<xcb_keysym_t>(each)));
+        ASSERT_TRUE(waitUntil([&] { return desktop_.alert() != 0; }))
+            << "the keys reach the field all the same";
+        EXPECT_NE(setting("KeyboardShortcuts_tagThisSpace"), toggleOverview);
+        desktop_.press(accepted ? XK_Return : XK_Escape);
+        ASSERT_TRUE(desktop_.hasKeyboard("orvellos Settings"));
+        if (!accepted) pressAndSee(XK_space);
+    }
+    EXPECT_TRUE(comesToBeStored("tagThisSpace", toggleOverview));
+}
 
 TEST(HotkeyStorageTest, AClearedOneStaysClearedAndATakenOneIsReported) {
     InterfaceDesktop desktop({.windowManager = {.kind = WindowManager::Openbox}});

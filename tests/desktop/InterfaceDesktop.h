@@ -39,14 +39,23 @@ class InterfaceDesktop : public DesktopWithTags {
     void startApplication() {
         const bool hasTags = std::filesystem::exists(dataFolder() / "orvello/tags.json");
         application_.emplace(start({program("orvello")}));
-        ASSERT_TRUE(waitUntil([&] {
-            const auto place = x().geometry(statusButton());
-            return place && place->x > 0;
-        })) << application().standardError();
+        ASSERT_NO_FATAL_FAILURE(waitForStatusButton());
         if (hasTags) return;
         ASSERT_TRUE(hasKeyboard("Tag This Space"));
         press(XK_Escape);
         ASSERT_TRUE(isGone("Tag This Space"));
+    }
+    void waitForStatusButton() {
+        ASSERT_TRUE(waitUntil([&] {
+            const auto place = x().geometry(statusButton());
+            return place && place->x > 0;
+        })) << application().standardError();
+    }
+    // The same without a word about the panels that come up.
+    void startApplicationAnew() {
+        application_.reset();
+        application_.emplace(start({program("orvello")}));
+        ASSERT_NO_FATAL_FAILURE(waitForStatusButton());
     }
     Process& application() { return application_.value(); }
 
