@@ -201,20 +201,20 @@ INSTANTIATE_TEST_SUITE_P(WindowManagers, HotkeyTest,
 TEST_F(KwinHotkeyTest, AsksBeforeItTakesAShortcutOfTheDesktops) {
     ASSERT_NO_FATAL_FAILURE(desktop_.startApplication());
     ASSERT_NO_FATAL_FAILURE(goToShortcuts());
-    const auto toggleOverview = R"({"carbonKeyCode":13,"carbonModifiers":256})";
+    const auto closeWindow = R"({"carbonKeyCode":118,"carbonModifiers":2048})";
     for (const bool accepted : {false, true}) {
-        for (const auto each : {XK_Super_L, XK_W})
+        for (const auto each : {XK_Alt_L, XK_F4})
             hands_.pressKey(hands_.keyFor(static_cast<xcb_keysym_t>(each)));
-        for (const auto each : {XK_W, XK_Super_L})
+        for (const auto each : {XK_F4, XK_Alt_L})
             hands_.releaseKey(hands_.keyFor(static_cast<xcb_keysym_t>(each)));
         ASSERT_TRUE(waitUntil([&] { return desktop_.alert() != 0; }))
             << "the keys reach the field all the same";
-        EXPECT_NE(setting("KeyboardShortcuts_tagThisSpace"), toggleOverview);
+        EXPECT_NE(setting("KeyboardShortcuts_tagThisSpace"), closeWindow);
         desktop_.press(accepted ? XK_Return : XK_Escape);
         ASSERT_TRUE(desktop_.hasKeyboard("orvellos Settings"));
         if (!accepted) pressAndSee(XK_space);
     }
-    EXPECT_TRUE(comesToBeStored("tagThisSpace", toggleOverview));
+    EXPECT_TRUE(comesToBeStored("tagThisSpace", closeWindow));
 }
 
 TEST(HotkeyStorageTest, AClearedOneStaysClearedAndATakenOneIsReported) {
