@@ -13,6 +13,11 @@ namespace {
 
 namespace key = platform::key;
 
+template <typename... Arguments>
+std::string formatted(std::string_view key, const Arguments&... arguments) {
+    return fmt::format(fmt::runtime(localizedText(key)), arguments...);
+}
+
 bool isPlain(const platform::KeyEvent& keys) {
     return shortcutOf(keys).carbonModifiers == 0;
 }
@@ -104,9 +109,9 @@ void Recorder::choose(const Shortcut& shortcut) {
 
 void Recorder::warnOfOwnUse(const Shortcut& shortcut, const std::string& title) {
     services_.alerts.runModal(
-        {.message = fmt::format(text::keyboard_shortcut_used_by_menu_item, shown(shortcut), title),
-         .informativeText = std::string(text::keyboard_shortcut_used_by_menu_item_help),
-         .buttons = {std::string(text::ok)}},
+        {.message = formatted("keyboard_shortcut_used_by_menu_item", shown(shortcut), title),
+         .informativeText = std::string(localizedText("choose_other_keys")),
+         .buttons = {std::string(localizedText("ok"))}},
         [](std::size_t /*button*/) {});
 }
 
@@ -114,10 +119,10 @@ void Recorder::warnOfOwnUse(const Shortcut& shortcut, const std::string& title) 
 void Recorder::warnOfSystemUse(const Shortcut& shortcut, const std::string& action) {
     services_.alerts.runModal(
         {.message = action.empty()
-                        ? fmt::format(text::keyboard_shortcut_used_by_system, shown(shortcut))
-                        : fmt::format(text::keyboard_shortcut_used_by_system_for, shown(shortcut), action),
-         .informativeText = std::string(text::keyboard_shortcuts_can_be_changed),
-         .buttons = {std::string(text::force_use_shortcut), std::string(text::cancel)}},
+                        ? formatted("keyboard_shortcut_used_by_system", shown(shortcut))
+                        : formatted("keyboard_shortcut_used_by_system_for", shown(shortcut), action),
+         .informativeText = std::string(localizedText("keyboard_shortcuts_can_be_changed")),
+         .buttons = {std::string(localizedText("force_use_shortcut")), std::string(localizedText("cancel"))}},
         [&registry = services_.registry, shortcut, name = name_](std::size_t button) {
             if (button == 0) registry.setShortcut(shortcut, name);
         });
@@ -134,16 +139,16 @@ std::string Recorder::text() const {
 }
 
 std::string_view Recorder::placeholder() const {
-    return isRecording_ ? text::press_shortcut : text::record_shortcut;
+    return isRecording_ ? localizedText("press_shortcut") : localizedText("record_shortcut");
 }
 
 std::string Recorder::warning() const {
-    if (disallowed_) return fmt::format(text::keyboard_shortcut_disallowed, shown(*disallowed_));
+    if (disallowed_) return formatted("keyboard_shortcut_disallowed", shown(*disallowed_));
     const auto refusal = services_.registry.refusal(name_);
     if (!refusal) return "";
     return std::string(*refusal == platform::hot_key_status::kAlreadyTaken
-                           ? text::keyboard_shortcut_refused
-                           : text::keyboard_shortcut_impossible);
+                           ? localizedText("keyboard_shortcut_refused")
+                           : localizedText("keyboard_shortcut_impossible"));
 }
 
 }  // namespace keyboard_shortcuts

@@ -29,8 +29,8 @@ class MenuBar {
   public:
     virtual ~MenuBar() = default;
     virtual void setMainMenu(std::vector<MainMenu> menus) = 0;
-    // Whether a key that types `text` without modifiers, with these, chooses a menu item of that equivalent on
-    // this desktop.
+    // Whether a key that types `text` without modifiers, with these, chooses a menu item of that equivalent
+    // on this desktop.
     [[nodiscard]] virtual bool isChosenBy(const KeyEquivalent& equivalent, std::string_view text,
                                           std::uint64_t modifierFlags) const = 0;
 };

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
-#include <ranges>
 
 namespace platform::freedesktop {
 
@@ -24,8 +23,9 @@ bool isPair(const BusArguments& property) {
 }
 
 bool hasOwnList(const BusArguments& properties, const std::string& group) {
-    return std::ranges::any_of(properties, [&](const auto& property) {
-        return isPair(property) && property[0] == "/" + group + "/custom/override" && property[1] == true;
+    return std::ranges::any_of(properties, [&](const BusArguments& property) {
+        return isPair(property) && property[0] == "/" + group + "/custom/override" &&
+               property[1].is_boolean() && property[1].get<bool>();
     });
 }
 
@@ -64,8 +64,9 @@ std::vector<Accelerator> acceleratorsOfXfce(const BusArguments& properties) {
 
 std::vector<Accelerator> acceleratorsOfGsettings(std::string_view output) {
     std::vector<Accelerator> found;
-    for (const auto part : std::views::split(output, '\n')) {
-        const std::string_view line(part.begin(), part.end());
+    while (!output.empty()) {
+        const auto line = output.substr(0, output.find('\n'));
+        output.remove_prefix(std::min(line.size() + 1, output.size()));
         const auto name = line.find(' ');
         const auto value = name == std::string_view::npos ? name : line.find(' ', name + 1);
         if (value == std::string_view::npos) continue;

@@ -24,7 +24,7 @@ class PosixBackgroundProcesses final : public BackgroundProcesses {
                                                    std::span<const std::string> arguments,
                                                    std::function<void(const Ended&)> ended) override;
     static constexpr std::size_t kMostStandardError = 4096;
-    static constexpr std::size_t kMostStandardOutput = 256 * 1024;
+    static constexpr std::size_t kMostStandardOutput = 262'144;
 
   private:
     // What a program says on one of its standard streams.

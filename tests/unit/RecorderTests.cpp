@@ -57,11 +57,11 @@ class RecorderTest : public testing::Test {
 
 TEST_F(RecorderTest, TakesTheKeysThatMayBeAShortcut) {
     struct Row {
-        const char* name;
+        const char* name = nullptr;
         KeyEvent keys;
-        bool isTaken;
-        bool staysRecording;
-        const char* shortcut;  // afterwards; null for none
+        bool isTaken = false;
+        bool staysRecording = false;
+        const char* shortcut = nullptr;  // afterwards; null for none
     };
     for (const Row& row :
          {Row{"with a modifier", kControlT, true, false, "⌃T"},
