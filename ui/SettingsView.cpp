@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <variant>
 
@@ -35,18 +36,22 @@ QLabel* makeFootnote(const std::string& text) {
     return footnote;
 }
 
+void showWarning(QLabel& label, const QString& text) {
+    label.setText(text);
+    label.setHidden(text.isEmpty());
+}
+
 }  // namespace
 
-SettingsView::SettingsView(SettingsForm& form) {
-    auto* scroll = new QScrollArea;
-    scroll->setWidgetResizable(true);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->setFocusPolicy(Qt::NoFocus);
-    scroll->viewport()->setAutoFillBackground(false);
+SettingsView::SettingsView(SettingsForm& form) : scroll_(new QScrollArea) {
+    scroll_->setWidgetResizable(true);
+    scroll_->setFrameShape(QFrame::NoFrame);
+    scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll_->setFocusPolicy(Qt::NoFocus);
+    scroll_->viewport()->setAutoFillBackground(false);
     auto* whole = new QVBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);
-    whole->addWidget(scroll);
+    whole->addWidget(scroll_);
     auto* rows = new QWidget;
     column_ = new QVBoxLayout(rows);
     column_->setContentsMargins(kMargin, kMargin - 4, kMargin, kMargin);
@@ -57,7 +62,7 @@ SettingsView::SettingsView(SettingsForm& form) {
         for (const auto& row : section.rows) std::visit([this](const auto& each) { add(each); }, row);
     }
     column_->addStretch();
-    scroll->setWidget(rows);
+    scroll_->setWidget(rows);
     rows->setAutoFillBackground(false);
     refresh();
     changes_ = form.subscribe([this] { refresh(); });
@@ -113,12 +118,16 @@ void SettingsView::add(const orvellos::ShortcutRow& row) {
     auto* warning = makeSecondary("", QFont::Normal, warningColor);
     warning->setAlignment(Qt::AlignRight);
     column_->addWidget(warning);
-    const auto refresh = [warning, &recorder] {
-        warning->setText(toQString(recorder.warning()));
-        warning->setHidden(warning->text().isEmpty());
-    };
-    refresh();
-    recorders_.push_back(recorder.subscribe(refresh));
+    showWarning(*warning, toQString(recorder.warning()));
+    recorders_.push_back(recorder.subscribe([this, warning, &recorder] {
+        const auto text = toQString(recorder.warning());
+        if (text == warning->text()) return;
+        showWarning(*warning, text);
+        // Once it has its place, it must not be out of sight.
+        if (!text.isEmpty())
+            QTimer::singleShot(0, warning,
+                               [this, warning] { scroll_->ensureWidgetVisible(warning, 0, kMargin); });
+    }));
 }
 
 void SettingsView::add(const orvellos::PermissionRow& row) {

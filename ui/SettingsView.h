@@ -6,6 +6,7 @@
 
 #include "orvellos/SettingsForm.h"
 
+class QScrollArea;
 class QVBoxLayout;
 
 namespace ui {
@@ -29,6 +30,7 @@ class SettingsView final : public QWidget {
     void addControl(const std::string& title, QWidget* control, const std::string& footnote);
     void refresh() const;
 
+    QScrollArea* scroll_;
     QVBoxLayout* column_ = nullptr;
     std::vector<std::function<void()>> refreshers_;
     platform::Subscription changes_;

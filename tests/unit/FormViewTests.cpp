@@ -203,6 +203,44 @@ TEST_F(FormViewTest, TheSettingsWriteAtOnceAndFollow) {
     EXPECT_FALSE(control("Launch at login").isChecked()) << "the system's word counts";
 }
 
+TEST_F(FormViewTest, AShortcutIsRecordedInItsField) {
+    hotkeys_.create(orvellos::hotkey::peekTags);
+    panels_.showSettingsPanel();
+    auto& form = *std::get<orvellos::SettingsForm*>(host_.titled("orvellos Settings")->content);
+    auto& panel = show("orvellos Settings", new SettingsView(form));
+    QLineEdit* field = nullptr;
+    for (auto* each : panel.findChildren<QLineEdit*>())
+        if (each->accessibleName() == "Peek at hidden tags") field = each;
+    ASSERT_TRUE(field);
+    EXPECT_EQ(field->text(), "⌃⌥⌘P");
+    // A key of the keyboard of X: evdev's code + 8.
+    const auto pressKey = [&](QEvent::Type type, std::uint32_t code, Qt::KeyboardModifiers modifiers) {
+        QKeyEvent event(type, 0, modifiers, code, 0, 0);
+        QApplication::sendEvent(field, &event);
+        desktop_test::OffscreenApplication::settle();
+    };
+    field->setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(field->text(), "Type Shortcut…");
+    pressKey(QEvent::KeyPress, 20 + 8, Qt::NoModifier);
+    const auto warning = field->accessibleDescription();
+    EXPECT_TRUE(warning.startsWith("T alone would no longer type.")) << warning.toStdString();
+    const auto labels = panel.findChildren<QLabel*>();
+    EXPECT_TRUE(std::ranges::any_of(labels, [&](const auto* label) {
+        return label->text() == warning && !label->visibleRegion().isEmpty();
+    })) << "it is scrolled to";
+    pressKey(QEvent::KeyPress, 20 + 8, Qt::ControlModifier);
+    EXPECT_EQ(field->text(), "⌃T");
+    pressKey(QEvent::KeyRelease, 20 + 8, Qt::ControlModifier);
+    wait(0.1);
+    EXPECT_EQ(hotkeys_.displayText(orvellos::hotkey::peekTags), "⌃T");
+    EXPECT_EQ(field->accessibleDescription(), "");
+    press(Qt::Key_Backspace);
+    EXPECT_EQ(field->text(), "Record Shortcut");
+    EXPECT_EQ(hotkeys_.displayText(orvellos::hotkey::peekTags), std::nullopt);
+    press(Qt::Key_Escape);
+    EXPECT_TRUE(panel.isHidden()) << "nothing is recorded any more";
+}
+
 TEST_F(FormViewTest, TheAboutWindowTellsTheShortcutsOfNow) {
     const auto texts = [this] {
         panels_.showAbout();
