@@ -198,6 +198,16 @@ TEST_F(FormViewTest, TheSettingsWriteAtOnceAndFollow) {
     EXPECT_TRUE(control("Embiggen all tags").isChecked());
     settings_.tagSize.set(orvellos::TagSize::MissionControl);
     EXPECT_FALSE(control("Label size: XL").isChecked()) << "not one of the choices";
+    const auto warns = [&] {
+        const auto labels = panel.findChildren<QLabel*>();
+        return std::ranges::any_of(labels, [](const auto* label) {
+            return label->text() == "Space-switch shortcuts disabled" && label->isVisible();
+        });
+    };
+    EXPECT_FALSE(warns());
+    desktop_.shortcuts.enabled[81] = false;
+    wait(1.1);
+    EXPECT_TRUE(warns()) << "as soon as it is noticed";
     desktop_.loginItem.failure = platform::Error{"no"};
     control("Launch at login").click();
     EXPECT_FALSE(control("Launch at login").isChecked()) << "the system's word counts";
