@@ -4,6 +4,7 @@
 
 #include "tests/desktop/InterfaceDesktop.h"
 #include "tests/support/PlainWindow.h"
+#include "tests/support/Reply.h"
 
 using namespace desktop_test;
 
@@ -44,9 +45,28 @@ class HotkeysOnDesktop : public testing::Test {
     bool comesToHave(const std::function<bool(int)>& expected) {
         return waitUntil([&] { return expected(height()); });
     }
+    // While the application is not there.
+    void forget(const char* key) {
+        std::ifstream file(desktop_.settingsFile());
+        auto settings = nlohmann::json::parse(file);
+        settings.erase(key);
+        desktop_.writeSettings(settings);
+    }
     bool comesToBeStored(const char* name, const nlohmann::json& shortcut) {
         return waitUntil(
             [&] { return setting(("KeyboardShortcuts_" + std::string(name)).c_str()) == shortcut; });
+    }
+    // Whether another program could have the key.
+    bool isFree(xcb_keysym_t key) {
+        constexpr std::uint16_t kModifiers = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1 | XCB_MOD_MASK_4;
+        auto& x = desktop_.x();
+        const auto code = hands_.keyFor(key);
+        const auto grab = xcb_grab_key_checked(x.connection(), 0, x.root(), kModifiers, code,
+                                               XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+        const Reply<xcb_generic_error_t> error(xcb_request_check(x.connection(), grab));
+        xcb_ungrab_key(x.connection(), code, x.root(), kModifiers);
+        x.synchronize();
+        return !error;
     }
     // Presses a key again and again, each time when the settings show that they have taken the one before.
     void pressAndSee(xcb_keysym_t key, int times = 1) {
@@ -173,6 +193,7 @@ TEST_P(HotkeyTest, AReRecordedOneWorksAtOnceAndAClearedOneNeverAgain) {
     pressAndSee(XK_space);
     press(XK_K);
     EXPECT_TRUE(comesToBeStored("toggleKillSwitch", R"({"carbonKeyCode":40,"carbonModifiers":6400})"));
+    ASSERT_TRUE(waitUntil([&] { return isFree(XK_H); })) << "given back once the new one is taken";
     press(XK_H);
     press(XK_K);
     EXPECT_TRUE(comesToBeSeen(false)) << "the new one alone";
@@ -184,7 +205,10 @@ TEST_P(HotkeyTest, AReRecordedOneWorksAtOnceAndAClearedOneNeverAgain) {
 
     desktop_.application().signal(SIGTERM);
     EXPECT_EQ(desktop_.application().wait(), 0);
+    forget("KeyboardShortcuts_peekTags");
     ASSERT_NO_FATAL_FAILURE(desktop_.startApplication());
+    ASSERT_TRUE(waitUntil([&] { return setting("KeyboardShortcuts_peekTags").is_string(); }))
+        << "the last one";
     ASSERT_TRUE(comesToBeSeen(true));
     const int usual = height();
     press(XK_B);
