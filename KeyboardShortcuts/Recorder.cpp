@@ -13,11 +13,6 @@ namespace {
 
 namespace key = platform::key;
 
-template <typename... Arguments>
-std::string formatted(std::string_view key, const Arguments&... arguments) {
-    return fmt::format(fmt::runtime(localizedText(key)), arguments...);
-}
-
 bool isPlain(const platform::KeyEvent& keys) {
     return shortcutOf(keys).carbonModifiers == 0;
 }
@@ -109,7 +104,7 @@ void Recorder::choose(const Shortcut& shortcut) {
 
 void Recorder::warnOfOwnUse(const Shortcut& shortcut, const std::string& title) {
     services_.alerts.runModal(
-        {.message = formatted("keyboard_shortcut_used_by_menu_item", shown(shortcut), title),
+        {.message = fmt::format(localizedText("keyboard_shortcut_used_by_menu_item"), shown(shortcut), title),
          .informativeText = std::string(localizedText("choose_other_keys")),
          .buttons = {std::string(localizedText("ok"))}},
         [](std::size_t /*button*/) {});
@@ -119,8 +114,9 @@ void Recorder::warnOfOwnUse(const Shortcut& shortcut, const std::string& title) 
 void Recorder::warnOfSystemUse(const Shortcut& shortcut, const std::string& action) {
     services_.alerts.runModal(
         {.message = action.empty()
-                        ? formatted("keyboard_shortcut_used_by_system", shown(shortcut))
-                        : formatted("keyboard_shortcut_used_by_system_for", shown(shortcut), action),
+                        ? fmt::format(localizedText("keyboard_shortcut_used_by_system"), shown(shortcut))
+                        : fmt::format(localizedText("keyboard_shortcut_used_by_system_for"), shown(shortcut),
+                                      action),
          .informativeText = std::string(localizedText("keyboard_shortcuts_can_be_changed")),
          .buttons = {std::string(localizedText("force_use_shortcut")), std::string(localizedText("cancel"))}},
         [&registry = services_.registry, shortcut, name = name_](std::size_t button) {
@@ -143,7 +139,7 @@ std::string_view Recorder::placeholder() const {
 }
 
 std::string Recorder::warning() const {
-    if (disallowed_) return formatted("keyboard_shortcut_disallowed", shown(*disallowed_));
+    if (disallowed_) return fmt::format(localizedText("keyboard_shortcut_disallowed"), shown(*disallowed_));
     const auto refusal = services_.registry.refusal(name_);
     if (!refusal) return "";
     return std::string(*refusal == platform::hot_key_status::kAlreadyTaken

@@ -13,35 +13,33 @@ constexpr auto kTimeToAnswer = platform::seconds(1);
 PermissionRow inputMonitoringRow(const PermissionTargets& targets, std::string text,
                                  std::string requestTitle) {
     auto& permissions = targets.permissions;
-    const auto& state = targets.state;
+    const auto request = [&permissions, shown = std::weak_ptr(targets.state)] {
+        permissions.requestInputMonitoring(
+            [shown] {
+                if (const auto state = shown.lock()) state->refresh();
+            },
+            kTimeToAnswer);
+    };
     return {.title = "Input Monitoring",
             .text = std::move(text),
             .requestTitle = std::move(requestTitle),
-            .isGranted = [state] { return state->inputMonitoringTrusted.get(); },
-            .request =
-                [&permissions, shown = std::weak_ptr(state)] {
-                    permissions.requestInputMonitoring(
-                        [shown] {
-                            if (const auto stillShown = shown.lock()) stillShown->refresh();
-                        },
-                        kTimeToAnswer);
-                },
+            .isGranted = [state = targets.state] { return state->inputMonitoringTrusted.get(); },
+            .request = request,
             .openSettings = [&permissions] { permissions.openInputMonitoringSettings(); },
             .reload = targets.reloadKeystrokeObserver};
 }
 
 PermissionRow accessibilityRow(const PermissionTargets& targets, std::string text, std::string requestTitle) {
     auto& permissions = targets.permissions;
-    const auto& state = targets.state;
+    const auto request = [&permissions, state = targets.state] {
+        permissions.promptAccessibility();
+        state->refresh();
+    };
     return {.title = "Accessibility",
             .text = std::move(text),
             .requestTitle = std::move(requestTitle),
-            .isGranted = [state] { return state->accessibilityTrusted.get(); },
-            .request =
-                [&permissions, state] {
-                    permissions.promptAccessibility();
-                    state->refresh();
-                },
+            .isGranted = [state = targets.state] { return state->accessibilityTrusted.get(); },
+            .request = request,
             .openSettings = [&permissions] { permissions.openAccessibilitySettings(); },
             .reload = targets.reloadKeystrokeObserver};
 }

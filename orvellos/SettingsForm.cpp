@@ -140,8 +140,7 @@ SettingsSection SettingsForm::permissions() const {
         "Request Access");
     inputMonitoring.hint =
         "If no prompt appears, Settings will open and Finder will reveal `orvello-pro.app`. In Settings, "
-        "click "
-        "**+**, then drag the revealed app into the list.";
+        "click **+**, then drag the revealed app into the list.";
     inputMonitoring.reveal = [&permissions] { permissions.revealAppInFinder(); };
     return {
         "Permissions",

@@ -82,7 +82,7 @@ class SettingsForm {
 
     [[nodiscard]] const std::vector<SettingsSection>& sections() const { return sections_; }
     // Called whenever a control may have to show something else. Recorders tell of themselves.
-    platform::Subscription subscribe(std::function<void()> callback) const {
+    platform::Subscription subscribe(std::function<void()> callback) {
         return changed_.subscribe(std::move(callback));
     }
 
@@ -93,7 +93,7 @@ class SettingsForm {
     Services services_;
     std::vector<std::unique_ptr<keyboard_shortcuts::Recorder>> recorders_;
     std::vector<SettingsSection> sections_;
-    mutable Observers<> changed_;
+    Observers<> changed_;
     std::vector<platform::Subscription> changes_;
 };
 

@@ -16,20 +16,6 @@ namespace {
 
 constexpr int kIcon = 72;
 
-QLabel* makeIcon() {
-    auto* icon = new QLabel;
-    icon->setPixmap(applicationIcon().pixmap(QSize(kIcon, kIcon), icon->devicePixelRatioF()));
-    return icon;
-}
-
-QLabel* makeName() {
-    auto* name = makeHeading(About::kName);
-    auto font = name->font();
-    font.setPixelSize(20);
-    name->setFont(font);
-    return name;
-}
-
 QLabel* makeBuildLine(const std::string& text) {
     auto* line = makeSecondary(text);
     line->setFont(fixedFont(11));
@@ -62,8 +48,8 @@ AboutView::AboutView(const About& about) {
         label->setAlignment(Qt::AlignCenter);
         column->addWidget(label);
     };
-    add(makeIcon());
-    add(makeName());
+    add(makeApplicationIcon(kIcon));
+    add(inSize(makeHeading(About::kName), 20, QFont::Bold));
     add(makeSecondary(About::kTagline));
     column->addSpacing(6);
     add(makeBuildLine(about.buildText));

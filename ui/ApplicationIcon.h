@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QIcon>
+#include <QLabel>
 
 namespace ui {
 
@@ -11,6 +12,13 @@ namespace ui {
     if (QApplication::windowIcon().isNull())
         QApplication::setWindowIcon(QIcon(QStringLiteral(":/org.norvath.orvello.svg")));
     return QApplication::windowIcon();
+}
+
+// The icon in a square of so many points.
+[[nodiscard]] inline QLabel* makeApplicationIcon(int points) {
+    auto* icon = new QLabel;
+    icon->setPixmap(applicationIcon().pixmap(QSize(points, points), icon->devicePixelRatioF()));
+    return icon;
 }
 
 }  // namespace ui

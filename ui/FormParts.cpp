@@ -34,14 +34,18 @@ class PaletteLabel final : public QLabel {
 QLabel* styled(QLabel* label, std::string_view text, int pixels, QFont::Weight weight) {
     label->setText(toQString(text));
     label->setTextFormat(Qt::PlainText);
+    return inSize(label, pixels, weight);
+}
+
+}  // namespace
+
+QLabel* inSize(QLabel* label, int pixels, QFont::Weight weight) {
     auto font = label->font();
     font.setPixelSize(pixels);
     font.setWeight(weight);
     label->setFont(font);
     return label;
 }
-
-}  // namespace
 
 QLabel* makeHeading(std::string_view text) {
     return styled(new QLabel, text, 15, QFont::Bold);

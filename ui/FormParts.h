@@ -22,6 +22,8 @@ namespace ui {
 // In the secondary style, or in another of the palette's colours; wraps.
 [[nodiscard]] QLabel* makeSecondary(std::string_view text, QFont::Weight weight = QFont::Normal,
                                     PaletteColor color = secondaryLabelColor);
+// A label in another size and weight.
+QLabel* inSize(QLabel* label, int pixels, QFont::Weight weight);
 // A system symbol in a square of so many points.
 [[nodiscard]] QLabel* makeSymbol(std::string_view name, int points, PaletteColor color);
 // The system's font of characters of one width, at a size in pixels.

@@ -37,10 +37,7 @@ QHBoxLayout* PermissionRowView::makeFirstLine() {
     line->setSpacing(8);
     auto* grantedSymbol = makeSymbol(PermissionRow::kGrantedSymbol, kSymbol, grantedColor);
     auto* missingSymbol = makeSymbol(PermissionRow::kMissingSymbol, kSymbol, secondaryLabelColor);
-    auto* title = makeText(row_.title);
-    auto font = title->font();
-    font.setWeight(QFont::DemiBold);
-    title->setFont(font);
+    auto* title = inSize(makeText(row_.title), 13, QFont::DemiBold);
     auto* granted = makeSecondary(PermissionRow::kGranted, QFont::Medium);
     granted->setWordWrap(false);
     auto* reload = makeButton(PermissionRow::kReload, row_.reload);

@@ -25,14 +25,6 @@ QColor accentColor(const QPalette& palette) {
     return isDark(palette) ? accent.lighter(135) : accent;
 }
 
-QLabel* inSize(QLabel* label, int pixels, QFont::Weight weight) {
-    auto font = label->font();
-    font.setPixelSize(pixels);
-    font.setWeight(weight);
-    label->setFont(font);
-    return label;
-}
-
 QWidget* makeFeature(const WelcomeForm::Feature& feature) {
     auto* row = new QWidget;
     auto* line = new QHBoxLayout(row);
@@ -73,8 +65,7 @@ WelcomeView::WelcomeView(WelcomeForm& form) : form_(form), pages_(new QStackedWi
 }
 
 void WelcomeView::addHeader(QVBoxLayout& column) {
-    auto* icon = new QLabel;
-    icon->setPixmap(applicationIcon().pixmap(QSize(kIcon, kIcon), icon->devicePixelRatioF()));
+    auto* icon = makeApplicationIcon(kIcon);
     auto* title = inSize(makeHeading(form_.title()), 22, QFont::Bold);
     auto* subtitle = inSize(makeSecondary(form_.subtitle()), 13, QFont::Normal);
     for (auto* label : {icon, title, subtitle}) {

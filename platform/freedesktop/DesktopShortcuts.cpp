@@ -1,8 +1,9 @@
 #include "platform/freedesktop/DesktopShortcuts.h"
 
 #include <array>
-#include <string_view>
 #include <utility>
+
+#include "platform/freedesktop/CurrentDesktop.h"
 
 namespace platform::freedesktop {
 
@@ -32,10 +33,6 @@ std::optional<std::string> actionOfKde(const std::optional<BusArguments>& argume
 }
 
 }  // namespace
-
-bool DesktopShortcuts::isRunning(const std::string& desktop) const {
-    return (":" + services_.desktops + ":").find(":" + desktop + ":") != std::string::npos;
-}
 
 Subscription DesktopShortcuts::findUse(const KeyEvent& keys, Answer answer) {
     const auto question = std::make_shared<Question>();
@@ -86,7 +83,7 @@ void DesktopShortcuts::askKde(Question& question, const Waiting& waiting) {
 }
 
 void DesktopShortcuts::askXfce(Question& question, const Waiting& waiting) {
-    if (!isRunning("XFCE")) return;
+    if (!isAmongDesktops("XFCE", services_.desktops)) return;
     ++question.missing;
     question.calls.push_back(
         services_.bus.call({.service = "org.xfce.Xfconf",
@@ -102,7 +99,7 @@ void DesktopShortcuts::askXfce(Question& question, const Waiting& waiting) {
 
 void DesktopShortcuts::askGsettings(Question& question, const Waiting& waiting) {
     for (const auto& schema : kSchemas) {
-        if (!isRunning(schema.desktop)) continue;
+        if (!isAmongDesktops(schema.desktop, services_.desktops)) continue;
         const std::array<std::string, 2> arguments = {"list-recursively", schema.name};
         const auto error =
             services_.processes.start("gsettings", arguments, [this, waiting](const auto& ended) {

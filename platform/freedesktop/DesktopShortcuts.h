@@ -22,7 +22,7 @@ class DesktopShortcuts final : public SystemShortcuts {
         SessionBus& bus;
         BackgroundProcesses& processes;
         RunLoop& runLoop;
-        std::string desktops;  // the running desktop's names, as in XDG_CURRENT_DESKTOP
+        std::string desktops;  // the running desktop's names, as currentDesktops() gives them
         // Qt's key code with its modifiers; absent when Qt has none for these keys.
         std::function<std::optional<std::uint32_t>(const KeyEvent&)> qtKey;
         // Whether a text in GTK's spelling is these keys.
@@ -49,7 +49,6 @@ class DesktopShortcuts final : public SystemShortcuts {
     void askGsettings(Question& question, const Waiting& waiting);
     void look(const Waiting& waiting, const std::vector<Accelerator>& accelerators) const;
     static void settle(const Waiting& waiting, const std::optional<std::string>& action);
-    [[nodiscard]] bool isRunning(const std::string& desktop) const;
 
     Services services_;
 };

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/freedesktop/CurrentDesktop.h"
 #include "platform/freedesktop/DetachedProcess.h"
 #include "platform/freedesktop/ProgramSearch.h"
 
@@ -42,13 +43,9 @@ SettingsPages::SettingsPages(std::string desktops)
           (void)startDetached(command.front(), std::span(command).subspan(1));
       }) {}
 
-bool SettingsPages::isRunning(std::string_view desktop) const {
-    return (":" + desktops_ + ":").find(":" + std::string(desktop) + ":") != std::string::npos;
-}
-
 void SettingsPages::openUrl(std::string_view url) {
     const auto page = std::ranges::find_if(kPages, [&](const Page& each) {
-        return each.url == url && isRunning(each.desktop) && isInstalled_(each.program);
+        return each.url == url && isAmongDesktops(each.desktop, desktops_) && isInstalled_(each.program);
     });
     if (page == kPages.end()) return;
     Command command = {std::string(page->program)};

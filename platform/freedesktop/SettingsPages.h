@@ -15,8 +15,7 @@ class SettingsPages final : public UrlOpener {
     using IsInstalled = std::function<bool(std::string_view program)>;
     using Start = std::function<void(const Command& command)>;
 
-    // `desktops` are the running desktop's names, separated by colons as in XDG_CURRENT_DESKTOP (Desktop
-    // Entry Specification).
+    // `desktops` are the running desktop's names, as currentDesktops() gives them.
     explicit SettingsPages(std::string desktops);
     SettingsPages(std::string desktops, IsInstalled isInstalled, Start start)
         : desktops_(std::move(desktops)), isInstalled_(std::move(isInstalled)), start_(std::move(start)) {}
@@ -24,8 +23,6 @@ class SettingsPages final : public UrlOpener {
     void openUrl(std::string_view url) override;
 
   private:
-    [[nodiscard]] bool isRunning(std::string_view desktop) const;
-
     std::string desktops_;
     IsInstalled isInstalled_;
     Start start_;

@@ -2,15 +2,13 @@
 
 #include <fmt/format.h>
 
-#include <QApplication>
 #include <cstdlib>
 
 #include "orvellos/DebugLog.h"
 #include "orvellos/DiagnosticsReport.h"
+#include "platform/freedesktop/CurrentDesktop.h"
 #include "platform/freedesktop/ProgramLocations.h"
-#include "platform/freedesktop/ProgramSearch.h"
 #include "platform/freedesktop/StandardStreams.h"
-#include "platform/x11/KeyAccelerators.h"
 
 namespace {
 
@@ -30,7 +28,8 @@ Desktop::Core::Core(Desktop& desktop)
                platform::freedesktop::defaultsFilePath(desktop.folders_.configHome()),
                [](std::string_view message) { orvellos::logGeneral(fmt::format("orvello: {}", message)); }),
       settings(defaults, desktop.loginItem_, desktop.screens_.mainScreen()),
-      hotkeys({defaults, desktop.hotKeys_, desktop.keyNames_, platform::freedesktop::writeStandardOutput}),
+      hotkeys({defaults, desktop.keys_.hotKeys(), desktop.keys_.names(),
+               platform::freedesktop::writeStandardOutput}),
       store(desktop.files_, desktop.runLoop_, orvellos::tagFolder(desktop.folders_)),
       tagManager({{desktop.windowSystem_, desktop.runLoop_, desktop.screens_, desktop.textMeasurer_, settings,
                    editingContext},
@@ -39,7 +38,7 @@ Desktop::Core::Core(Desktop& desktop)
                   desktop.screens_,
                   desktop.screens_,
                   desktop.overview_.windows(),
-                  desktop.keyMonitor_,
+                  desktop.keys_.monitor(),
                   desktop.session_,
                   desktop.overview_.launcher(),
                   {desktop.processes_, desktop.shortcuts_, desktop.shortcuts_, desktop.permissions_,
@@ -57,7 +56,7 @@ Desktop::Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
                  [](const std::string&) {
                      return platform::freedesktop::ProgramLocations().libexecProgram("osascript");
                  }),
-      settingsPages_(platform::freedesktop::processEnvironment("XDG_CURRENT_DESKTOP").value_or("")),
+      settingsPages_(platform::freedesktop::currentDesktops()),
       fileBrowser_(bus_),
       system_(files_),
       atoms_(platform::x11::Atoms::intern(connection)),
@@ -73,30 +72,12 @@ Desktop::Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
       shortcuts_(connection, atoms_,
                  {[this] { return spaceServer_.facts(); }, [this] { return spaceServer_.canSwitch(); },
                   [this] { return spaceServer_.lastTime(); }}),
-      rawInput_(connection, events_),
-      permissions_({[this] { return spaceServer_.canSwitch(); }, [this] { return rawInput_.isAvailable(); },
+      keys_(bus_, runLoop, connection, events_),
+      permissions_({[this] { return spaceServer_.canSwitch(); },
+                    [this] { return keys_.rawInput().isAvailable(); },
                     [this] { settingsPages_.openUrl(settingsUrl(orvellos::NavRemedy::Accessibility)); }}),
-      keyboard_(connection, events_, runLoop),
-      keyNames_(keyboard_),
-      userPrograms_(runLoop,
-                    [](const std::string& name) {
-                        return platform::freedesktop::findProgram(name).value_or(name).string();
-                    }),
-      systemShortcuts_({bus_, userPrograms_, runLoop,
-                        platform::freedesktop::processEnvironment("XDG_CURRENT_DESKTOP").value_or(""),
-                        [this](const auto& keys) {
-                            const auto pressed = platform::x11::shortcutOfKeys(keys, keyboard_);
-                            return pressed ? platform::x11::qtKeyOf(*pressed) : std::nullopt;
-                        },
-                        [this](const auto& accelerator, const auto& keys) {
-                            const auto pressed = platform::x11::shortcutOfKeys(keys, keyboard_);
-                            return pressed && platform::x11::shortcutOfAccelerator(accelerator) == pressed;
-                        }}),
-      keyMonitor_(rawInput_, keyboard_, runLoop, [] { return QGuiApplication::focusWindow() != nullptr; }),
-      hotKeys_(connection, events_, rawInput_, keyboard_,
-               [] { return QApplication::activePopupWidget() != nullptr; }),
-      overview_(bus_, runLoop, connection, atoms_, events_, screens_, keyMonitor_),
-      interface_({bus_, runLoop, connection, events_, rawInput_, screens_,
+      overview_(bus_, runLoop, connection, atoms_, events_, screens_, keys_.monitor()),
+      interface_({bus_, runLoop, connection, events_, keys_.rawInput(), screens_,
                   [this] { return spaceServer_.facts(); }, [this] { return spaceServer_.lastTime(); }}),
       screenPower_(connection, events_),
       systemBus_(systemd, runLoop, runLoop, [] { return platform::freedesktop::systemBusAddress(); }),
@@ -114,8 +95,9 @@ Desktop::Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
                 runLoop,
                 {"org.norvath.orvello", platform::freedesktop::ProgramLocations().command()},
                 quit}),
-      delegate_({spaces_, runLoop, instanceLock_, screens_, updates_, privacy_, keyNames_, systemShortcuts_,
-                 interface_.parts(), [this] { return makeCore(); }, std::move(quit)}),
+      delegate_({spaces_, runLoop, instanceLock_, screens_, updates_, privacy_, keys_.names(),
+                 keys_.systemShortcuts(), interface_.parts(), [this] { return makeCore(); },
+                 std::move(quit)}),
       windowManagerChanged_(spaceServer_.onWindowManagerChanged([this] {
           windowSystem_.reassertStates();
           interface_.windowManagerChanged();

@@ -11,7 +11,6 @@
 #include "orvellos/TagManager.h"
 #include "orvellos/TagStore.h"
 #include "platform/freedesktop/AutostartLoginItem.h"
-#include "platform/freedesktop/DesktopShortcuts.h"
 #include "platform/freedesktop/FileManagerBrowser.h"
 #include "platform/freedesktop/InstanceLock.h"
 #include "platform/freedesktop/JsonDefaultsStore.h"
@@ -28,17 +27,13 @@
 #include "platform/freedesktop/XdgFolders.h"
 #include "platform/x11/EwmhSpaceShortcuts.h"
 #include "platform/x11/EwmhSpaceSwitching.h"
-#include "platform/x11/RawInput.h"
-#include "platform/x11/X11HotKeys.h"
-#include "platform/x11/X11KeyMonitor.h"
-#include "platform/x11/X11KeyNames.h"
-#include "platform/x11/X11Keyboard.h"
 #include "platform/x11/X11Permissions.h"
 #include "platform/x11/X11ScreenPower.h"
 #include "platform/x11/X11Screens.h"
 #include "platform/x11/X11SpaceServer.h"
 #include "platform/x11/X11WindowSystem.h"
 #include "programs/orvellos/Interface.h"
+#include "programs/orvellos/Keys.h"
 #include "programs/orvellos/Overview.h"
 #include "ui/QtLayerPainter.h"
 #include "ui/QtRunLoop.h"
@@ -101,14 +96,8 @@ class Desktop {
     platform::x11::X11WindowSystem windowSystem_;
     platform::x11::EwmhSpaceSwitching switching_;
     platform::x11::EwmhSpaceShortcuts shortcuts_;
-    platform::x11::RawInput rawInput_;
+    Keys keys_;
     platform::x11::X11Permissions permissions_;
-    platform::x11::X11Keyboard keyboard_;
-    platform::x11::X11KeyNames keyNames_;
-    platform::freedesktop::PosixBackgroundProcesses userPrograms_;
-    platform::freedesktop::DesktopShortcuts systemShortcuts_;
-    platform::x11::X11KeyMonitor keyMonitor_;
-    platform::x11::X11HotKeys hotKeys_;
     Overview overview_;
     Interface interface_;
     platform::x11::X11ScreenPower screenPower_;

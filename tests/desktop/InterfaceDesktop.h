@@ -38,24 +38,20 @@ class InterfaceDesktop : public DesktopWithTags {
     // mapped it. The form for a first tag, which comes up where there is none, is closed.
     void startApplication() {
         const bool hasTags = std::filesystem::exists(dataFolder() / "orvello/tags.json");
-        application_.emplace(start({program("orvello")}));
-        ASSERT_NO_FATAL_FAILURE(waitForStatusButton());
+        ASSERT_NO_FATAL_FAILURE(startApplicationAnew());
         if (hasTags) return;
         ASSERT_TRUE(hasKeyboard("Tag This Space"));
         press(XK_Escape);
         ASSERT_TRUE(isGone("Tag This Space"));
     }
-    void waitForStatusButton() {
+    // The same, whatever panels come up, after ending the one before.
+    void startApplicationAnew() {
+        application_.reset();
+        application_.emplace(start({program("orvello")}));
         ASSERT_TRUE(waitUntil([&] {
             const auto place = x().geometry(statusButton());
             return place && place->x > 0;
         })) << application().standardError();
-    }
-    // The same without a word about the panels that come up.
-    void startApplicationAnew() {
-        application_.reset();
-        application_.emplace(start({program("orvello")}));
-        ASSERT_NO_FATAL_FAILURE(waitForStatusButton());
     }
     Process& application() { return application_.value(); }
 

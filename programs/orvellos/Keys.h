@@ -1,0 +1,38 @@
+#pragma once
+
+#include "platform/freedesktop/DesktopShortcuts.h"
+#include "platform/freedesktop/PosixBackgroundProcesses.h"
+#include "platform/x11/RawInput.h"
+#include "platform/x11/X11HotKeys.h"
+#include "platform/x11/X11KeyMonitor.h"
+#include "platform/x11/X11KeyNames.h"
+#include "platform/x11/X11Keyboard.h"
+#include "ui/QtRunLoop.h"
+
+// All that has to do with the user's keys: what they are called, who sees them, and who has taken them.
+class Keys {
+  public:
+    // What is passed outlives the keys.
+    Keys(platform::freedesktop::SessionBus& bus, ui::QtRunLoop& runLoop,
+         platform::x11::XConnection& connection, platform::x11::XEvents& events);
+    Keys(const Keys&) = delete;
+    Keys& operator=(const Keys&) = delete;
+
+    [[nodiscard]] platform::x11::RawInput& rawInput() { return rawInput_; }
+    [[nodiscard]] const platform::KeyNames& names() const { return names_; }
+    [[nodiscard]] platform::x11::X11KeyMonitor& monitor() { return monitor_; }
+    [[nodiscard]] platform::HotKeyService& hotKeys() { return hotKeys_; }
+    [[nodiscard]] platform::SystemShortcuts& systemShortcuts() { return systemShortcuts_; }
+
+  private:
+    [[nodiscard]] platform::freedesktop::DesktopShortcuts::Services shortcutServices(
+        platform::freedesktop::SessionBus& bus, platform::RunLoop& runLoop);
+
+    platform::x11::RawInput rawInput_;
+    platform::x11::X11Keyboard keyboard_;
+    platform::x11::X11KeyNames names_;
+    platform::x11::X11KeyMonitor monitor_;
+    platform::x11::X11HotKeys hotKeys_;
+    platform::freedesktop::PosixBackgroundProcesses programs_;
+    platform::freedesktop::DesktopShortcuts systemShortcuts_;
+};
