@@ -54,6 +54,30 @@ TEST_P(WelcomeTest, TheSettingsStartTheApplicationAnew) {
     EXPECT_TRUE(waitUntil([&] { return processOf() && processOf() != first; }));
 }
 
+// The window manager does not say that it changes desktops, and then its successor does.
+TEST_P(WelcomeTest, PermissionsTurnGreenByThemselves) {
+    constexpr Rgb kGranted = 0x20913C;
+    constexpr int kOneRow = 60;  // pixels of its symbol, at least
+    desktop_.removeSettings();
+    ASSERT_NO_FATAL_FAILURE(desktop_.startApplicationAnew());
+    ASSERT_TRUE(desktop_.hasKeyboard("Welcome to orvellos"));
+    desktop_.press(XK_Return);
+    const auto place = desktop_.x().geometry(desktop_.shown("Welcome to orvellos")).value();
+    const auto comesToShow = [&](int rows) {
+        return waitUntil([&] {
+            const int green = takePicture(desktop_.x(), place).count(kGranted);
+            return green >= rows * kOneRow && (rows == 2 || green < 2 * kOneRow);
+        });
+    };
+    ASSERT_TRUE(comesToShow(2)) << "here both are granted";
+    auto& x = desktop_.x();
+    xcb_delete_property(x.connection(), x.root(), x.atom("_NET_SUPPORTED"));
+    x.synchronize();
+    EXPECT_TRUE(comesToShow(1));
+    desktop_.replaceWindowManager();
+    EXPECT_TRUE(comesToShow(2));
+}
+
 INSTANTIATE_TEST_SUITE_P(WindowManagers, WelcomeTest,
                          testing::Values(WindowManager::Openbox, WindowManager::Xfwm4, WindowManager::Kwin),
                          [](const auto& tested) { return nameOf(tested.param); });
