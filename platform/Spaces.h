@@ -42,7 +42,7 @@ class WindowSpaces {
   public:
     virtual ~WindowSpaces() = default;
 
-    // Empty when the window is unknown.
+    // Empty when the window is unknown, and when the Spaces have got other ids since it was told where it is.
     [[nodiscard]] virtual std::vector<ManagedSpaceId> copySpacesForWindow(WindowNumber window) const = 0;
     // Both are requests: what comes of them shows in a later copySpacesForWindow.
     virtual void addWindowToSpace(WindowNumber window, ManagedSpaceId space) = 0;

@@ -179,6 +179,14 @@ BusCall propertyRead(std::string service, std::string path, std::string interfac
             .arguments = {std::move(interface), std::move(property)}};
 }
 
+BusCall propertiesRead(std::string service, std::string path, std::string interface) {
+    return {.service = std::move(service),
+            .path = std::move(path),
+            .interface = "org.freedesktop.DBus.Properties",
+            .member = "GetAll",
+            .arguments = {std::move(interface)}};
+}
+
 std::string sessionBusAddress() {
     return sessionBusAddress(std::getenv("DBUS_SESSION_BUS_ADDRESS"), std::getenv("XDG_RUNTIME_DIR"));
 }

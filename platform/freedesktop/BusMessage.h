@@ -39,6 +39,8 @@ struct BusCall {
 // The call that reads a property; its answer's only argument is the value.
 [[nodiscard]] BusCall propertyRead(std::string service, std::string path, std::string interface,
                                    std::string property);
+// The call that reads all of an interface's; its answer's only argument is an array of (name, value).
+[[nodiscard]] BusCall propertiesRead(std::string service, std::string path, std::string interface);
 
 // Which signals are meant; what is empty is not looked at.
 struct BusSignal {

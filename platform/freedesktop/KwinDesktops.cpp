@@ -12,8 +12,7 @@ namespace {
 constexpr std::size_t kMostDesktops = 1000;
 
 BusCall desktopsCall() {
-    return propertyRead("org.kde.KWin", "/VirtualDesktopManager", "org.kde.KWin.VirtualDesktopManager",
-                        "desktops");
+    return propertiesRead("org.kde.KWin", "/VirtualDesktopManager", "org.kde.KWin.VirtualDesktopManager");
 }
 
 bool isDesktop(const nlohmann::json& entry) {
@@ -22,17 +21,31 @@ bool isDesktop(const nlohmann::json& entry) {
 }
 
 // From an array of (position, id, name), the position being signed or unsigned by KWin's version.
-std::optional<KwinDesktopIds> desktopIds(const BusArguments& arguments) {
-    if (arguments.size() != 1 || !arguments[0].is_array()) return std::nullopt;
-    const auto& entries = arguments[0];
-    if (entries.empty() || entries.size() > kMostDesktops) return std::nullopt;
-    if (!std::all_of(entries.begin(), entries.end(), isDesktop)) return std::nullopt;
+std::vector<std::string> desktopIds(const nlohmann::json& entries) {
+    if (!entries.is_array() || entries.size() > kMostDesktops) return {};
+    if (!std::all_of(entries.begin(), entries.end(), isDesktop)) return {};
     std::vector<std::pair<std::int64_t, std::string>> desktops;
     for (const auto& entry : entries) desktops.emplace_back(entry[0], entry[1]);
     std::ranges::stable_sort(desktops, {}, &std::pair<std::int64_t, std::string>::first);
-    KwinDesktopIds ids;
+    std::vector<std::string> ids;
     for (auto& desktop : desktops) ids.push_back(std::move(desktop.second));
     return ids;
+}
+
+// From the properties of KWin's desktops.
+std::optional<DesktopRow> desktopRow(const BusArguments& arguments) {
+    if (arguments.size() != 1 || !arguments[0].is_array()) return std::nullopt;
+    DesktopRow row;
+    std::string current;
+    for (const auto& property : arguments[0]) {
+        if (!property.is_array() || property.size() != 2) return std::nullopt;
+        if (property[0] == "desktops") row.ids = desktopIds(property[1]);
+        if (property[0] == "current" && property[1].is_string()) current = property[1];
+    }
+    if (row.ids.empty()) return std::nullopt;
+    if (const auto found = std::ranges::find(row.ids, current); found != row.ids.end())
+        row.current = static_cast<std::uint32_t>(found - row.ids.begin());
+    return row;
 }
 
 // One call whose answer is waited for.
@@ -63,8 +76,8 @@ struct BlockingCall {
 
 }  // namespace
 
-std::optional<KwinDesktopIds> readKwinDesktopIds(SystemdLibrary& library, Duration timeout,
-                                                 const std::string& address) {
+std::optional<DesktopRow> readKwinDesktops(SystemdLibrary& library, Duration timeout,
+                                           const std::string& address) {
     const Instant deadline = std::chrono::steady_clock::now() + timeout;
     if (address.empty()) return std::nullopt;
     const auto* systemd = library.functions();
@@ -75,12 +88,12 @@ std::optional<KwinDesktopIds> readKwinDesktopIds(SystemdLibrary& library, Durati
     const auto slot = sendCall(*systemd, bus.get(), desktopsCall(), &BlockingCall::handle, &call);
     if (!slot) return std::nullopt;
     call.waitOn(bus.get(), deadline);
-    return call.answer ? desktopIds(*call.answer) : std::nullopt;
+    return call.answer ? desktopRow(*call.answer) : std::nullopt;
 }
 
-Subscription KwinDesktops::requestIds(Callback callback) {
+Subscription KwinDesktops::request(Callback callback) {
     return bus_.call(desktopsCall(), [callback = std::move(callback)](const auto& arguments) {
-        callback(arguments ? desktopIds(*arguments) : std::nullopt);
+        callback(arguments ? desktopRow(*arguments) : std::nullopt);
     });
 }
 

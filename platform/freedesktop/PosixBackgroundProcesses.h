@@ -7,16 +7,14 @@
 #include "platform/ChildProcesses.h"
 #include "platform/DescriptorWatcher.h"
 #include "platform/freedesktop/FileDescriptor.h"
+#include "platform/freedesktop/Spawn.h"
 
 namespace platform::freedesktop {
 
-// Starts programs with posix_spawn and follows them from the main loop. A program is started from the file
-// that `locate` gives for the path under which the application knows it.
+// Starts programs with posix_spawn, as `locate` finds them, and follows them from the main loop.
 class PosixBackgroundProcesses final : public BackgroundProcesses {
   public:
-    using Locate = std::function<std::string(const std::string& program)>;
-
-    PosixBackgroundProcesses(DescriptorWatcher& watcher, Locate locate)
+    PosixBackgroundProcesses(DescriptorWatcher& watcher, LocateProgram locate)
         : watcher_(watcher), locate_(std::move(locate)) {}
 
     // At most so many bytes of what a program says are kept.
@@ -46,7 +44,7 @@ class PosixBackgroundProcesses final : public BackgroundProcesses {
     void finish(pid_t process);
 
     DescriptorWatcher& watcher_;
-    Locate locate_;
+    LocateProgram locate_;
     std::map<pid_t, Child> children_;
 };
 

@@ -1,7 +1,5 @@
 #include "platform/freedesktop/PosixChildProcesses.h"
 
-#include "platform/freedesktop/Spawn.h"
-
 namespace platform::freedesktop {
 
 std::optional<int> PosixChildProcesses::run(const std::string& program,

@@ -5,7 +5,9 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <string_view>
 #include <vector>
 
 namespace platform::freedesktop {
@@ -47,17 +49,32 @@ class FileActions {
     posix_spawn_file_actions_t actions_{};
 };
 
+std::vector<char*> environmentOf(const Program& program) {
+    std::vector<char*> words;
+    for (const auto& word : program.environment) words.push_back(const_cast<char*>(word.c_str()));
+    for (char** word = environ; *word; ++word) {
+        const auto isReplaced = [word](const std::string& added) {
+            return std::string_view(*word).starts_with(added.substr(0, added.find('=') + 1));
+        };
+        if (std::ranges::none_of(program.environment, isReplaced)) words.push_back(*word);
+    }
+    words.push_back(nullptr);
+    return words;
+}
+
 }  // namespace
 
-Spawned spawn(const std::string& file, std::span<const std::string> arguments, const ChildStreams& streams) {
-    std::vector<char*> words = {const_cast<char*>(file.c_str())};
+Spawned spawn(const Program& program, std::span<const std::string> arguments, const ChildStreams& streams) {
+    const char* file = program.file.c_str();
+    std::vector<char*> words = {const_cast<char*>(file)};
     for (const auto& argument : arguments) words.push_back(const_cast<char*>(argument.c_str()));
     words.push_back(nullptr);
+    auto environment = environmentOf(program);
     const SpawnAttributes attributes;
     const FileActions actions(streams);
     Spawned spawned;
-    spawned.error =
-        posix_spawn(&spawned.process, file.c_str(), actions.get(), attributes.get(), words.data(), environ);
+    spawned.error = posix_spawn(&spawned.process, file, actions.get(), attributes.get(), words.data(),
+                                environment.data());
     return spawned;
 }
 

@@ -29,8 +29,38 @@ void SimulatedSpaces::addDisplay(std::string identifier, const std::vector<std::
 }
 
 void SimulatedSpaces::addSpace(std::string uuid) {
-    displays_.at(0).spaces->push_back({std::move(uuid), ManagedSpaceId{++lastId_}});
+    insertSpace(spaces().size(), std::move(uuid));
+}
+
+void SimulatedSpaces::insertSpace(std::size_t place, std::string uuid) {
+    spaces().insert(spaces().begin() + static_cast<std::ptrdiff_t>(place),
+                    {std::move(uuid), ManagedSpaceId{++lastId_}});
+    renumber();
     notifyActiveSpaceChanged();
+}
+
+void SimulatedSpaces::swapSpaces(std::size_t one, std::size_t other) {
+    std::swap(spaces().at(one), spaces().at(other));
+    renumber();
+    notifyActiveSpaceChanged();
+}
+
+void SimulatedSpaces::numberByPlace() {
+    numberedByPlace_ = true;
+    renumber();
+}
+
+void SimulatedSpaces::renumber() {
+    if (!numberedByPlace_) return;
+    auto& display = displays_.at(0);
+    std::uint64_t place = 0;
+    bool moved = false;
+    for (auto& space : spaces()) {
+        moved = std::exchange(space.managedSpaceId, ManagedSpaceId{++place}) != space.managedSpaceId || moved;
+        if (display.currentSpace && display.currentSpace->uuid == space.uuid) display.currentSpace = space;
+    }
+    if (!moved) return;
+    for (auto& [window, placed] : placed_) placed.number.outdate();
 }
 
 void SimulatedSpaces::removeSpace(std::string_view uuid) {
@@ -44,7 +74,10 @@ void SimulatedSpaces::removeSpace(std::string_view uuid) {
         if (display.currentSpace == gone) display.currentSpace = heir;
         for (auto& [window, ids] : windows_)
             std::ranges::replace(ids, *gone.managedSpaceId, *heir.managedSpaceId);
+        for (auto& [window, placed] : placed_)
+            if (placed.uuid == gone.uuid) placed.uuid = *heir.uuid;
     }
+    renumber();
     notifyActiveSpaceChanged();
 }
 
@@ -70,10 +103,24 @@ void SimulatedSpaces::notifyActiveSpaceChanged() {
 }
 
 void SimulatedSpaces::putWindow(WindowNumber window, std::vector<ManagedSpaceId> spaces) {
+    if (numberedByPlace_) return place(window, spaces.front());
     windows_[window] = std::move(spaces);
 }
 
+void SimulatedSpaces::place(WindowNumber window, ManagedSpaceId space) {
+    auto& [uuid, number] = placed_[window];
+    const auto& target = *spaces().at(space.value - 1).uuid;
+    const bool isTold = number.isOutdated() || uuid != target;
+    uuid = target;
+    number.ask(space);
+    if (isTold) number.tell(space);
+}
+
 bool SimulatedSpaces::isOnActiveSpace(WindowNumber window) const {
+    if (numberedByPlace_) {
+        const auto found = placed_.find(window);
+        return found == placed_.end() || displays_.at(0).currentSpace->uuid == found->second.uuid;
+    }
     const auto on = copySpacesForWindow(window);
     return on.empty() || std::ranges::any_of(displays_, [&](const DisplayEntry& display) {
                return display.currentSpace && display.currentSpace->managedSpaceId == on.front();
@@ -87,6 +134,10 @@ std::optional<ManagedDisplaySpaces> SimulatedSpaces::copyManagedDisplaySpaces() 
 }
 
 std::vector<ManagedSpaceId> SimulatedSpaces::copySpacesForWindow(WindowNumber window) const {
+    if (const auto placed = placed_.find(window); numberedByPlace_) {
+        const auto number = placed == placed_.end() ? std::nullopt : placed->second.number.get();
+        return number && answering_ ? std::vector{*number} : std::vector<ManagedSpaceId>();
+    }
     const auto found = windows_.find(window);
     if (!answering_ || found == windows_.end()) return {};
     return found->second;
@@ -94,6 +145,10 @@ std::vector<ManagedSpaceId> SimulatedSpaces::copySpacesForWindow(WindowNumber wi
 
 void SimulatedSpaces::addWindowToSpace(WindowNumber window, ManagedSpaceId space) {
     calls_.push_back("add " + std::to_string(window.value) + " to " + std::to_string(space.value));
+    if (numberedByPlace_) {
+        if (obeying_) place(window, space);
+        return;
+    }
     auto& spaces = windows_[window];
     if (obeying_ && std::ranges::find(spaces, space) == spaces.end()) spaces.push_back(space);
 }

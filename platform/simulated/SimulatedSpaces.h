@@ -10,6 +10,7 @@
 
 #include "platform/Observers.h"
 #include "platform/RunLoop.h"
+#include "platform/SpaceNumber.h"
 #include "platform/Spaces.h"
 
 namespace platform::simulated {
@@ -34,15 +35,27 @@ class SimulatedSpaces final : public SpaceLayout,
     // before.
     void addSpace(std::string uuid);
     void removeSpace(std::string_view uuid);
+    // Inserts one there into the first display, or changes the places of two of its.
+    void insertSpace(std::size_t place, std::string uuid);
+    void swapSpaces(std::size_t one, std::size_t other);
+    // From now on a Space's id is its place on the first display, counted from 1, and slides under the
+    // windows, each of which is on one Space then. Its number is not told anew when it slides, only when the
+    // window is asked for a Space again.
+    void numberByPlace();
     // Switches as a user does: notifies when something changes. Nothing happens for an unknown uuid.
     void setCurrentSpace(std::string_view uuid);
     // Delivers the notification alone.
     void notifyActiveSpaceChanged();
 
     void putWindow(WindowNumber window, std::vector<ManagedSpaceId> spaces);
+    // The Space on which the window is, numbered by place, whatever is told of it.
+    [[nodiscard]] std::string trueSpaceOf(WindowNumber window) const { return placed_.at(window).uuid; }
     // Whether the window is on a display's current Space; one on no Space counts as being on every one.
     [[nodiscard]] bool isOnActiveSpace(WindowNumber window) const;
-    void forgetWindow(WindowNumber window) { windows_.erase(window); }
+    void forgetWindow(WindowNumber window) {
+        windows_.erase(window);
+        placed_.erase(window);
+    }
 
     // What the window server answers, for tests of odd answers; every change above works on it too.
     ManagedDisplaySpaces& displays() { return displays_; }
@@ -70,11 +83,21 @@ class SimulatedSpaces final : public SpaceLayout,
     }
 
   private:
+    struct PlacedWindow {
+        std::string uuid;
+        SpaceNumber<ManagedSpaceId> number;
+    };
+
     void setCurrentSpace(const std::string& displayIdentifier, ManagedSpaceId space);
+    void renumber();
+    void place(WindowNumber window, ManagedSpaceId space);
+    [[nodiscard]] std::vector<SpaceEntry>& spaces() { return *displays_.at(0).spaces; }
 
     RunLoop& runLoop_;
     ManagedDisplaySpaces displays_;
     std::map<WindowNumber, std::vector<ManagedSpaceId>> windows_;
+    bool numberedByPlace_ = false;
+    std::map<WindowNumber, PlacedWindow> placed_;
     std::uint64_t lastId_ = 0;
     bool answering_ = true;
     bool obeying_ = true;

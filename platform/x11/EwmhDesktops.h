@@ -18,6 +18,10 @@ inline constexpr std::uint32_t kMostDesktops = 512;
 // A window's desktop number that means every desktop (EWMH _NET_WM_DESKTOP).
 inline constexpr std::uint32_t kEveryDesktop = 0xFFFFFFFF;
 
+// In the environment of a program that is to move on from the current desktop: its number, counted from 0, by
+// the word of who starts the program and may know better than the root window.
+inline constexpr const char* kCurrentDesktopVariable = "ORVELLO_CURRENT_DESKTOP";
+
 // What the window manager says about its desktops (EWMH 1.5, root window properties).
 struct EwmhDesktops {
     std::uint32_t count = 0;               // 1…kMostDesktops

@@ -22,13 +22,13 @@ std::vector<std::string> desktopNumberUuids(std::uint32_t count) {
     return uuids;
 }
 
-ManagedDisplaySpaces managedDisplaySpaces(const EwmhDesktops& desktops, std::vector<std::string> uuids) {
+ManagedDisplaySpaces managedDisplaySpaces(DesktopRow desktops) {
     DisplayEntry main;
     main.identifier = "Main";
     main.spaces.emplace();
-    main.spaces->reserve(uuids.size());
-    for (auto& uuid : uuids)
-        main.spaces->push_back({std::move(uuid), ManagedSpaceId{main.spaces->size() + 1}});
+    main.spaces->reserve(desktops.ids.size());
+    for (auto& id : desktops.ids)
+        main.spaces->push_back({std::move(id), ManagedSpaceId{main.spaces->size() + 1}});
     if (desktops.current && *desktops.current < main.spaces->size())
         main.currentSpace = main.spaces->at(*desktops.current);
     return {std::move(main)};
@@ -39,10 +39,11 @@ EwmhSpaceLayout::Reading EwmhSpaceLayout::read() const {
     if (root.state != EwmhRoot::State::Plausible)
         return {std::nullopt, root.state == EwmhRoot::State::Inconsistent};
     if (!root.desktops.isKwin())
-        return {managedDisplaySpaces(root.desktops, desktopNumberUuids(root.desktops.count))};
-    auto ids = kwinIds_();
-    if (!ids || ids->size() != root.desktops.count) return {std::nullopt, true};
-    return {managedDisplaySpaces(root.desktops, std::move(*ids))};
+        return {managedDisplaySpaces({desktopNumberUuids(root.desktops.count), root.desktops.current})};
+    auto row = askKwin_();
+    if (!row || row->ids.size() != root.desktops.count) return {std::nullopt, true};
+    if (!row->current) row->current = root.desktops.current;
+    return {managedDisplaySpaces(std::move(*row))};
 }
 
 std::optional<ManagedDisplaySpaces> EwmhSpaceLayout::copyManagedDisplaySpaces() const {

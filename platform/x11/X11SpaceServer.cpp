@@ -1,5 +1,6 @@
 #include "platform/x11/X11SpaceServer.h"
 
+#include <algorithm>
 #include <array>
 
 namespace platform::x11 {
@@ -13,14 +14,23 @@ constexpr auto kLongestKwinPause = std::chrono::seconds(8);
 constexpr auto kTakeover =
     std::chrono::milliseconds(300);  // a new window manager has its desktops in order by then
 
+// Whether a desktop that is in both has another number.
+bool areRenumbered(const std::vector<std::string>& before, const std::vector<std::string>& now) {
+    for (std::size_t number = 0; number < before.size(); ++number) {
+        const auto found = std::ranges::find(now, before[number]);
+        if (found != now.end() && found - now.begin() != static_cast<std::ptrdiff_t>(number)) return true;
+    }
+    return false;
+}
+
 }  // namespace
 
 X11SpaceServer::X11SpaceServer(XConnection& connection, const Atoms& atoms, XEvents& events, RunLoop& runLoop,
-                               RequestKwinIds requestKwinIds)
+                               RequestKwinRow requestKwinRow)
     : connection_(connection),
       atoms_(atoms),
       runLoop_(runLoop),
-      requestKwinIds_(std::move(requestKwinIds)),
+      requestKwinRow_(std::move(requestKwinRow)),
       readBackoff_(kFrame, kLongestReadPause),
       kwinBackoff_(kKwinRetry, kLongestKwinPause) {
     constexpr std::array<std::string_view, 1> names = {"_NET_DESKTOP_NAMES"};
@@ -32,12 +42,18 @@ X11SpaceServer::X11SpaceServer(XConnection& connection, const Atoms& atoms, XEve
 }
 
 std::optional<ManagedDisplaySpaces> X11SpaceServer::copyManagedDisplaySpaces() const {
-    const bool isUncertain = desktops_ && desktops_->isKwin() && (kwinIdsAreOld_ || kwinIsAsked_);
+    const bool isUncertain = desktops_ && desktops_->isKwin() && (kwinRowIsOld_ || kwinIsAsked_);
     return isUncertain ? std::nullopt : answer_;
 }
 
 DesktopFacts X11SpaceServer::facts() const {
-    return desktops_ ? DesktopFacts{desktops_->count, desktops_->current} : DesktopFacts{};
+    return desktops_ ? DesktopFacts{desktops_->count, current()} : DesktopFacts{};
+}
+
+// KWin tells no new number of the current desktop when one is inserted in front of it.
+std::optional<std::uint32_t> X11SpaceServer::current() const {
+    const bool isKwins = isCurrentOld_ && desktops_->isKwin() && kwinRow_ && kwinRow_->current;
+    return isKwins ? kwinRow_->current : desktops_->current;
 }
 
 void X11SpaceServer::handle(const xcb_generic_event_t& event) {
@@ -62,7 +78,8 @@ void X11SpaceServer::handle(const xcb_generic_event_t& event) {
 void X11SpaceServer::handleRootProperty(xcb_atom_t property) {
     const auto is = [&](Atom atom) { return property == atoms_[atom]; };
     const bool mayMoveDesktops = property == desktopNames_ || is(Atom::NetNumberOfDesktops);
-    if (mayMoveDesktops) kwinIdsAreOld_ = true;
+    if (mayMoveDesktops) kwinRowIsOld_ = isCurrentOld_ = true;
+    if (is(Atom::NetCurrentDesktop)) isCurrentOld_ = false;
     if (mayMoveDesktops || is(Atom::NetCurrentDesktop) || is(Atom::NetSupportingWmCheck) ||
         is(Atom::NetSupported))
         readSoon();
@@ -109,8 +126,8 @@ void X11SpaceServer::takeRoot(const EwmhRoot& root) {
     windowManager_ = root.checkWindow;
     desktops_ = root.desktops;
     if (takenOver) {
-        kwinIds_.reset();
-        kwinIdsAreOld_ = true;
+        kwinRow_.reset();
+        kwinRowIsOld_ = isCurrentOld_ = true;
         if (started_)
             settleTimer_ = runLoop_.after(kTakeover, [this] {
                 settleTimer_ = {};
@@ -118,7 +135,7 @@ void X11SpaceServer::takeRoot(const EwmhRoot& root) {
                 windowManagerChanged_.notify();
             });
     }
-    if (desktops_->isKwin() && kwinIdsAreOld_) {
+    if (desktops_->isKwin() && kwinRowIsOld_) {
         kwinBackoff_.reset();
         askKwin();
     }
@@ -127,19 +144,22 @@ void X11SpaceServer::takeRoot(const EwmhRoot& root) {
 
 void X11SpaceServer::askKwin() {
     kwinRetry_ = {};
-    kwinIdsAreOld_ = false;
+    kwinRowIsOld_ = false;
     kwinIsAsked_ = true;
-    requestKwinIds_([this](KwinIds ids) { takeKwinIds(std::move(ids)); });
+    requestKwinRow_([this](KwinRow row) { takeKwinRow(std::move(row)); });
 }
 
-void X11SpaceServer::takeKwinIds(KwinIds ids) {
+void X11SpaceServer::takeKwinRow(KwinRow row) {
     // When the desktops have changed since it was asked, the next read asks again.
-    if (!desktops_ || !desktops_->isKwin() || kwinIdsAreOld_) return;
+    if (!desktops_ || !desktops_->isKwin() || kwinRowIsOld_) return;
     kwinIsAsked_ = false;
-    kwinIds_ = std::move(ids);
-    if (!kwinIds_ || kwinIds_->size() != desktops_->count) {
-        kwinIds_.reset();
+    kwinRow_ = std::move(row);
+    if (!kwinRow_ || kwinRow_->ids.size() != desktops_->count) {
+        kwinRow_.reset();
         kwinRetry_ = runLoop_.after(kwinBackoff_.next(), [this] { askKwin(); });
+    } else {
+        const auto before = std::exchange(numberedAs_, kwinRow_->ids);
+        if (areRenumbered(before, numberedAs_)) renumbered_.notify();
     }
     compose();
 }
@@ -149,10 +169,10 @@ void X11SpaceServer::compose() {
     std::optional<ManagedDisplaySpaces> answer;
     if (desktops_ && !settleTimer_.isActive()) {
         if (!desktops_->isKwin()) {
-            answer = managedDisplaySpaces(*desktops_, desktopNumberUuids(desktops_->count));
-        } else if (kwinIds_) {
-            if (kwinIds_->size() != desktops_->count) return;  // KWin is being asked for those of now
-            answer = managedDisplaySpaces(*desktops_, *kwinIds_);
+            answer = managedDisplaySpaces({desktopNumberUuids(desktops_->count), desktops_->current});
+        } else if (kwinRow_) {
+            if (kwinRow_->ids.size() != desktops_->count) return;  // KWin is being asked for those of now
+            answer = managedDisplaySpaces({kwinRow_->ids, current()});
         }
     }
     if (answer == answer_) return;

@@ -20,17 +20,22 @@ namespace platform::x11 {
 // user. It stays what it was while the X server does not answer.
 class X11SpaceServer final : public SpaceLayout, public SpaceNotifications {
   public:
-    using KwinIds = std::optional<std::vector<std::string>>;
-    // Asks KWin for its desktops' ids; the answer comes later, on the main thread. Asking again takes back a
+    using KwinRow = std::optional<DesktopRow>;
+    // Asks KWin for its desktops; the answer comes later, on the main thread. Asking again takes back a
     // question that has not been answered.
-    using RequestKwinIds = std::function<void(std::function<void(KwinIds)>)>;
+    using RequestKwinRow = std::function<void(std::function<void(KwinRow)>)>;
 
     X11SpaceServer(XConnection& connection, const Atoms& atoms, XEvents& events, RunLoop& runLoop,
-                   RequestKwinIds requestKwinIds);
+                   RequestKwinRow requestKwinRow);
 
     [[nodiscard]] std::optional<ManagedDisplaySpaces> copyManagedDisplaySpaces() const override;
     Subscription onActiveSpaceChanged(std::function<void()> action) override {
         return changed_.subscribe(std::move(action));
+    }
+    // KWin's desktops have other numbers than when they were last known, which windows on them are not told.
+    // Delivered before the change of the Spaces.
+    Subscription onDesktopsRenumbered(std::function<void()> action) {
+        return renumbered_.subscribe(std::move(action));
     }
     // A window manager has come, or taken over from another.
     Subscription onWindowManagerChanged(std::function<void()> action) {
@@ -52,19 +57,22 @@ class X11SpaceServer final : public SpaceLayout, public SpaceNotifications {
     void watch(xcb_window_t checkWindow);
     void takeRoot(const EwmhRoot& root);
     void askKwin();
-    void takeKwinIds(KwinIds ids);
+    void takeKwinRow(KwinRow row);
+    [[nodiscard]] std::optional<std::uint32_t> current() const;
     void compose();
 
     XConnection& connection_;
     const Atoms& atoms_;
     RunLoop& runLoop_;
-    RequestKwinIds requestKwinIds_;
+    RequestKwinRow requestKwinRow_;
     xcb_atom_t desktopNames_ = 0;
     xcb_window_t watched_ = XCB_WINDOW_NONE;        // the check window whose events are selected
     xcb_window_t windowManager_ = XCB_WINDOW_NONE;  // the check window of the one that `desktops_` is of
     std::optional<EwmhDesktops> desktops_;
-    KwinIds kwinIds_;             // the last that this window manager has told
-    bool kwinIdsAreOld_ = false;  // the desktops have changed since KWin was last asked
+    KwinRow kwinRow_;                      // the last that this window manager has told
+    std::vector<std::string> numberedAs_;  // the last ids that any has told, in the order of the numbers
+    bool kwinRowIsOld_ = false;            // the desktops have changed since KWin was last asked
+    bool isCurrentOld_ = false;            // the root window's current desktop is a number of before that
     bool kwinIsAsked_ = false;
     bool started_ = false;
     std::optional<ManagedDisplaySpaces> answer_;
@@ -76,6 +84,7 @@ class X11SpaceServer final : public SpaceLayout, public SpaceNotifications {
     Timer settleTimer_;
     Timer kwinRetry_;
     Observers<> changed_;
+    Observers<> renumbered_;
     Observers<> windowManagerChanged_;
     Subscription subscription_;
 };

@@ -16,6 +16,8 @@ namespace {
 
 constexpr auto kPlacementSettles = std::chrono::milliseconds(250);
 constexpr int kMostInsistences = 4;
+constexpr int kMostReturns = 4;
+constexpr auto kReturnsAreForgotten = std::chrono::seconds(10);
 constexpr auto kManagedWithin = std::chrono::milliseconds(500);
 constexpr auto kLongestManagedWithin = std::chrono::seconds(16);
 constexpr auto kWithdrawnWithin = std::chrono::seconds(3);
@@ -101,7 +103,7 @@ void X11TagSurface::writeStates() {
     change32(atoms.windowType, XCB_ATOM_ATOM, {isPartOfDesktop_ ? atoms.desktopType : atoms.notification});
     change32(atoms.state, XCB_ATOM_ATOM,
              {atoms.above, atoms.skipTaskbar, atoms.skipPager, atoms.skipSwitcher});
-    if (desktop_) change32(atoms.desktop, XCB_ATOM_CARDINAL, {*desktop_});
+    if (const auto own = desktop_.wanted()) change32(atoms.desktop, XCB_ATOM_CARDINAL, {*own});
 }
 
 void X11TagSurface::writeHints() {
@@ -126,8 +128,8 @@ void X11TagSurface::writeTitle() {
 
 WindowState X11TagSurface::state() const {
     const auto current = context_.currentDesktop();
-    const bool everywhere = desktop_ == kEveryDesktop;
-    const bool onActiveSpace = everywhere || (desktop_ && current && *desktop_ == *current);
+    const auto own = desktop();
+    const bool onActiveSpace = own && (own == kEveryDesktop || own == current);
     return {orderedIn_, onActiveSpace, orderedIn_ && onActiveSpace && alpha_ > 0};
 }
 
@@ -372,14 +374,21 @@ void X11TagSurface::mapUntilManaged(Duration patience) {
 }
 
 void X11TagSurface::moveToDesktop(std::uint32_t desktop) {
+    desktop_.ask(desktop);
     if (mapped_) {
-        const std::array<std::uint32_t, 2> data = {desktop, kSourceApplication};
-        sendRootMessage(context_.connection, window_, context_.atoms.desktop, data);
+        // A window manager does not answer where the window is there already, so it goes by a detour.
+        if (desktop_.isOutdated()) askForDesktop(kEveryDesktop);
+        askForDesktop(desktop);
     } else {
         change32(context_.atoms.desktop, XCB_ATOM_CARDINAL, {desktop});
-        desktop_ = desktop;
+        desktop_.tell(desktop);
     }
     context_.connection.flush();
+}
+
+void X11TagSurface::askForDesktop(std::uint32_t desktop) {
+    const std::array<std::uint32_t, 2> data = {desktop, kSourceApplication};
+    sendRootMessage(context_.connection, window_, context_.atoms.desktop, data);
 }
 
 void X11TagSurface::reassertStates() {
@@ -457,12 +466,18 @@ void X11TagSurface::readDesktop() {
         desktopTimer_ = context_.runLoop.after(kPlacementSettles, [this] { readDesktop(); });
 }
 
-// A part of the desktop is given to all desktops by a window manager that has overlooked its own.
+// A tag belongs to one desktop: one that is put on all of them, as KWin does with a part of the desktop whose
+// own it has overlooked, asks for its own again. Where that is refused time after time it is seen everywhere.
 void X11TagSurface::takeDesktop(std::uint32_t desktop) {
-    if (mappedAsPartOfDesktop_ && mapped_ && desktop == kEveryDesktop && desktop_ != kEveryDesktop &&
-        desktop_)
-        return moveToDesktop(*desktop_);
-    desktop_ = desktop;
+    const auto own = this->desktop();
+    if (desktop != kEveryDesktop || !own) return desktop_.tell(desktop);
+    if (!mapped_ || own == kEveryDesktop) return;
+    const auto now = context_.runLoop.now();
+    if (now - lastReturn_ > kReturnsAreForgotten) returns_ = 0;
+    lastReturn_ = now;
+    if (returns_++ >= kMostReturns) return;
+    askForDesktop(*own);
+    context_.connection.flush();
 }
 
 // A window manager that moves the window, as some do when a monitor goes, is asked for the wanted place

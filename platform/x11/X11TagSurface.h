@@ -6,6 +6,7 @@
 #include <string>
 
 #include "platform/RunLoop.h"
+#include "platform/SpaceNumber.h"
 #include "platform/WindowSystem.h"
 #include "platform/x11/MouseGesture.h"
 #include "platform/x11/TagSurfaceContext.h"
@@ -30,10 +31,13 @@ class X11TagSurface final : public TagSurface {
     void setContentScale(double scale) override;
     void setOrderedIn(bool orderedIn) override;
 
-    // The desktop the window is on by its property; absent before it has one.
-    [[nodiscard]] std::optional<std::uint32_t> desktop() const { return desktop_; }
+    // The desktop the window is on by its property; absent before it has one, and while the property may be
+    // older than the numbers of the desktops.
+    [[nodiscard]] std::optional<std::uint32_t> desktop() const { return desktop_.get(); }
     // Asks for a desktop: by the property while withdrawn, of the window manager afterwards.
     void moveToDesktop(std::uint32_t desktop);
+    // The desktops have other numbers now; the window's property is as it was.
+    void desktopsWereRenumbered() { desktop_.outdate(); }
     void handle(const xcb_generic_event_t& event);
     // A compositor came or went, or the coordinates changed: draws and places the window anew.
     void refresh();
@@ -66,6 +70,7 @@ class X11TagSurface final : public TagSurface {
     void endWithdrawing();
     void setShape(std::uint8_t kind, const std::vector<PixelRect>& rectangles);
     void becomeManaged();
+    void askForDesktop(std::uint32_t desktop);
     void readDesktop();
     void takeDesktop(std::uint32_t desktop);
     void verifyPlacement();
@@ -103,7 +108,9 @@ class X11TagSurface final : public TagSurface {
     std::optional<double> sentAlpha_;
     BoundingShape bounding_ = BoundingShape::Unset;
     InputShape input_ = InputShape::Unset;
-    std::optional<std::uint32_t> desktop_;
+    SpaceNumber<std::uint32_t> desktop_;
+    int returns_ = 0;  // from all desktops to its own, one soon after the other
+    Instant lastReturn_{};
     std::optional<PixelRect> refusedPlace_;  // where the window manager wants the window, taken as its frame
     int insistences_ = 0;                    // on the wanted frame
     MouseGesture gesture_;

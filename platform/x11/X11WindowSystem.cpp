@@ -138,6 +138,10 @@ void X11WindowSystem::refresh() {
     for (const auto& [window, surface] : surfaces_) surface->refresh();
 }
 
+void X11WindowSystem::desktopsWereRenumbered() {
+    for (const auto& [window, surface] : surfaces_) surface->desktopsWereRenumbered();
+}
+
 void X11WindowSystem::reassertStates() {
     for (const auto& [window, surface] : surfaces_) surface->reassertStates();
 }

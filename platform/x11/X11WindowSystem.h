@@ -35,6 +35,8 @@ class X11WindowSystem final : public WindowSystem, public WindowSpaces {
     // While the desktop shows an overview that leaves windows of the tags' type out, those that take no mouse
     // are parts of the desktop's background.
     void setDesktopGridOpen(bool isOpen);
+    // Nothing is known of a window's Spaces until it has been put on one again.
+    void desktopsWereRenumbered();
     // Another window manager has taken over: tells it again what it should know of the tag windows.
     void reassertStates();
 

@@ -25,7 +25,7 @@ struct CommandDesktop::Connected {
     Instant deadline;
     Atoms atoms = internWithWindowList(*connection);
     freedesktop::SystemdLibrary systemd;
-    EwmhSpaceLayout layout{*connection, atoms, [this] { return kwinIds(); }};
+    EwmhSpaceLayout layout{*connection, atoms, [this] { return askKwin(); }};
     X11WindowList windows{*connection, atoms};
     EwmhSpaceSwitching switching{
         *connection, atoms, [this] { return readRoot(*connection, atoms).desktops.canSwitch; },
@@ -35,10 +35,10 @@ struct CommandDesktop::Connected {
         X11WindowList::prefetch(connection);
         return Atoms::intern(connection);
     }
-    std::optional<std::vector<std::string>> kwinIds() {
+    std::optional<DesktopRow> askKwin() {
         const auto left = deadline - monotonicNow();
         if (left <= Duration::zero()) return std::nullopt;
-        return freedesktop::readKwinDesktopIds(systemd, std::min(left, kBusPatience));
+        return freedesktop::readKwinDesktops(systemd, std::min(left, kBusPatience));
     }
 };
 
@@ -66,6 +66,12 @@ std::optional<ManagedDisplaySpaces> CommandDesktop::copyManagedDisplaySpaces() c
         layout_.emplace(desktop ? desktop->layout.copyManagedDisplaySpaces() : std::nullopt);
     }
     return *layout_;
+}
+
+std::optional<std::uint32_t> CommandDesktop::currentDesktop() const {
+    const auto spaces = copyManagedDisplaySpaces();
+    if (!spaces || spaces->empty() || !spaces->front().currentSpace) return std::nullopt;
+    return static_cast<std::uint32_t>(spaces->front().currentSpace->managedSpaceId->value - 1);
 }
 
 std::vector<ManagedSpaceId> CommandDesktop::copySpacesForWindow(WindowNumber window) const {

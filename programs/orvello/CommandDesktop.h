@@ -31,6 +31,9 @@ class CommandDesktop final : public platform::SpaceLayout,
     // Has the layout read again when it is next asked for.
     void forgetLayout() { layout_.reset(); }
 
+    // The current desktop's number, counted from 0.
+    [[nodiscard]] std::optional<std::uint32_t> currentDesktop() const;
+
     [[nodiscard]] std::optional<platform::ManagedDisplaySpaces> copyManagedDisplaySpaces() const override;
     [[nodiscard]] std::vector<platform::ManagedSpaceId> copySpacesForWindow(
         platform::WindowNumber window) const override;

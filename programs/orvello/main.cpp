@@ -20,6 +20,7 @@
 #include "platform/freedesktop/PosixFileSystem.h"
 #include "platform/freedesktop/ProgramLocations.h"
 #include "platform/freedesktop/XdgFolders.h"
+#include "programs/ScriptRunner.h"
 #include "programs/orvello/CommandDesktop.h"
 
 // The entry point of both personalities: runs a command, or becomes the application.
@@ -65,10 +66,9 @@ std::optional<std::string> readTagFile() {
 }
 
 int runCommand(OrvelloCLI::Command command, const std::vector<std::string_view>& arguments, char** argv) {
-    const platform::freedesktop::ProgramLocations locations;
-    platform::freedesktop::PosixChildProcesses childProcesses(
-        [&locations](const std::string&) { return locations.libexecProgram("osascript"); });
     CommandDesktop desktop(argv);
+    platform::freedesktop::PosixChildProcesses childProcesses(
+        [&desktop](const std::string&) { return programs::scriptRunner(desktop.currentDesktop()); });
     const CommandScreen screen;
     const orvellos::SpaceIdentifier spaces(desktop, desktop, desktop, screen, screen);
     bool written = true;

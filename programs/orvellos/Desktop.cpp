@@ -9,6 +9,7 @@
 #include "platform/freedesktop/CurrentDesktop.h"
 #include "platform/freedesktop/ProgramLocations.h"
 #include "platform/freedesktop/StandardStreams.h"
+#include "programs/ScriptRunner.h"
 
 namespace {
 
@@ -53,9 +54,7 @@ Desktop::Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
       loginItem_(files_, folders_.configHome(), platform::freedesktop::ProgramLocations().command()),
       instanceLock_(displayName()),
       processes_(runLoop,
-                 [](const std::string&) {
-                     return platform::freedesktop::ProgramLocations().libexecProgram("osascript");
-                 }),
+                 [this](const std::string&) { return programs::scriptRunner(spaceServer_.facts().current); }),
       settingsPages_(platform::freedesktop::currentDesktops()),
       fileBrowser_(bus_),
       system_(files_),
@@ -63,7 +62,7 @@ Desktop::Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
       events_(connection, runLoop, runLoop),
       screens_(connection, events_, runLoop, scale),
       spaceServer_(connection, atoms_, events_, runLoop,
-                   [this](auto callback) { kwinCall_ = kwinDesktops_.requestIds(std::move(callback)); }),
+                   [this](auto callback) { kwinCall_ = kwinDesktops_.request(std::move(callback)); }),
       windowSystem_(connection, events_, runLoop, screens_, painter_,
                     [this] { return spaceServer_.facts(); }),
       switching_(
@@ -98,6 +97,8 @@ Desktop::Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
       delegate_({spaces_, runLoop, instanceLock_, screens_, updates_, privacy_, keys_.names(),
                  keys_.systemShortcuts(), interface_.parts(), [this] { return makeCore(); },
                  std::move(quit)}),
+      desktopsRenumbered_(
+          spaceServer_.onDesktopsRenumbered([this] { windowSystem_.desktopsWereRenumbered(); })),
       windowManagerChanged_(spaceServer_.onWindowManagerChanged([this] {
           windowSystem_.reassertStates();
           interface_.windowManagerChanged();

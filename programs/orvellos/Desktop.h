@@ -110,6 +110,7 @@ class Desktop {
     orvellos::PrivacyPermissions privacy_;
     std::optional<Core> core_;
     orvellos::AppDelegate delegate_;
+    platform::Subscription desktopsRenumbered_;
     platform::Subscription windowManagerChanged_;
     platform::Subscription desktopGridChanged_;
     platform::Subscription spacesKnown_;

@@ -1,9 +1,12 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <charconv>
 #include <chrono>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <optional>
 #include <string_view>
 
@@ -20,6 +23,15 @@ using orvellos::SpaceScript;
 using namespace platform::x11;
 
 constexpr std::chrono::milliseconds kPatience(1500);
+
+std::optional<std::uint32_t> currentDesktop(const EwmhDesktops& desktops) {
+    const char* told = std::getenv(kCurrentDesktopVariable);
+    std::uint32_t number = 0;
+    if (!told || std::from_chars(told, told + std::strlen(told), number).ec != std::errc() ||
+        number >= desktops.count)
+        return desktops.current;
+    return number;
+}
 
 // Pressing the keys at the first or last Space stays there.
 std::uint32_t targetOf(const SpaceScript& script, std::uint32_t current, std::uint32_t count) {
@@ -55,9 +67,11 @@ bool perform(const SpaceScript& script) {
     xcb_change_window_attributes(connection->get(), connection->root(), XCB_CW_EVENT_MASK, &events);
     const auto root = readRootProperties(*connection, atoms);
     const auto& desktops = root.desktops;
-    if (root.state != EwmhRoot::State::Plausible || !desktops.current || !desktops.canSwitch) return false;
-    const auto target = targetOf(script, *desktops.current, desktops.count);
-    if (target == *desktops.current) return true;
+    if (root.state != EwmhRoot::State::Plausible || !desktops.canSwitch) return false;
+    const auto current = currentDesktop(desktops);
+    if (!current) return false;
+    const auto target = targetOf(script, *current, desktops.count);
+    if (target == *current) return true;
     sendCurrentDesktop(*connection, atoms, target, time);
     return waitForDesktop(*connection, atoms, target, end);
 }

@@ -3,9 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <cstdlib>
+#include <random>
 
 #include "tests/desktop/TaggedDesktop.h"
 #include "tests/support/PlainWindow.h"
+#include "tests/support/TemporaryFolder.h"
 
 using namespace desktop_test;
 
@@ -17,7 +20,8 @@ constexpr std::uint32_t kPaper = 0xF4F1EA;
 // KWin with tagged desktops and the running application.
 class OverviewDesktop : public TaggedDesktop {
   public:
-    OverviewDesktop() : TaggedDesktop({.kind = WindowManager::Kwin, .composited = true}) {
+    explicit OverviewDesktop(int desktops = 4)
+        : TaggedDesktop({.kind = WindowManager::Kwin, .desktops = desktops, .composited = true}) {
         environment["ORVELLO_DEBUG"] = "1";
     }
 
@@ -51,9 +55,10 @@ class OverviewDesktop : public TaggedDesktop {
         return count;
     }
 
+    [[nodiscard]] std::filesystem::path tagFile() const { return dataFolder() / "orvello/tags.json"; }
     // The uuid of the desktop that the tag is bound to, by the tag file.
     std::string boundTo(std::size_t tag) {
-        std::ifstream file(dataFolder() / "orvello/tags.json");
+        std::ifstream file(tagFile());
         return nlohmann::json::parse(file).at(tag).at("spaceUUID");
     }
 
@@ -215,6 +220,113 @@ TEST(MissionControlTest, TakesDesktopsThatComeAndGoWhileItIsOpen) {
     ASSERT_TRUE(desktop.goToDesktop(2));
     EXPECT_TRUE(desktop.waitForTagOf(3)) << "a new desktop has no tag";
     EXPECT_EQ(bindings(), before);
+}
+
+// Five desktops, of which the first, third and fourth are tagged, and what the desktop's own settings do to
+// their row.
+class RenumberedDesktop : public OverviewDesktop {
+  public:
+    RenumberedDesktop() : OverviewDesktop(5) {
+        auto tags = nlohmann::json::parse(std::ifstream(tagFile()));
+        const auto row = spaces();
+        for (const std::size_t tag : {1, 2}) tags[tag]["spaceUUID"] = row.at(tag + 1).at("uuid");
+        write(tagFile(), tags);
+    }
+
+    void removeSecond() { ask({"removeDesktop", "string:" + uuid(1)}, 4); }
+    void insertSecond() { ask({"createDesktop", "uint32:1", "string:Another"}, 5); }
+    void insertInFront() { ask({"createDesktop", "uint32:0", "string:First"}, 6); }
+    void removeFirst() { ask({"removeDesktop", "string:" + uuid(0)}, 5); }
+    // KWin reads it at its next start.
+    void swapThirdAndFifth() {
+        auto text = readFile(configFolder() / "kwinrc");
+        const auto third = uuid(2), fifth = uuid(4);
+        text.replace(text.find("Id_3=") + 5, third.size(), fifth);
+        text.replace(text.find("Id_5=") + 5, fifth.size(), third);
+        writeFile(configFolder() / "kwinrc", text);
+        replaceWindowManager();
+    }
+
+    // Counted from 0; as many as there are desktops for a tag whose own is gone.
+    std::uint32_t desktopOfTag(std::size_t tag) {
+        std::vector<std::string> uuids;
+        for (const auto& space : spaces()) uuids.push_back(space.at("uuid"));
+        return static_cast<std::uint32_t>(std::ranges::find(uuids, boundTo(tag)) - uuids.begin());
+    }
+    bool isCurrent(std::size_t tag) {
+        return std::ranges::any_of(spaces(), [&](const auto& space) {
+            return space.at("uuid") == boundTo(tag) && space.at("current") == true;
+        });
+    }
+    bool goToTag(std::size_t tag) {
+        return run({program("orvello"), "goto", kTags[tag].label}).status == 0 &&
+               waitUntil([&] { return isCurrent(tag); });
+    }
+    // Each tag is on its own desktop, by the window manager's word and on the screen.
+    void expectTagsOnTheirDesktops() {
+        for (const std::size_t tag : {2, 1, 0}) {
+            for (const bool backup : {false, true})
+                EXPECT_TRUE(waitUntil([&] {
+                    return x().desktopOf(window(kTags[tag].label, backup)) == desktopOfTag(tag);
+                })) << kTags[tag].label;
+            EXPECT_TRUE(goToTag(tag) && waitForTagOf(tag)) << kTags[tag].label;
+        }
+    }
+
+  private:
+    std::vector<nlohmann::json> spaces() {
+        const auto row =
+            nlohmann::json::parse(run({program("orvello"), "dump"}).standardOutput, nullptr, false);
+        return row.is_array() ? row.get<std::vector<nlohmann::json>>() : std::vector<nlohmann::json>();
+    }
+    std::string uuid(std::size_t desktop) { return spaces().at(desktop).at("uuid"); }
+    void ask(std::vector<std::string> call, std::uint32_t countAfterwards) {
+        call.front().insert(0, "org.kde.KWin.VirtualDesktopManager.");
+        call.insert(call.begin(), {"dbus-send", "--session", "--print-reply", "--dest=org.kde.KWin",
+                                   "/VirtualDesktopManager"});
+        const auto result = run(call);
+        ASSERT_EQ(result.status, 0) << result.standardError;
+        ASSERT_TRUE(waitUntil([&] { return x().numberOfDesktops() == countAfterwards; }));
+    }
+};
+
+// Windows of later desktops keep KWin's numbers of before the change, and so does the root window. Which
+// change comes when is drawn by lot; ORVELLO_TEST_ROUNDS asks for more of them.
+TEST(MissionControlTest, KeepsBindingsWhenTheDesktopsSettingsRenumberThem) {
+    enum class Overview { Closed, Open, OpenedAfterwards, ApplicationNotRunning };
+    struct Change {
+        const char* name;
+        void (RenumberedDesktop::*change)();
+        void (RenumberedDesktop::*back)();
+    };
+    const Change changes[] = {
+        {"insert in front", &RenumberedDesktop::insertInFront, &RenumberedDesktop::removeFirst},
+        {"remove the second", &RenumberedDesktop::removeSecond, &RenumberedDesktop::insertSecond},
+        {"swap two", &RenumberedDesktop::swapThirdAndFifth, &RenumberedDesktop::swapThirdAndFifth}};
+    RenumberedDesktop desktop;
+    const auto stored = readFile(desktop.tagFile());
+    const char* wanted = std::getenv("ORVELLO_TEST_ROUNDS");
+    std::mt19937 lot(14);  // NOLINT(cert-msc32-c,cert-msc51-cpp): the same rounds every time
+    for (int round = 0; round < (wanted ? std::atoi(wanted) : 4) && !testing::Test::HasFailure(); ++round) {
+        const auto& change = changes[lot() % std::size(changes)];
+        const auto when = static_cast<Overview>(round % 4);
+        SCOPED_TRACE(testing::Message() << round << ": " << change.name << ", " << static_cast<int>(when));
+        ASSERT_TRUE(desktop.goToTag(0));
+        if (when != Overview::ApplicationNotRunning) desktop.startApplication();
+        if (when == Overview::Open) desktop.open("Overview");
+        (desktop.*change.change)();
+        if (when == Overview::OpenedAfterwards) desktop.open("Overview");
+        if (when == Overview::Open || when == Overview::OpenedAfterwards) desktop.close("Overview");
+        EXPECT_TRUE(desktop.isCurrent(0)) << "the user is where they were";
+        if (when != Overview::ApplicationNotRunning) desktop.expectTagsOnTheirDesktops();
+        desktop.stopApplication();
+        ASSERT_TRUE(desktop.goToTag(0));
+        desktop.startApplication();
+        desktop.expectTagsOnTheirDesktops();
+        desktop.stopApplication();
+        (desktop.*change.back)();
+        EXPECT_EQ(readFile(desktop.tagFile()), stored);
+    }
 }
 
 }  // namespace

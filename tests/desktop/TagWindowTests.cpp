@@ -41,6 +41,28 @@ TEST_P(TagWindowsTest, ShowEachOnItsSpaceAlone) {
             EXPECT_EQ(desktop.x().desktopOf(desktop.window(kTags[i].label, backup)), i) << kTags[i].label;
 }
 
+TEST_P(TagWindowsTest, ComeBackWhenSomethingPutsThemOnAllSpaces) {
+    TaggedDesktop desktop(GetParam().windowManager);
+    auto application = desktop.start({desktop.program("orvello")});
+    ASSERT_TRUE(desktop.waitForTagOf(0)) << application.standardError();
+    auto& x = desktop.x();
+    const std::uint32_t propertyChange = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    for (const bool backup : {false, true}) {
+        const auto code = desktop.window("Code", backup);
+        xcb_change_window_attributes(x.connection(), code, XCB_CW_EVENT_MASK, &propertyChange);
+        x.moveToDesktop(code, kEveryDesktop);
+        int changes = 0;
+        EXPECT_TRUE(waitUntil([&] {
+            while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(x.connection())})
+                changes += (event->response_type & 0x7F) == XCB_PROPERTY_NOTIFY &&
+                           reinterpret_cast<const xcb_property_notify_event_t&>(*event).atom ==
+                               x.atom("_NET_WM_DESKTOP");
+            return changes >= 2 && x.desktopOf(code) == 1U;
+        })) << changes;
+    }
+    EXPECT_TRUE(desktop.waitForTagOf(0));
+}
+
 TEST_P(TagWindowsTest, KeepOutOfTheUsersWay) {
     TaggedDesktop desktop(GetParam().windowManager);
     auto& x = desktop.x();

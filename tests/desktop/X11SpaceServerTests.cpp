@@ -56,7 +56,7 @@ class X11SpaceServerTest : public X11LayerTest {
     std::optional<Atoms> atoms;
     xcb_window_t check = 0;
     int questions = 0;
-    std::function<void(X11SpaceServer::KwinIds)> answerKwin;
+    std::function<void(X11SpaceServer::KwinRow)> answerKwin;
     std::optional<X11SpaceServer> server;
     int changes = 0;
     int windowManagers = 0;
@@ -124,7 +124,7 @@ TEST_F(X11SpaceServerTest, AsksKwinAgainWhenItsDesktopsChange) {
     startServer();
     ASSERT_EQ(questions, 1);
     EXPECT_EQ(spaces(), Ids()) << "by their own ids or not at all";
-    answerKwin(Ids{"a", "b"});
+    answerKwin(platform::DesktopRow{Ids{"a", "b"}});
     EXPECT_EQ(spaces(), (Ids{"[a]", "b"}));
 
     setRoot("_NET_DESKTOP_NAMES", {1});  // as after a rename or a move
@@ -133,16 +133,16 @@ TEST_F(X11SpaceServerTest, AsksKwinAgainWhenItsDesktopsChange) {
     EXPECT_EQ(spaces(), Ids()) << "while KWin is asked";
     setRoot("_NET_DESKTOP_NAMES", {2});
     deliver();
-    answerKwin(Ids{"a", "b"});  // from before the second change
+    answerKwin(platform::DesktopRow{Ids{"a", "b"}});  // from before the second change
     deliver(20ms);
     ASSERT_EQ(questions, 3);
-    answerKwin(Ids{"b", "a"});
+    answerKwin(platform::DesktopRow{Ids{"b", "a"}});
     EXPECT_EQ(spaces(), (Ids{"[b]", "a"}));
 
     setRoot("_NET_NUMBER_OF_DESKTOPS", {3});
     deliver(20ms);
     EXPECT_EQ(spaces(), Ids()) << "until the ids of all three have come";
-    answerKwin(Ids{"b", "a", "c"});
+    answerKwin(platform::DesktopRow{Ids{"b", "a", "c"}});
     EXPECT_EQ(spaces(), (Ids{"[b]", "a", "c"}));
     EXPECT_EQ(changes, 3);
 
@@ -151,8 +151,16 @@ TEST_F(X11SpaceServerTest, AsksKwinAgainWhenItsDesktopsChange) {
     setRoot("_NET_NUMBER_OF_DESKTOPS", {3});
     deliver(20ms);
     EXPECT_EQ(spaces(), Ids()) << "as many as before, but not the same";
-    answerKwin(Ids{"b", "a", "d"});
+    answerKwin(platform::DesktopRow{Ids{"b", "a", "d"}});
     EXPECT_EQ(spaces(), (Ids{"[b]", "a", "d"}));
+
+    setRoot("_NET_NUMBER_OF_DESKTOPS", {4});
+    deliver(20ms);
+    answerKwin(platform::DesktopRow{Ids{"new", "b", "a", "d"}, 1});
+    EXPECT_EQ(spaces(), (Ids{"new", "[b]", "a", "d"})) << "by KWin's word: the number slid";
+    setRoot("_NET_CURRENT_DESKTOP", {2});
+    deliver(20ms);
+    EXPECT_EQ(spaces(), (Ids{"new", "b", "[a]", "d"}));
 }
 
 TEST_F(X11SpaceServerTest, AsksASilentKwinMoreAndMoreSeldom) {
@@ -165,7 +173,7 @@ TEST_F(X11SpaceServerTest, AsksASilentKwinMoreAndMoreSeldom) {
     runLoop.advance(10s);
     EXPECT_GT(questions, 5);
     EXPECT_LT(questions, 15);
-    answerKwin(Ids{"a", "b"});
+    answerKwin(platform::DesktopRow{Ids{"a", "b"}});
     EXPECT_EQ(spaces(), (Ids{"[a]", "b"}));
     setRoot("_NET_DESKTOP_NAMES", {1});
     deliver(20ms);

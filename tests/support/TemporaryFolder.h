@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 
 namespace desktop_test {
 
@@ -20,5 +21,7 @@ class TemporaryFolder {
 
 // Writes a text file, making the folders above it.
 void writeFile(const std::filesystem::path& path, const std::string& text);
+// All that is in a file; empty without one.
+[[nodiscard]] std::string readFile(const std::filesystem::path& path);
 
 }  // namespace desktop_test

@@ -18,15 +18,20 @@ constexpr Duration kImpatience = std::chrono::milliseconds(150);
 
 using Positions = std::vector<std::pair<int, const char*>>;
 
-// KWin's answer: a variant with an array of (position, id, name), where the position is of that type.
-StandInService::Answer desktops(const std::string& type, const Positions& ids) {
-    return [array = "a(" + type + "ss)", ids](auto*, auto* reply) {
+// KWin's answer: its properties, of which one is an array of (position, id, name), where the position is of
+// that type.
+StandInService::Answer desktops(const std::string& type, const Positions& ids, const char* current = "a") {
+    return [array = "a(" + type + "ss)", ids, current](auto*, auto* reply) {
         const char* element = array.c_str() + 1;
+        sd_bus_message_open_container(reply, 'a', "{sv}");
+        sd_bus_message_append(reply, "{sv}", "current", "s", current);
+        sd_bus_message_open_container(reply, 'e', "sv");
+        sd_bus_message_append(reply, "s", "desktops");
         sd_bus_message_open_container(reply, 'v', array.c_str());
         sd_bus_message_open_container(reply, 'a', element);
         for (const auto& [position, id] : ids) sd_bus_message_append(reply, element, position, id, "a name");
-        sd_bus_message_close_container(reply);
-        return sd_bus_message_close_container(reply);
+        for (int opened = 0; opened < 4; ++opened) sd_bus_message_close_container(reply);
+        return 1;
     };
 }
 
@@ -34,29 +39,35 @@ TEST(KwinDesktopsTests, ReadsTheDesktopIdsInTheirOrder) {
     struct Row {
         const char* name;
         StandInService::Answer answer;
-        std::optional<KwinDesktopIds> expected;
+        std::optional<DesktopRow> expected;
     };
+    const auto row = [](std::vector<std::string> ids, std::optional<std::uint32_t> current) {
+        return DesktopRow{std::move(ids), current};
+    };
+    const auto properties = [](auto... values) { return answerWith("a{sv}", 1, "desktops", values...); };
     const Row rows[] = {
-        {"unsigned positions", desktops("u", {{0, "a"}, {1, "b"}}), {{"a", "b"}}},
-        {"signed positions", desktops("i", {{0, "a"}, {1, "b"}}), {{"a", "b"}}},
-        {"out of order", desktops("u", {{2, "c"}, {0, "a"}, {1, "b"}}), {{"a", "b", "c"}}},
+        {"unsigned positions", desktops("u", {{0, "a"}, {1, "b"}}), row({"a", "b"}, 0)},
+        {"signed positions", desktops("i", {{0, "a"}, {1, "b"}}, "b"), row({"a", "b"}, 1)},
+        {"out of order", desktops("u", {{2, "c"}, {0, "a"}, {1, "b"}}, "c"), row({"a", "b", "c"}, 2)},
+        {"a current one that is none of them", desktops("u", {{0, "a"}}, "x"), row({"a"}, {})},
         {"no desktop", desktops("u", {}), std::nullopt},
         {"too many desktops", desktops("u", Positions(1001, {0, "a"})), std::nullopt},
         {"an empty id", desktops("u", {{0, "a"}, {1, ""}}), std::nullopt},
-        {"textual positions", answerWith("v", "a(sss)", 1, "0", "a", "n"), std::nullopt},
-        {"numeric ids", answerWith("v", "a(uus)", 1, 0, 1, "n"), std::nullopt},
-        {"a text", answerWith("v", "s", "a"), std::nullopt},
+        {"textual positions", properties("a(sss)", 1, "0", "a", "n"), std::nullopt},
+        {"numeric ids", properties("a(uus)", 1, 0, 1, "n"), std::nullopt},
+        {"a text", properties("s", "a"), std::nullopt},
+        {"no properties", answerWith("as", 1, "desktops"), std::nullopt},
         {"nothing", [](auto*, auto*) { return 0; }, std::nullopt},
         {"an error", [](auto*, auto*) { return -1; }, std::nullopt},
     };
     const PrivateBus bus;
     SystemdLibrary library;
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        const StandInService kwin(bus.address(), kKwin, row.answer);
-        EXPECT_EQ(readKwinDesktopIds(library, kPatience, bus.address()), row.expected);
+    for (const auto& each : rows) {
+        SCOPED_TRACE(each.name);
+        const StandInService kwin(bus.address(), kKwin, each.answer);
+        EXPECT_EQ(readKwinDesktops(library, kPatience, bus.address()), each.expected);
         EXPECT_EQ(kwin.calls(),
-                  std::vector<std::string>{"/VirtualDesktopManager org.freedesktop.DBus.Properties.Get"});
+                  std::vector<std::string>{"/VirtualDesktopManager org.freedesktop.DBus.Properties.GetAll"});
     }
 }
 
@@ -64,12 +75,12 @@ TEST(KwinDesktopsTests, FindsNothingWithoutKwinABusOrTheLibrary) {
     PrivateBus bus;
     SystemdLibrary library;
     SystemdLibrary missing("libsystemd-that-is-not-there.so.0");
-    EXPECT_EQ(readKwinDesktopIds(library, kPatience, bus.address()), std::nullopt);
-    EXPECT_EQ(readKwinDesktopIds(missing, kPatience, bus.address()), std::nullopt);
-    EXPECT_EQ(readKwinDesktopIds(library, kPatience, ""), std::nullopt);
-    EXPECT_EQ(readKwinDesktopIds(library, kPatience, "unix:path=relative"), std::nullopt);
+    EXPECT_EQ(readKwinDesktops(library, kPatience, bus.address()), std::nullopt);
+    EXPECT_EQ(readKwinDesktops(missing, kPatience, bus.address()), std::nullopt);
+    EXPECT_EQ(readKwinDesktops(library, kPatience, ""), std::nullopt);
+    EXPECT_EQ(readKwinDesktops(library, kPatience, "unix:path=relative"), std::nullopt);
     bus.end();
-    EXPECT_EQ(readKwinDesktopIds(library, kPatience, bus.address()), std::nullopt);
+    EXPECT_EQ(readKwinDesktops(library, kPatience, bus.address()), std::nullopt);
 }
 
 TEST(KwinDesktopsTests, GivesUpInTimeWhenNobodyAnswers) {
@@ -79,7 +90,7 @@ TEST(KwinDesktopsTests, GivesUpInTimeWhenNobodyAnswers) {
     for (const bool stopped : {false, true}) {
         if (stopped) bus.stop();
         const auto start = Clock::now();
-        EXPECT_EQ(readKwinDesktopIds(library, kImpatience, bus.address()), std::nullopt);
+        EXPECT_EQ(readKwinDesktops(library, kImpatience, bus.address()), std::nullopt);
         EXPECT_GE(Clock::now() - start, kImpatience);
         EXPECT_LT(Clock::now() - start, kPatience);
     }

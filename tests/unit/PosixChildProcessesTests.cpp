@@ -11,14 +11,17 @@ namespace platform::freedesktop {
 namespace {
 
 TEST(PosixChildProcessesTest, GivesTheExitStatusOfALocatedProgram) {
-    PosixChildProcesses processes(
-        [](const std::string& program) { return program == "/usr/bin/known" ? "/bin/sh" : program; });
+    PosixChildProcesses processes([](const std::string& program) {
+        return program == "/usr/bin/known" ? Program{"/bin/sh", {"NEW=1", "PATH=/nowhere"}}
+                                           : Program{program};
+    });
     const auto run = [&](const std::string& program, const std::string& script) {
         const std::vector<std::string> arguments = {"-c", script};
         return processes.run(program, arguments);
     };
     EXPECT_EQ(run("/usr/bin/known", "exit 7"), 7);
     EXPECT_EQ(run("/usr/bin/known", "test \"$(printf '%s' 'a  b')\" = 'a  b'"), 0);
+    EXPECT_EQ(run("/usr/bin/known", "test \"$NEW $PATH\" = '1 /nowhere'"), 0);
     EXPECT_EQ(run("/usr/bin/known", "kill -KILL $$"), std::nullopt);
     EXPECT_EQ(run("/nowhere/to/be/found", ""), std::nullopt);
 }

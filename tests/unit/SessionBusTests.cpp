@@ -287,20 +287,20 @@ TEST_F(SessionBusTests, TakesNoHarmFromSignalsThatAreNotAsTheyShouldBe) {
     EXPECT_TRUE(mainLoop_.runUntil([&] { return property.value() == 8; }));
 }
 
-TEST_F(SessionBusTests, RequestsKwinDesktopIds) {
+TEST_F(SessionBusTests, RequestsKwinsDesktops) {
     auto bus = makeBus();
     KwinDesktops kwin(bus);
-    std::vector<std::optional<KwinDesktopIds>> answers;
+    std::vector<std::optional<DesktopRow>> answers;
     const auto request = [&] {
         const auto count = answers.size();
-        const auto pending = kwin.requestIds([&](const auto& ids) { answers.push_back(ids); });
+        const auto pending = kwin.request([&](const auto& row) { answers.push_back(row); });
         EXPECT_TRUE(mainLoop_.runUntil([&] { return answers.size() > count; }));
     };
     request();
     const StandInService service(daemon_.address(), "org.kde.KWin",
-                                 answerWith("v", "a(uss)", 2, 1U, "b", "B", 0U, "a", "A"));
+                                 answerWith("a{sv}", 1, "desktops", "a(uss)", 2, 1U, "b", "B", 0U, "a", "A"));
     request();
-    EXPECT_EQ(answers, (std::vector<std::optional<KwinDesktopIds>>{std::nullopt, {{"a", "b"}}}));
+    EXPECT_EQ(answers, (std::vector<std::optional<DesktopRow>>{std::nullopt, DesktopRow{{"a", "b"}}}));
 }
 
 }  // namespace

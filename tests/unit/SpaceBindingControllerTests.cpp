@@ -71,6 +71,51 @@ TEST_F(SpaceBindingControllerTests, FollowsTheUserAndNobodyElse) {
     }
 }
 
+// Where Spaces are numbered by their places, a change of the row leaves windows with numbers of before.
+TEST_F(SpaceBindingControllerTests, KeepsBindingsWhenSpacesAreRenumbered) {
+    enum class MissionControl { Closed, Open, OpenedAfterwards };
+    using Spaces = platform::simulated::SimulatedSpaces;
+    struct Row {
+        const char* name;
+        void (*change)(Spaces&);
+    };
+    const Row rows[] = {{"one removed", [](Spaces& spaces) { spaces.removeSpace("B"); }},
+                        {"one inserted in front", [](Spaces& spaces) { spaces.insertSpace(0, "B"); }},
+                        {"two that change places", [](Spaces& spaces) { spaces.swapSpaces(2, 3); }},
+                        {"three that change places", [](Spaces& spaces) {
+                             spaces.swapSpaces(0, 2);
+                             spaces.swapSpaces(0, 3);
+                         }}};
+    desktop_.spaces.addSpace("D");
+    desktop_.spaces.addSpace("E");
+    desktop_.spaces.numberByPlace();
+    store_.tags.push_back({TagID::random(), "Music", "#EF4444", {}, "D"});
+    store_.save();
+    start();
+    const auto files = desktop_.files.files;
+    for (const auto& row : rows) {
+        for (const auto when :
+             {MissionControl::Closed, MissionControl::Open, MissionControl::OpenedAfterwards}) {
+            SCOPED_TRACE(testing::Message() << row.name << ", " << static_cast<int>(when));
+            wait(10);
+            desktop_.overview.setOpen(when == MissionControl::Open);
+            wait(2);
+            row.change(desktop_.spaces);
+            wait(when == MissionControl::OpenedAfterwards ? 2 : 0.001);
+            if (when == MissionControl::OpenedAfterwards) openAndCloseMissionControl();
+            desktop_.overview.setOpen(false);
+            wait(3);
+            EXPECT_EQ(desktop_.files.files, files);
+            for (std::size_t i = 0; i < 3; ++i) {
+                EXPECT_EQ(desktop_.spaces.trueSpaceOf(window(i).windowNumber()), tag(i).spaceUUID);
+                EXPECT_TRUE(isOn(window(i), *tag(i).spaceUUID)) << "and it is known";
+            }
+            if (identifier_.orderedSpaceUUIDs().size() == 4) desktop_.spaces.insertSpace(1, "B");
+            if (identifier_.orderedSpaceUUIDs().size() == 6) desktop_.spaces.removeSpace("B");
+        }
+    }
+}
+
 TEST_F(SpaceBindingControllerTests, AWindowOnItsSpaceAndAnotherHasDrifted) {
     const DriftDetector::Input input{TagID::random(), "Mail", "A", {1}, {{0}, {1}, {2}, {3}}};
     const auto lookUp = [](ManagedSpaceId space) -> std::optional<std::string> {

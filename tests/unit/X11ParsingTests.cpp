@@ -123,8 +123,7 @@ TEST(EwmhSpaceLayoutTest, NamesDesktopsByTheirNumberAlone) {
     const auto four = desktopNumberUuids(4);
     EXPECT_EQ(four.at(0), "6FD273A8-5697-586A-A7DF-5D35B4FF99F5") << "as stored in users' tag files";
     EXPECT_EQ(desktopNumberUuids(2), std::vector(four.begin(), four.begin() + 2));
-    const auto layout =
-        managedDisplaySpaces({.count = 4, .current = 2, .canSwitch = true, .windowManager = {}}, four);
+    const auto layout = managedDisplaySpaces({four, 2});
     ASSERT_EQ(layout.size(), 1U);
     EXPECT_EQ(layout[0].identifier, "Main");
     EXPECT_EQ(layout[0].currentSpace, (SpaceEntry{four[2], ManagedSpaceId{3}}));

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "platform/freedesktop/ProgramLocations.h"
+#include "platform/freedesktop/Spawn.h"
+#include "platform/x11/EwmhDesktops.h"
+
+namespace programs {
+
+// The stand-in for the script runner, which moves on from that desktop, counted from 0.
+inline platform::freedesktop::Program scriptRunner(std::optional<std::uint32_t> currentDesktop) {
+    platform::freedesktop::Program program{
+        platform::freedesktop::ProgramLocations().libexecProgram("osascript")};
+    if (currentDesktop)
+        program.environment.push_back(platform::x11::kCurrentDesktopVariable +
+                                      ("=" + std::to_string(*currentDesktop)));
+    return program;
+}
+
+}  // namespace programs
