@@ -28,6 +28,7 @@ std::vector<std::string> desktopIds(const nlohmann::json& entries) {
     for (const auto& entry : entries) desktops.emplace_back(entry[0], entry[1]);
     std::ranges::stable_sort(desktops, {}, &std::pair<std::int64_t, std::string>::first);
     std::vector<std::string> ids;
+    ids.reserve(desktops.size());
     for (auto& desktop : desktops) ids.push_back(std::move(desktop.second));
     return ids;
 }

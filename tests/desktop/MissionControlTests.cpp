@@ -254,8 +254,8 @@ class RenumberedDesktop : public OverviewDesktop {
         return static_cast<std::uint32_t>(std::ranges::find(uuids, boundTo(tag)) - uuids.begin());
     }
     bool isCurrent(std::size_t tag) {
-        return std::ranges::any_of(spaces(), [&](const auto& space) {
-            return space.at("uuid") == boundTo(tag) && space.at("current") == true;
+        return std::ranges::any_of(spaces(), [&](const nlohmann::json& space) {
+            return space.at("uuid") == boundTo(tag) && space.at("current").get<bool>();
         });
     }
     bool goToTag(std::size_t tag) {
