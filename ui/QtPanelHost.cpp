@@ -1,7 +1,6 @@
 #include "ui/QtPanelHost.h"
 
 #include <QApplication>
-#include <QScreen>
 #include <variant>
 
 #include "ui/AboutView.h"
@@ -11,6 +10,7 @@
 #include "ui/QtToast.h"
 #include "ui/QuickSwitcherView.h"
 #include "ui/SettingsView.h"
+#include "ui/ToolkitPlaces.h"
 #include "ui/WelcomeView.h"
 
 namespace ui {
@@ -47,14 +47,8 @@ class ToastHandle final : public platform::ToastWindow {
     [[nodiscard]] platform::Size fittingSize() const override {
         return {static_cast<double>(toast_->width()), static_cast<double>(toast_->height())};
     }
-    // The toolkit counts from the upper left of the main screen's own corner.
     void setFrameOrigin(platform::Point origin) override {
-        const auto main = screens_.mainScreen();
-        const auto* primary = QGuiApplication::primaryScreen();
-        if (!main || !primary) return;
-        const auto corner = primary->geometry().topLeft();
-        toast_->move(corner.x() + static_cast<int>(origin.x - main->frame.minX()),
-                     corner.y() + static_cast<int>(main->frame.maxY() - origin.y) - toast_->height());
+        toast_->move(toToolkit({origin.x, origin.y + toast_->height()}, screens_));
     }
     void orderFrontRegardless() override {
         toast_->show();
