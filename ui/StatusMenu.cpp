@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QProxyStyle>
+#include <QScreen>
 #include <QStyleOptionMenuItem>
 #include <algorithm>
 
@@ -177,13 +178,23 @@ StatusMenu::StatusMenu(std::function<std::vector<platform::MenuItem>()> rows) : 
     setToolTipsVisible(true);
 }
 
-void StatusMenu::open(const QPoint& place) {
+void StatusMenu::open(const QRect& item) {
     if (isVisible()) return;
     rebuild();
     keepWidth();
     showAlternates((QGuiApplication::queryKeyboardModifiers() & Qt::AltModifier) != 0);
     setWindowType(*this, "POPUP_MENU");  // closing a window has ended it for the server
-    popup(place);
+    popup(placeBeside(item));
+}
+
+QPoint StatusMenu::placeBeside(const QRect& item) const {
+    const QPoint corner(item.x() + item.width(), item.y() + item.height());
+    const auto* screen = QGuiApplication::screenAt(item.topLeft());
+    if (!screen) return {item.x(), corner.y()};
+    const auto area = screen->availableGeometry();
+    const auto size = sizeHint();
+    return {item.x() + size.width() <= area.right() + 1 ? item.x() : corner.x() - size.width(),
+            corner.y() + size.height() <= area.bottom() + 1 ? corner.y() : item.y() - size.height()};
 }
 
 void StatusMenu::rebuild() {

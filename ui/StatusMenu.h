@@ -16,13 +16,16 @@ class StatusMenu final : public QMenu {
     explicit StatusMenu(std::function<std::vector<platform::MenuItem>()> rows);
 
     // Opens at the place, in screen coordinates of the toolkit, or as near to it as the screen lets.
-    void open(const QPoint& place);
+    void open(const QPoint& place) { open(QRect(place, QSize(0, 0))); }
+    // Opens below the item and to the right, or above and to the left where there is no room there.
+    void open(const QRect& item);
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
 
   private:
+    [[nodiscard]] QPoint placeBeside(const QRect& item) const;
     void rebuild();
     void keepWidth();
     QAction* addRow(const platform::MenuItem& row);
