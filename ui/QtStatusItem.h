@@ -10,49 +10,52 @@
 #include "platform/StatusItem.h"
 #include "platform/x11/SystemTray.h"
 #include "ui/StatusButton.h"
+#include "ui/StatusButtonPlace.h"
 #include "ui/StatusMenu.h"
+#include "ui/TrayIcon.h"
 
 namespace ui {
 
 // The status item wherever the desktop has a place for it: as a StatusNotifierItem where a host shows such
-// items, in the screen's tray where there is only that, and else as a button of its own at the top right of
-// the main screen, so that the user is never locked out. It moves as those come and go.
+// items, in the screen's tray where there is only that, and else, or while a tray does not take it in, as a
+// button of its own on the screen, so that the user is never locked out. It moves as those come and go.
 class QtStatusItem final : public platform::StatusItem {
   public:
-    // All outlive the item.
-    QtStatusItem(platform::RunLoop& runLoop, const platform::x11::SystemTray& tray);
-    ~QtStatusItem() override;
+    struct Services {  // outlive the item
+        platform::RunLoop& runLoop;
+        platform::x11::SystemTray& tray;
+        platform::Screens& screens;
+    };
+    explicit QtStatusItem(Services services);
 
     void setTitle(const platform::StatusTitle& title) override;
     void setMenu(std::function<std::vector<platform::MenuItem>()> menuNeedsUpdate) override;
 
-    // Where the item may be now; before the first call it is nowhere.
-    void setHosts(bool statusNotifier, bool tray);
+    // Where the button on the screen is kept from now on. The store outlives the item.
+    void rememberPlaceIn(platform::DefaultsStore& defaults);
+    // Where the item may be now, the tray by its owner; before the first call it is nowhere.
+    void setHosts(bool statusNotifier, std::optional<platform::WindowNumber> tray);
     // To be told of a window manager that has started.
     void windowManagerChanged();
 
   private:
-    enum class Host { StatusNotifier, Tray, Screen };
-
-    void moveTo(Host host);
-    void leave();
-    void showInTray();
-    void finishDocking();
-    void placeOnScreen();
-    void followScreen();
-    void openMenu(const QPoint& place);
+    void beNotifierItem();
+    void beInTray();
+    void beOnScreen();
+    void trayHasChanged(bool isTaken);
+    void openMenu(const QRect& item);
     void showTitle();
 
-    platform::RunLoop& runLoop_;
-    const platform::x11::SystemTray& tray_;
+    Services services_;
     std::optional<StatusMenu> menu_;
     platform::StatusTitle title_;
-    std::optional<Host> host_;
-    std::unique_ptr<QSystemTrayIcon> icon_;
+    StatusButtonPlace place_;
+    std::optional<platform::WindowNumber> tray_;  // the one that the icon is made for
+    std::unique_ptr<QSystemTrayIcon> notifierItem_;
+    std::unique_ptr<TrayIcon> trayIcon_;
     std::unique_ptr<StatusButton> button_;
-    platform::Timer moving_;
-    platform::Timer docking_;
-    int dockingChecks_ = 0;
+    platform::Timer offeringButton_;
+    platform::Subscription screensChanged_;
 };
 
 }  // namespace ui

@@ -1,14 +1,16 @@
 #include "ui/StatusButton.h"
 
+#include <QApplication>
 #include <QMouseEvent>
 #include <QPainter>
 #include <algorithm>
 
-#include "orvellos/StatusItemController.h"
 #include "ui/PlainText.h"
 #include "ui/QtColor.h"
 #include "ui/StatusIcon.h"
+#include "ui/StatusWords.h"
 #include "ui/Symbols.h"
+#include "ui/ToolkitPlaces.h"
 #include "ui/X11Window.h"
 
 namespace ui {
@@ -25,41 +27,30 @@ constexpr int kWidestLabel = 200;
 
 }  // namespace
 
-QString titleText(const platform::StatusTitle& title) {
-    QStringList parts;
-    if (title.label) parts << toQString(title.label->text);
-    if (title.hasHiddenSymbol) parts << toQString(orvellos::StatusItemController::kHiddenDescription);
-    return parts.join(QStringLiteral(" — "));
-}
-
-StatusButton::StatusButton(Place place, std::function<void()> menuRequested)
-    : place_(place), menuRequested_(std::move(menuRequested)) {
-    const auto name = toQString(orvellos::StatusItemController::kAccessibilityDescription);
-    setWindowTitle(name);
-    setAccessibleName(name);
+StatusButton::StatusButton(Services services, std::function<void()> menuRequested)
+    : services_(services), menuRequested_(std::move(menuRequested)) {
+    describeStatusItem(*this, {});
     setFocusPolicy(Qt::NoFocus);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_AlwaysShowToolTips);
-    setAttribute(Qt::WA_TranslucentBackground, place == Place::Tray);
-    Qt::WindowFlags flags = Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus;
-    if (place == Place::Tray) flags |= Qt::X11BypassWindowManagerHint;
-    setWindowFlags(flags);
-    if (place == Place::Tray) return;
+    setWindowFlags(Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus);
     setWindowType(*this, "DOCK");
     putOnEveryDesktop(*this);
 }
 
 void StatusButton::setTitle(const platform::StatusTitle& title) {
     title_ = title;
-    setToolTip(toolTipText(titleText(title).toStdString()));
-    setAccessibleDescription(titleText(title));
-    updateGeometry();
+    describeStatusItem(*this, title);
     update();
+    settle();
 }
 
-void StatusButton::setGround(const std::optional<QColor>& ground) {
-    ground_ = ground;
-    update();
+void StatusButton::settle() {
+    if (isDragged_) return;
+    const auto size = sizeHint();
+    const auto frame =
+        services_.place.frame({static_cast<double>(size.width()), static_cast<double>(size.height())});
+    if (frame) setGeometry({toToolkit({frame->minX(), frame->maxY()}, services_.screens), size});
 }
 
 QFont StatusButton::titleFont() const {
@@ -70,7 +61,6 @@ QFont StatusButton::titleFont() const {
 }
 
 QSize StatusButton::sizeHint() const {
-    if (place_ == Place::Tray) return {22, 22};
     int width = kPadding + kIcon + kPadding;
     if (title_.hasHiddenSymbol) width += kSpace + kSymbol;
     if (title_.label) {
@@ -83,21 +73,12 @@ QSize StatusButton::sizeHint() const {
 void StatusButton::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const auto ratio = devicePixelRatioF();
-    if (place_ == Place::Screen) {
-        painter.fillRect(rect(), palette().color(QPalette::Window));
-        painter.setPen(tertiaryLabelColor(palette()));
-        painter.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
-        painter.drawPixmap(QPointF(kPadding, (height() - kIcon) / 2.0),
-                           statusIcon(labelColor(palette()), kIcon, ratio));
-        return paintTitle(painter);
-    }
-    if (ground_) painter.fillRect(rect(), *ground_);
-    const double size = std::min({width(), height(), 2 * kIcon});
-    const bool dark = ground_ && ground_->lightnessF() < 0.5F;
-    painter.drawPixmap(QPointF((width() - size) / 2, (height() - size) / 2),
-                       ground_ ? statusIcon(dark ? Qt::white : QColor(38, 38, 42), size, ratio)
-                               : statusIconForAnyGround(size, ratio));
+    painter.fillRect(rect(), palette().color(QPalette::Window));
+    painter.setPen(tertiaryLabelColor(palette()));
+    painter.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
+    painter.drawPixmap(QPointF(kPadding, (height() - kIcon) / 2.0),
+                       statusIcon(labelColor(palette()), kIcon, devicePixelRatioF()));
+    paintTitle(painter);
 }
 
 void StatusButton::paintTitle(QPainter& painter) const {
@@ -123,7 +104,30 @@ void StatusButton::paintTitle(QPainter& painter) const {
 }
 
 void StatusButton::mousePressEvent(QMouseEvent* event) {
+    heldAt_ = event->position().toPoint();
+}
+
+void StatusButton::mouseMoveEvent(QMouseEvent* event) {
+    if (!(event->buttons() & Qt::LeftButton)) return;
+    const auto moved = event->position().toPoint() - heldAt_;
+    if (!isDragged_ && moved.manhattanLength() < QApplication::startDragDistance()) return;
+    isDragged_ = true;
+    setCursor(Qt::ClosedHandCursor);
+    move(event->globalPosition().toPoint() - heldAt_);
+}
+
+void StatusButton::mouseReleaseEvent(QMouseEvent* event) {
+    if (isDragged_) return endDrag();
     if (event->button() == Qt::LeftButton || event->button() == Qt::RightButton) menuRequested_();
+}
+
+void StatusButton::endDrag() {
+    isDragged_ = false;
+    unsetCursor();
+    const auto corner = fromToolkit(pos(), services_.screens);
+    services_.place.put(
+        {corner.x, corner.y - height(), static_cast<double>(width()), static_cast<double>(height())});
+    settle();
 }
 
 }  // namespace ui

@@ -2,39 +2,43 @@
 
 #include <QAbstractButton>
 #include <functional>
-#include <optional>
 
 #include "platform/StatusItem.h"
+#include "ui/StatusButtonPlace.h"
 
 namespace ui {
 
-// The status item as a window: the icon, and beside it, where there is room, the title. A press of either
-// mouse button asks for the menu.
+// The status item as a window of its own on the screen: the icon, and beside it the title. A click with
+// either mouse button asks for the menu; the first one drags it to another place.
 class StatusButton final : public QAbstractButton {
   public:
-    enum class Place { Tray, Screen };
-    StatusButton(Place place, std::function<void()> menuRequested);
+    struct Services {  // outlive the button
+        const platform::Screens& screens;
+        StatusButtonPlace& place;
+    };
+    StatusButton(Services services, std::function<void()> menuRequested);
 
     void setTitle(const platform::StatusTitle& title);
-    // What is behind the icon in a tray; without it the tray shows through.
-    void setGround(const std::optional<QColor>& ground);
+    // Goes to its place, unless the user has it in hand.
+    void settle();
     [[nodiscard]] QSize sizeHint() const override;
 
   protected:
     void paintEvent(QPaintEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
 
   private:
     [[nodiscard]] QFont titleFont() const;
     void paintTitle(QPainter& painter) const;
+    void endDrag();
 
-    const Place place_;
+    Services services_;
     std::function<void()> menuRequested_;
     platform::StatusTitle title_;
-    std::optional<QColor> ground_;
+    QPoint heldAt_;  // the place of the press in the button
+    bool isDragged_ = false;
 };
-
-// The title in words, for tooltips: "Mail", "Tags hidden for screen-share", or both.
-[[nodiscard]] QString titleText(const platform::StatusTitle& title);
 
 }  // namespace ui

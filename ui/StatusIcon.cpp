@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "ui/QtColor.h"
+
 namespace ui {
 
 namespace {
@@ -13,6 +15,12 @@ constexpr double kTurn = 30;  // degrees, clockwise on the screen: the hole come
 constexpr double kLength = 0.82;
 constexpr double kHeight = 0.52;
 constexpr double kEdge = 9;  // that part of the square
+constexpr double kLine = 1.6;
+constexpr double kSlashGap = 0.7;
+constexpr double kDotRadius = 0.2;
+constexpr double kDotGap = 1;
+constexpr double kLeastContrast = 0.2;
+const QColor kDark(28, 28, 32);
 
 // The body, lying along the x axis around the origin, its point to the left.
 QPainterPath tagBody(double length, double height) {
@@ -39,42 +47,129 @@ QPainterPath tagBody(double length, double height) {
     return path;
 }
 
-QPixmap draw(const QColor& color, const QColor& edge, double points, double devicePixelRatio) {
+double luma(const QColor& color) {
+    return 0.299 * color.redF() + 0.587 * color.greenF() + 0.114 * color.blueF();
+}
+
+// The colour that can be told from that one.
+QColor opposite(const QColor& color) {
+    return luma(color) < 0.5 ? QColor(Qt::white) : kDark;
+}
+
+// Fills of a drawing and the line around them, which is transparent where none is needed.
+struct Colors {
+    QColor fill;
+    QColor edge = Qt::transparent;
+};
+
+Colors colorsFor(const std::optional<QColor>& tag, const std::optional<QColor>& ground) {
+    const auto fill = tag ? *tag : ground ? opposite(*ground) : QColor(Qt::white);
+    if (!ground) return {fill, opposite(fill)};
+    const bool isTold = std::abs(luma(fill) - luma(*ground)) > kLeastContrast;
+    return {fill, isTold ? QColor(Qt::transparent) : opposite(*ground)};
+}
+
+QPixmap square(double points, double devicePixelRatio) {
     const int pixels = static_cast<int>(std::ceil(points * devicePixelRatio));
     QPixmap pixmap(pixels, pixels);
     pixmap.setDevicePixelRatio(devicePixelRatio);
     pixmap.fill(Qt::transparent);
-    QPainter painter(&pixmap);
-    painter.setRenderHint(QPainter::Antialiasing);
+    return pixmap;
+}
+
+void drawTag(QPainter& painter, const Colors& colors, double points) {
+    painter.save();
     painter.translate(points / 2, points / 2);
     painter.rotate(kTurn);
     const double length = kLength * points;
     const double height = kHeight * points;
     const auto body = tagBody(length, height);
-    if (edge.alpha() > 0) painter.strokePath(body, QPen(edge, points / kEdge));
-    painter.fillPath(body, color);
+    if (colors.edge.alpha() > 0) painter.strokePath(body, QPen(colors.edge, points / kEdge));
+    painter.fillPath(body, colors.fill);
     painter.setCompositionMode(QPainter::CompositionMode_Clear);
     painter.setPen(Qt::NoPen);
     painter.setBrush(Qt::black);
     const QPointF hole(-length / 2 + 0.36 * height, 0);
     const double radius = 0.12 * height;
     painter.drawEllipse(hole, radius, radius);
-    if (edge.alpha() == 0) return pixmap;
+    if (colors.edge.alpha() > 0) {
+        painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+        painter.setPen(QPen(colors.edge, points / (2 * kEdge)));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawEllipse(hole, radius, radius);
+    }
+    painter.restore();
+}
+
+QPainterPath stroked(const QPainterPath& path, double width) {
+    QPainterPathStroker stroker;
+    stroker.setCapStyle(Qt::RoundCap);
+    stroker.setJoinStyle(Qt::RoundJoin);
+    stroker.setWidth(width);
+    return stroker.createStroke(path);
+}
+
+// An eye with a slash, on a grid of 16.
+QPainterPath closedEye() {
+    QPainterPath lids(QPointF(1, 8));
+    lids.quadTo(QPointF(8, -0.4), QPointF(15, 8));
+    lids.quadTo(QPointF(8, 16.4), QPointF(1, 8));
+    QPainterPath pupil;
+    pupil.addEllipse(QPointF(8, 8), 2.4, 2.4);
+    QPainterPath slash(QPointF(2.6, 13.8));
+    slash.lineTo(13.4, 2.2);
+    return stroked(lids, kLine)
+        .united(pupil)
+        .subtracted(stroked(slash, kLine + 2 * kSlashGap))
+        .united(stroked(slash, kLine));
+}
+
+void drawClosedEye(QPainter& painter, const Colors& colors, double points) {
+    painter.save();
+    painter.scale(points / 16, points / 16);
+    const auto eye = closedEye();
+    if (colors.edge.alpha() > 0) painter.strokePath(eye, QPen(colors.edge, 16 / kEdge));
+    painter.fillPath(eye, colors.fill);
+    painter.restore();
+}
+
+// In the lower right corner, with a gap around it.
+void drawDot(QPainter& painter, const Colors& colors, double points) {
+    const double radius = kDotRadius * points;
+    const QPointF center(points - radius - kDotGap / 2, points - radius - kDotGap / 2);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(Qt::black);
+    painter.setCompositionMode(QPainter::CompositionMode_Clear);
+    painter.drawEllipse(center, radius + kDotGap, radius + kDotGap);
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-    painter.setPen(QPen(edge, points / (2 * kEdge)));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawEllipse(hole, radius, radius);
-    return pixmap;
+    painter.setPen(QPen(colors.edge, 1));
+    painter.setBrush(colors.fill);
+    painter.drawEllipse(center, radius, radius);
 }
 
 }  // namespace
 
 QPixmap statusIcon(const QColor& color, double points, double devicePixelRatio) {
-    return draw(color, Qt::transparent, points, devicePixelRatio);
+    auto pixmap = square(points, devicePixelRatio);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    drawTag(painter, {color}, points);
+    return pixmap;
 }
 
-QPixmap statusIconForAnyGround(double points, double devicePixelRatio) {
-    return draw(Qt::white, QColor(20, 20, 24, 210), points, devicePixelRatio);
+QPixmap statusIcon(const platform::StatusTitle& title, const std::optional<QColor>& ground, double points,
+                   double devicePixelRatio) {
+    auto pixmap = square(points, devicePixelRatio);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const auto tag = title.label ? std::optional(toQColor(title.label->dot)) : std::nullopt;
+    if (!title.hasHiddenSymbol) {
+        drawTag(painter, colorsFor(tag, ground), points);
+        return pixmap;
+    }
+    drawClosedEye(painter, colorsFor({}, ground), points);
+    if (tag) drawDot(painter, colorsFor(tag, ground), points);
+    return pixmap;
 }
 
 }  // namespace ui

@@ -2,12 +2,18 @@
 
 #include <QColor>
 #include <QPixmap>
+#include <optional>
+
+#include "platform/StatusItem.h"
 
 namespace ui {
 
 // The application's mark in the desktop's bar: the silhouette of a luggage tag in a square of `points`.
 [[nodiscard]] QPixmap statusIcon(const QColor& color, double points, double devicePixelRatio);
-// The same in white with a dark edge, for a ground that is not known.
-[[nodiscard]] QPixmap statusIconForAnyGround(double points, double devicePixelRatio);
+// The same for a bar that shows no title beside it, which is drawn into the square: the tag has the label's
+// colour, and an eye with a slash takes its place while tags are hidden for screen-sharing. `ground` is what
+// is behind; without it the icon can be told from any ground.
+[[nodiscard]] QPixmap statusIcon(const platform::StatusTitle& title, const std::optional<QColor>& ground,
+                                 double points, double devicePixelRatio);
 
 }  // namespace ui

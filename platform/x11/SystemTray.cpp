@@ -8,24 +8,53 @@ namespace platform::x11 {
 namespace {
 
 constexpr std::uint32_t kRequestDock = 0;  // System Tray Protocol, SYSTEM_TRAY_REQUEST_DOCK
+constexpr int kDepthWithAlpha = 32;
 constexpr int kBeside = 2;
 constexpr int kOpaque = 0xC0;
 constexpr std::uint32_t kXembedMapped = 1;  // XEmbed, XEMBED_MAPPED
 
 }  // namespace
 
-SystemTray::SystemTray(XConnection& connection, XEvents& events, std::function<void(bool)> changed)
+SystemTray::SystemTray(XConnection& connection, XEvents& events, std::function<void()> changed)
     : connection_(connection),
+      events_(events),
       selection_(connection, events, "_NET_SYSTEM_TRAY",
-                 [changed = std::move(changed)](xcb_window_t owner) { changed(owner != XCB_WINDOW_NONE); }) {
-    constexpr std::array<std::string_view, 2> names = {"_NET_SYSTEM_TRAY_OPCODE", "_XEMBED_INFO"};
+                 [changed = std::move(changed)](auto) { changed(); }) {
+    constexpr std::array<std::string_view, 3> names = {"_NET_SYSTEM_TRAY_OPCODE", "_XEMBED_INFO",
+                                                       "_NET_SYSTEM_TRAY_VISUAL"};
     const auto atoms = connection.intern(names);
     opcode_ = atoms[0];
     xembedInfo_ = atoms[1];
+    visual_ = atoms[2];
 }
 
-void SystemTray::dock(WindowNumber window) const {
+std::optional<WindowNumber> SystemTray::owner() const {
+    const auto owner = selection_.owner();
+    return owner == XCB_WINDOW_NONE ? std::nullopt : std::optional(WindowNumber{owner});
+}
+
+bool SystemTray::wantsAlpha() const {
+    const auto cookie = requestProperty(connection_, selection_.owner(), visual_, XCB_ATOM_VISUALID, 1);
+    const auto reply = connection_.reply<xcb_get_property_reply_t>(cookie);
+    const auto visual = value32(reply.get(), XCB_ATOM_VISUALID);
+    return visual && hasAlpha(*visual);
+}
+
+bool SystemTray::hasAlpha(xcb_visualid_t visual) const {
+    for (auto depths = xcb_screen_allowed_depths_iterator(&connection_.screen()); depths.rem > 0;
+         xcb_depth_next(&depths)) {
+        const std::span visuals(xcb_depth_visuals(depths.data),
+                                static_cast<std::size_t>(xcb_depth_visuals_length(depths.data)));
+        if (std::ranges::find(visuals, visual, &xcb_visualtype_t::visual_id) != visuals.end())
+            return depths.data->depth == kDepthWithAlpha;
+    }
+    return false;
+}
+
+Subscription SystemTray::dock(WindowNumber window, std::function<void(bool isTaken)> changed) {
     const auto id = static_cast<xcb_window_t>(window.value);
+    const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    xcb_change_window_attributes(connection_.get(), id, XCB_CW_EVENT_MASK, &mask);
     const std::array<std::uint32_t, 2> info = {0, kXembedMapped};
     xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, id, xembedInfo_, xembedInfo_, 32,
                         info.size(), info.data());
@@ -39,17 +68,18 @@ void SystemTray::dock(WindowNumber window) const {
     xcb_send_event(connection_.get(), 0, selection_.owner(), XCB_EVENT_MASK_NO_EVENT,
                    reinterpret_cast<const char*>(&message));
     connection_.flush();
+    return events_.subscribe(
+        [id, root = connection_.root(), changed = std::move(changed)](const auto& event) {
+            if (XEvents::type(event) != XCB_REPARENT_NOTIFY) return;
+            const auto& moved = reinterpret_cast<const xcb_reparent_notify_event_t&>(event);
+            if (moved.window == id) changed(moved.parent != root);
+        });
 }
 
 xcb_window_t SystemTray::parentOf(WindowNumber window) const {
     const auto cookie = xcb_query_tree(connection_.get(), static_cast<xcb_window_t>(window.value));
     const auto tree = connection_.reply<xcb_query_tree_reply_t>(cookie);
     return tree ? tree->parent : xcb_window_t{XCB_WINDOW_NONE};
-}
-
-bool SystemTray::hasTaken(WindowNumber window) const {
-    const auto parent = parentOf(window);
-    return parent != XCB_WINDOW_NONE && parent != connection_.root();
 }
 
 std::optional<Color> SystemTray::colorBeside(WindowNumber window) const {

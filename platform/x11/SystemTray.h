@@ -13,22 +13,27 @@ namespace platform::x11 {
 // and XEmbed). There may be none, and one may come and go.
 class SystemTray {
   public:
-    SystemTray(XConnection& connection, XEvents& events, std::function<void(bool isThere)> changed);
+    // `changed` is called when there is another tray, or none any more.
+    SystemTray(XConnection& connection, XEvents& events, std::function<void()> changed);
 
-    [[nodiscard]] bool isThere() const { return selection_.owner() != XCB_WINDOW_NONE; }
-    // Asks the tray to take the window in and to show it.
-    void dock(WindowNumber window) const;
-    // Whether it has taken the window in.
-    [[nodiscard]] bool hasTaken(WindowNumber window) const;
+    // The tray's own window, which tells one tray from the next; absent when there is none.
+    [[nodiscard]] std::optional<WindowNumber> owner() const;
+    // Whether icons are to have an alpha channel; elsewhere a tray may not take in a window with one.
+    [[nodiscard]] bool wantsAlpha() const;
+    // Asks the tray to take the window in and to show it, and tells each time that it has, or has let it go.
+    [[nodiscard]] Subscription dock(WindowNumber window, std::function<void(bool isTaken)> changed);
     // The colour beside a window that the tray has taken in; absent when it cannot be seen.
     [[nodiscard]] std::optional<Color> colorBeside(WindowNumber window) const;
 
   private:
+    [[nodiscard]] bool hasAlpha(xcb_visualid_t visual) const;
     [[nodiscard]] xcb_window_t parentOf(WindowNumber window) const;
 
     XConnection& connection_;
+    XEvents& events_;
     xcb_atom_t opcode_ = 0;
     xcb_atom_t xembedInfo_ = 0;
+    xcb_atom_t visual_ = 0;
     SelectionWatch selection_;
 };
 

@@ -110,6 +110,7 @@ Desktop::Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
 
 orvellos::AppDelegate::Core Desktop::makeCore() {
     auto& core = core_.emplace(*this);
+    interface_.rememberPlacesIn(core.defaults);
     return {core.tagManager,
             core.settings,
             core.editingContext,

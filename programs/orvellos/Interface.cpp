@@ -30,13 +30,13 @@ Interface::Interface(Services services)
                   [this](platform::WindowNumber window) { activation_.bringToUser(window); }}),
       alerts_([this](platform::WindowNumber window) { activation_.activate(window); }),
       applicationActivation_([this](platform::WindowNumber window) { activation_.bringToUser(window); }),
-      tray_(services.connection, services.events, [this](bool) { findStatusHost(); }),
-      statusItem_(services.runLoop, tray_),
+      tray_(services.connection, services.events, [this] { findStatusHost(); }),
+      statusItem_({services.runLoop, tray_, services.screens}),
       statusNotifierHosts_(services.bus, [this](bool) { findStatusHost(); }),
       colorScheme_(services.bus, [](auto preference) { ui::applyColorScheme(schemeOf(preference)); }) {
     findStatusHost();
 }
 
 void Interface::findStatusHost() {
-    statusItem_.setHosts(statusNotifierHosts_.isThere(), tray_.isThere());
+    statusItem_.setHosts(statusNotifierHosts_.isThere(), tray_.owner());
 }

@@ -24,7 +24,7 @@ class Interface {
         platform::x11::XConnection& connection;
         platform::x11::XEvents& events;
         platform::x11::RawInput& rawInput;
-        const platform::x11::X11Screens& screens;
+        platform::x11::X11Screens& screens;
         std::function<platform::x11::DesktopFacts()> desktops;
         std::function<xcb_timestamp_t()> lastTime;
     };
@@ -35,6 +35,8 @@ class Interface {
     }
     [[nodiscard]] platform::Alerts& alerts() { return alerts_; }
     [[nodiscard]] platform::ApplicationActivation& applicationActivation() { return applicationActivation_; }
+    // Where the places of windows that the user moves are kept from now on.
+    void rememberPlacesIn(platform::DefaultsStore& defaults) { statusItem_.rememberPlaceIn(defaults); }
     void windowManagerChanged() { statusItem_.windowManagerChanged(); }
 
   private:

@@ -1,5 +1,6 @@
 // The status item wherever a desktop has a place for it.
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include <csignal>
@@ -43,6 +44,54 @@ class Watcher {
     StandInService service_;
 };
 
+// A system tray that has taken over from the one before, and takes in the icons of programs or does not.
+class StandInTray {
+  public:
+    enum class Takes { Icons, Nothing };
+    StandInTray(const std::string& display, Takes takes) : client_(display), takes_(takes) {
+        const auto& screen = client_.screen();
+        window_ = xcb_generate_id(client_.connection());
+        xcb_create_window(client_.connection(), XCB_COPY_FROM_PARENT, window_, screen.root, 300, 300, 60, 40,
+                          0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+        xcb_map_window(client_.connection(), window_);
+        xcb_set_selection_owner(client_.connection(), window_, client_.atom("_NET_SYSTEM_TRAY_S0"),
+                                XCB_CURRENT_TIME);
+        client_.synchronize();
+    }
+
+    // The icon that it has taken in; 0 while there is none.
+    xcb_window_t icon() {
+        while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(client_.connection())}) {
+            const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(*event);
+            if ((event->response_type & 0x7F) != XCB_CLIENT_MESSAGE || takes_ == Takes::Nothing) continue;
+            icon_ = message.data.data32[2];
+            xcb_reparent_window(client_.connection(), icon_, window_, 4, 4);
+            xcb_map_window(client_.connection(), icon_);
+        }
+        client_.synchronize();
+        return icon_;
+    }
+
+  private:
+    XClient client_;
+    Takes takes_;
+    xcb_window_t window_ = 0;
+    xcb_window_t icon_ = 0;
+};
+
+void tagTheSpace(InterfaceDesktop& desktop, const std::string& label) {
+    desktop.choose(menu_row::kCurrentSpace);
+    ASSERT_TRUE(desktop.hasKeyboard("Tag This Space"));
+    desktop.type(label);
+    desktop.press(XK_Return);
+    ASSERT_TRUE(desktop.waitForLabels({label}));
+}
+
+Rgb colorOf(const InterfaceDesktop& desktop, const std::string& label) {
+    const std::string hex = desktop.storedTag(label).at("colorHex");
+    return static_cast<Rgb>(std::stoul(hex.substr(1), nullptr, 16));
+}
+
 TEST(StatusItemTest, TheMenuOfSixtySpacesFitsOnTheScreenAndScrolls) {
     InterfaceDesktop desktop({.windowManager = {.kind = WindowManager::Openbox, .desktops = 60}});
     ASSERT_NO_FATAL_FAILURE(desktop.startApplication());
@@ -73,11 +122,7 @@ TEST(StatusItemTest, SurvivesASpaceThatIsClosedWhileItsRowIsOpen) {
 TEST(StatusItemTest, ShowsTheTagsLabelWhileTagsAreHidden) {
     InterfaceDesktop desktop({.windowManager = {.kind = WindowManager::Openbox}});
     ASSERT_NO_FATAL_FAILURE(desktop.startApplication());
-    desktop.choose(menu_row::kCurrentSpace);
-    ASSERT_TRUE(desktop.hasKeyboard("Tag This Space"));
-    desktop.type("mail");
-    desktop.press(XK_Return);
-    ASSERT_TRUE(desktop.waitForLabels({"mail"}));
+    ASSERT_NO_FATAL_FAILURE(tagTheSpace(desktop, "mail"));
     const auto bare = desktop.x().geometry(desktop.statusButton()).value();
     desktop.choose(menu_row::kHideDuringWork);
     EXPECT_TRUE(waitUntil([&] {
@@ -88,26 +133,67 @@ TEST(StatusItemTest, ShowsTheTagsLabelWhileTagsAreHidden) {
     EXPECT_TRUE(waitUntil([&] { return desktop.windowOfType("TOOLTIP") != 0; }));
 }
 
+TEST(StatusItemTest, TheButtonIsAwayFromTitleBarsAndStaysWhereItIsDragged) {
+    InterfaceDesktop desktop({.windowManager = {.kind = WindowManager::Openbox}});
+    ASSERT_NO_FATAL_FAILURE(desktop.startApplication());
+    const auto place = [&] { return desktop.x().geometry(desktop.statusButton()).value(); };
+    const auto first = place();
+    EXPECT_EQ(first, (Rectangle{1280 - 6 - first.width, 800 - 6 - first.height, first.width, first.height}));
+    desktop.devices().drag(first.x + 10, first.y + 10, 310, 210);
+    const Rectangle dragged{300, 200, first.width, first.height};
+    EXPECT_TRUE(waitUntil([&] { return place() == dragged; })) << place().x << ", " << place().y;
+    EXPECT_EQ(desktop.menu(), 0U);
+    ASSERT_TRUE(waitUntil([&] {
+        std::ifstream file(desktop.settingsFile());
+        return nlohmann::json::parse(file, nullptr, false).contains("statusButtonCorner");
+    }));
+    ASSERT_NO_FATAL_FAILURE(desktop.startApplicationAnew());
+    EXPECT_TRUE(waitUntil([&] { return place() == dragged; }));
+    EXPECT_NO_FATAL_FAILURE(desktop.openMenu());
+}
+
 TEST(StatusItemTest, MovesAsATrayComesAndGoes) {
     InterfaceDesktop desktop({.windowManager = {.kind = WindowManager::Openbox}});
     ASSERT_NO_FATAL_FAILURE(desktop.startApplication());
+    ASSERT_NO_FATAL_FAILURE(tagTheSpace(desktop, "mail"));
+    desktop.choose(menu_row::kHideDuringWork);
+    const auto color = colorOf(desktop, "mail");
     const auto isInTray = [&] {
         const auto item = desktop.statusButton();
         const auto place = desktop.x().geometry(item);
-        return place && place->y > 700 && desktop.x().frameOf(item) != item && !desktop.x().desktopOf(item);
+        return place && place->y > 700 && desktop.x().frameOf(item) != item && !desktop.x().desktopOf(item) &&
+               takePicture(desktop.x(), *place).count(color) > 60;
     };
     EXPECT_FALSE(isInTray());
-    std::optional<Process> tray(
-        desktop.start({"tint2", "-c", "/usr/share/tint2/horizontal-dark-opaque.tint2rc"}));
+    const std::vector<std::string> panel{"tint2", "-c", "/etc/xdg/tint2/tint2rc"};
+    std::optional<Process> tray(desktop.start(panel));
     ASSERT_TRUE(waitUntil(isInTray)) << tray->standardError();
+    tray.reset();
+    tray.emplace(desktop.start(panel));
+    ASSERT_TRUE(waitUntil(isInTray)) << "after a restart of the tray";
     const auto place = desktop.x().geometry(desktop.statusButton()).value();
     desktop.devices().click(place.x + place.width / 2, place.y + place.height / 2);
     ASSERT_NO_FATAL_FAILURE(desktop.enterMenu());
-    desktop.press(XK_Down, menu_row::kFirstDesktop + 1);
+    desktop.press(XK_Down, menu_row::kFirstDesktop + 2);
     desktop.press(XK_Return);
     EXPECT_TRUE(waitUntil([&] { return desktop.x().currentDesktop() == 1U; }));
     tray.reset();
-    EXPECT_TRUE(waitUntil([&] { return desktop.statusButton() && !isInTray(); })) << "back on the screen";
+    EXPECT_TRUE(waitUntil([&] { return desktop.x().desktopOf(desktop.statusButton()) == kEveryDesktop; }))
+        << "back on the screen";
+}
+
+TEST(StatusItemTest, IsNeverLostWhateverTrayTakesOver) {
+    InterfaceDesktop desktop({.windowManager = {.kind = WindowManager::Openbox}});
+    StandInTray deaf(desktop.display(), StandInTray::Takes::Nothing);
+    ASSERT_NO_FATAL_FAILURE(desktop.startApplication());
+    EXPECT_NO_FATAL_FAILURE(desktop.openMenu());
+    desktop.press(XK_Escape);
+    const auto button = desktop.statusButton();
+    StandInTray tray(desktop.display(), StandInTray::Takes::Icons);
+    ASSERT_TRUE(waitUntil([&] { return tray.icon() != 0; }));
+    EXPECT_TRUE(waitUntil([&] { return desktop.x().mapState(button) != MapState::Viewable; }));
+    StandInTray next(desktop.display(), StandInTray::Takes::Icons);
+    EXPECT_TRUE(waitUntil([&] { return next.icon() != 0 && desktop.statusButton() == next.icon(); }));
 }
 
 TEST(StatusItemTest, ComesUpThoughTheWindowManagerThatWasAskedIsGone) {
@@ -124,6 +210,7 @@ TEST(StatusItemTest, ComesUpThoughTheWindowManagerThatWasAskedIsGone) {
 TEST(StatusItemTest, IsANotifierItemWhileAHostShowsThose) {
     InterfaceDesktop desktop({.windowManager = {.kind = WindowManager::Openbox}, .sessionBus = true});
     ASSERT_NO_FATAL_FAILURE(desktop.startApplication());
+    ASSERT_NO_FATAL_FAILURE(tagTheSpace(desktop, "mail"));
     std::optional<Watcher> watcher;
     watcher.emplace(desktop.environment.at("DBUS_SESSION_BUS_ADDRESS"));
     const auto item = watcher->waitForItem();
@@ -134,9 +221,21 @@ TEST(StatusItemTest, IsANotifierItemWhileAHostShowsThose) {
                                  "org.kde.StatusNotifierItem", "ContextMenu", nullptr, nullptr, "ii", 0, 0),
               0);
     ASSERT_NO_FATAL_FAILURE(desktop.enterMenu());
-    desktop.press(XK_Down, menu_row::kFirstDesktop + 1);
+    desktop.press(XK_Down, menu_row::kHideDuringWork);
     desktop.press(XK_Return);
-    EXPECT_TRUE(waitUntil([&] { return desktop.x().currentDesktop() == 1U; }));
+    const auto shows = [&](const std::string& property, const std::string& text) {
+        return waitUntil([&] {
+            const auto answer = desktop.run({"dbus-send", "--print-reply", "--dest=" + item,
+                                             "/StatusNotifierItem", "org.freedesktop.DBus.Properties.Get",
+                                             "string:org.kde.StatusNotifierItem", "string:" + property});
+            return answer.standardOutput.find(text) != std::string::npos;
+        });
+    };
+    const auto color = colorOf(desktop, "mail");
+    EXPECT_TRUE(shows("IconPixmap", fmt::format("ff {:02x} {:02x} {:02x}", color >> 16U,
+                                                (color >> 8U) & 0xFFU, color & 0xFFU)))
+        << "the tag's colour";
+    EXPECT_TRUE(shows("ToolTip", "orvellos — mail"));
     watcher.reset();
     EXPECT_TRUE(waitUntil([&] { return desktop.statusButton() != 0; })) << "back on the screen";
 }

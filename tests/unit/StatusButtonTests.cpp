@@ -1,11 +1,16 @@
-// The status item's own button: where it is.
+// The status item's own button: where it is; and its icon in bars that show no text.
 
 #include <gtest/gtest.h>
+
+#include <QPainter>
 
 #include "platform/simulated/SimulatedDefaultsStore.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/simulated/SimulatedScreens.h"
+#include "tests/support/OffscreenApplication.h"
+#include "ui/QtColor.h"
 #include "ui/StatusButtonPlace.h"
+#include "ui/StatusIcon.h"
 
 namespace ui {
 namespace {
@@ -62,6 +67,45 @@ TEST(StatusButtonPlaceTest, StaysInSightWhereTheUserHasPutIt) {
         EXPECT_EQ(later.frame(row.size), row.frame) << "in the next run";
     }
     runLoop.advance(platform::seconds(1));
+}
+
+// How many pixels of the icon, on that ground, are near the colour.
+int pixelsNear(const QColor& color, const platform::StatusTitle& title, const QColor& ground, bool isKnown) {
+    QImage picture(22, 22, QImage::Format_RGB32);
+    picture.fill(ground);
+    QPainter(&picture).drawPixmap(0, 0,
+                                  statusIcon(title, isKnown ? std::optional(ground) : std::nullopt, 22, 1));
+    int count = 0;
+    for (int i = 0; i < 22 * 22; ++i) {
+        const QColor pixel = picture.pixelColor(i % 22, i / 22);
+        count += std::abs(pixel.red() - color.red()) + std::abs(pixel.green() - color.green()) +
+                     std::abs(pixel.blue() - color.blue()) <
+                 90;
+    }
+    return count;
+}
+
+TEST(StatusIconTest, ShowsTheTitleOnAnyGround) {
+    const desktop_test::OffscreenApplication application;
+    const platform::StatusTitle::Label mail{toColor(QColor("#3B82F6")), "Mail"};
+    const platform::StatusTitle::Label black{toColor(QColor("#101010")), "Black"};
+    for (const QColor& ground : {QColor("#101010"), QColor("#F0F0F0"), QColor("#3B82F6")})
+        for (const bool isKnown : {true, false}) {
+            SCOPED_TRACE(ground.name().toStdString() + (isKnown ? " known" : " not known"));
+            const auto count = [&](const char* color, const platform::StatusTitle& title) {
+                return pixelsNear(QColor(color), title, ground, isKnown);
+            };
+            const auto seen = [&](const platform::StatusTitle& title) {
+                return 22 * 22 - pixelsNear(ground, title, ground, isKnown);
+            };
+            EXPECT_GT(count("#3B82F6", {.label = mail}), 90) << "the tag's colour";
+            EXPECT_GT(count("#3B82F6", {.hasHiddenSymbol = true, .label = mail}), 25) << "its dot";
+            for (const platform::StatusTitle& title :
+                 {platform::StatusTitle{}, platform::StatusTitle{.label = mail},
+                  platform::StatusTitle{.label = black},
+                  platform::StatusTitle{.hasHiddenSymbol = true, .label = {}}})
+                EXPECT_GT(seen(title), 40);
+        }
 }
 
 }  // namespace

@@ -1,0 +1,23 @@
+#include "ui/StatusWords.h"
+
+#include "orvellos/StatusItemController.h"
+#include "ui/PlainText.h"
+
+namespace ui {
+
+QString statusWords(const platform::StatusTitle& title) {
+    QStringList parts{toQString(orvellos::StatusItemController::kAccessibilityDescription)};
+    if (title.label) parts << toQString(title.label->text);
+    if (title.hasHiddenSymbol) parts << toQString(orvellos::StatusItemController::kHiddenDescription);
+    return parts.join(QStringLiteral(" — "));
+}
+
+void describeStatusItem(QWidget& widget, const platform::StatusTitle& title) {
+    const auto name = toQString(orvellos::StatusItemController::kAccessibilityDescription);
+    const auto words = statusWords(title);
+    widget.setWindowTitle(name);  // by which some trays remember what the user has put where
+    widget.setAccessibleName(words);
+    widget.setToolTip(toolTipText(words.toStdString()));
+}
+
+}  // namespace ui

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QWidget>
+#include <functional>
+#include <optional>
+
+#include "platform/RunLoop.h"
+#include "platform/StatusItem.h"
+#include "platform/x11/SystemTray.h"
+
+namespace ui {
+
+// The status item as a window inside the tray that there is when it is made. It ends with that tray. A press
+// of either mouse button asks for the menu.
+class TrayIcon final : public QWidget {
+  public:
+    struct Services {  // outlive the icon
+        platform::RunLoop& runLoop;
+        platform::x11::SystemTray& tray;
+    };
+    struct Callbacks {
+        std::function<void(bool isTaken)> changed;  // the tray has taken it in, however late, or let it go
+        std::function<void()> menuRequested;
+    };
+    TrayIcon(Services services, Callbacks callbacks);
+
+    void setTitle(const platform::StatusTitle& title);
+    [[nodiscard]] QSize sizeHint() const override;
+
+  protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+
+  private:
+    void dock();
+    void hasMoved(bool isTaken);
+    void lookAtGround(platform::Duration pause);
+
+    Services services_;
+    Callbacks callbacks_;
+    platform::StatusTitle title_;
+    std::optional<QColor> ground_;  // what is behind the icon, where that can be seen
+    platform::Subscription docking_;
+    platform::Duration patience_;
+    platform::Timer askingAgain_;
+    platform::Timer looking_;
+};
+
+}  // namespace ui
