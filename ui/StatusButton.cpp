@@ -104,29 +104,31 @@ void StatusButton::paintTitle(QPainter& painter) const {
 }
 
 void StatusButton::mousePressEvent(QMouseEvent* event) {
+    pressedAt_ = event->globalPosition().toPoint();
     heldAt_ = event->position().toPoint();
 }
 
 void StatusButton::mouseMoveEvent(QMouseEvent* event) {
     if (!(event->buttons() & Qt::LeftButton)) return;
-    const auto moved = event->position().toPoint() - heldAt_;
-    if (!isDragged_ && moved.manhattanLength() < QApplication::startDragDistance()) return;
+    const auto pointer = event->globalPosition().toPoint();
+    if (!isDragged_ && (pointer - pressedAt_).manhattanLength() < QApplication::startDragDistance()) return;
     isDragged_ = true;
     setCursor(Qt::ClosedHandCursor);
-    move(event->globalPosition().toPoint() - heldAt_);
+    move(pointer - heldAt_);
 }
 
 void StatusButton::mouseReleaseEvent(QMouseEvent* event) {
-    if (isDragged_) return endDrag();
+    // The window manager may still be telling of places on the way there.
+    if (isDragged_) return drop(event->globalPosition().toPoint() - heldAt_);
     if (event->button() == Qt::LeftButton || event->button() == Qt::RightButton) menuRequested_();
 }
 
-void StatusButton::endDrag() {
+void StatusButton::drop(const QPoint& place) {
     isDragged_ = false;
     unsetCursor();
-    const auto corner = fromToolkit(pos(), services_.screens);
-    services_.place.put(
-        {corner.x, corner.y - height(), static_cast<double>(width()), static_cast<double>(height())});
+    const auto corner = fromToolkit(place, services_.screens);
+    const auto size = QSizeF(this->size());
+    services_.place.put({corner.x, corner.y - size.height(), size.width(), size.height()});
     settle();
 }
 

@@ -32,12 +32,13 @@ class StatusButton final : public QAbstractButton {
   private:
     [[nodiscard]] QFont titleFont() const;
     void paintTitle(QPainter& painter) const;
-    void endDrag();
+    void drop(const QPoint& place);
 
     Services services_;
     std::function<void()> menuRequested_;
     platform::StatusTitle title_;
-    QPoint heldAt_;  // the place of the press in the button
+    QPoint pressedAt_;
+    QPoint heldAt_;  // the same in the button
     bool isDragged_ = false;
 };
 
