@@ -21,7 +21,6 @@ constexpr auto kFirstLook = std::chrono::milliseconds(200);
 constexpr auto kLastLook = std::chrono::seconds(2);
 constexpr int kSize = 22;
 constexpr int kLargest = 36;
-constexpr QPoint kOffScreen(-200, -200);
 
 platform::WindowNumber windowOf(const QWidget& widget) {
     return {static_cast<std::int64_t>(widget.winId())};
@@ -35,11 +34,11 @@ TrayIcon::TrayIcon(Services services, Callbacks callbacks)
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_AlwaysShowToolTips);
     setAttribute(Qt::WA_TranslucentBackground, services.tray.wantsAlpha());
-    setWindowFlags(Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus |
-                   Qt::X11BypassWindowManagerHint);
-    // Shown where nobody sees it until the tray takes it in: one that is shown later closes an open menu.
-    setGeometry(QRect(kOffScreen, sizeHint()));
-    show();
+    // An icon that bypasses the window manager would bypass the tray's sockets as well.
+    setWindowFlags(Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus);
+    resize(sizeHint());
+    setMinimumSize(sizeHint());  // some trays give an icon no more than it asks for
+    winId();
     if (auto* connection = toolkitConnection()) xcb_flush(connection);  // the tray has to find the window
     dock();
 }
@@ -62,6 +61,7 @@ void TrayIcon::dock() {
 
 void TrayIcon::hasMoved(bool isTaken) {
     looking_.cancel();
+    setVisible(isTaken);
     if (isTaken) {
         askingAgain_.cancel();
         lookAtGround(kFirstLook);

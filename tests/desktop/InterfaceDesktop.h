@@ -62,14 +62,7 @@ class InterfaceDesktop : public DesktopWithTags {
                 return each;
         return 0;
     }
-    // Not the icon that waits, off the screen, for a tray to take it in.
-    xcb_window_t statusButton() {
-        for (const auto each : x().allWindows())
-            if (x().text(each, "_NET_WM_NAME") == "orvellos" && x().mapState(each) == MapState::Viewable &&
-                x().geometry(each).value_or(Rectangle{-1}).x >= 0)
-                return each;
-        return 0;
-    }
+    xcb_window_t statusButton() { return shown("orvellos"); }
     // The alert that has the keyboard; 0 when there is none. The status button has the same title.
     xcb_window_t alert() {
         const auto active = x().activeWindow();

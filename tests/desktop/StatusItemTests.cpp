@@ -165,21 +165,23 @@ TEST(StatusItemTest, MovesAsATrayComesAndGoes) {
                takePicture(desktop.x(), *place).count(color) > 60;
     };
     EXPECT_FALSE(isInTray());
-    const std::vector<std::string> panel{"tint2", "-c", "/etc/xdg/tint2/tint2rc"};
-    std::optional<Process> tray(desktop.start(panel));
-    ASSERT_TRUE(waitUntil(isInTray)) << tray->standardError();
-    tray.reset();
-    tray.emplace(desktop.start(panel));
-    ASSERT_TRUE(waitUntil(isInTray)) << "after a restart of the tray";
-    const auto place = desktop.x().geometry(desktop.statusButton()).value();
-    desktop.devices().click(place.x + place.width / 2, place.y + place.height / 2);
-    ASSERT_NO_FATAL_FAILURE(desktop.enterMenu());
-    desktop.press(XK_Down, menu_row::kFirstDesktop + 2);
-    desktop.press(XK_Return);
-    EXPECT_TRUE(waitUntil([&] { return desktop.x().currentDesktop() == 1U; }));
-    tray.reset();
-    EXPECT_TRUE(waitUntil([&] { return desktop.x().desktopOf(desktop.statusButton()) == kEveryDesktop; }))
-        << "back on the screen";
+    for (const std::vector<std::string>& command : {
+             std::vector<std::string>{"tint2", "-c", "/etc/xdg/tint2/tint2rc"},
+             {"trayer", "--edge", "bottom", "--height", "24"},
+         }) {
+        SCOPED_TRACE(command.front());
+        std::optional<Process> tray(desktop.start(command));
+        ASSERT_TRUE(waitUntil(isInTray)) << tray->standardError();
+        tray.reset();
+        tray.emplace(desktop.start(command));
+        ASSERT_TRUE(waitUntil(isInTray)) << "after a restart of the tray";
+        ASSERT_NO_FATAL_FAILURE(desktop.openMenu());
+        desktop.press(XK_Escape);
+        ASSERT_TRUE(waitUntil([&] { return desktop.menu() == 0; }));
+        tray.reset();
+        EXPECT_TRUE(waitUntil([&] { return desktop.x().desktopOf(desktop.statusButton()) == kEveryDesktop; }))
+            << "back on the screen";
+    }
 }
 
 TEST(StatusItemTest, IsNeverLostWhateverTrayTakesOver) {
