@@ -11,7 +11,6 @@ namespace ui {
 namespace {
 
 using platform::Point;
-using platform::Rect;
 using platform::Screen;
 
 // The screen with the place, else the main one.
