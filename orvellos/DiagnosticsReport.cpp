@@ -27,11 +27,20 @@ std::vector<TextPair> redactedLabels(std::span<const Tag> tags) {
     return pairs;
 }
 
+// A name in the folder that no report of the same second has.
+std::filesystem::path freeName(const platform::FileSystem& files, const std::filesystem::path& folder,
+                               const std::string& name) {
+    constexpr int kMost = 100;
+    auto file = folder / (name + ".txt");
+    for (int i = 2; i <= kMost && files.exists(file); ++i) file = folder / fmt::format("{}-{}.txt", name, i);
+    return file;
+}
+
 // Shows the file once it is written. In the temporary folder, which may be everybody's, nothing is written
 // through a name that is there already.
 platform::MaybeError writeAndReveal(const DiagnosticsServices& services, const std::filesystem::path& folder,
                                     const std::string& name, const std::string& report) {
-    const auto file = folder / name;
+    const auto file = freeName(services.files, folder, name);
     auto error = folder == services.folders.temporary() ? services.files.writeNew(file, report)
                                                         : services.files.writeAtomically(file, report);
     if (!error) services.fileBrowser.reveal(file);
@@ -88,8 +97,8 @@ void saveDiagnostics(const DiagnosticsServices& services, const Settings& settin
                      std::span<const Tag> tags) {
     const auto report =
         buildDiagnosticsReport(diagnosticsHeader(services, settings, tags.size()), redactedLabels(tags));
-    const auto name = fmt::format("orvellos-diagnostics-{}.txt",
-                                  platform::localTimeText(services.clock.wallNow(), "%Y%m%d-%H%M%S"));
+    const auto name =
+        "orvellos-diagnostics-" + platform::localTimeText(services.clock.wallNow(), "%Y%m%d-%H%M%S");
     const auto temporary = services.folders.temporary();
     const auto folder = services.folders.desktop().value_or(temporary);
     const auto error = writeAndReveal(services, folder, name, report);

@@ -40,8 +40,9 @@ struct DiagnosticsServices {
 [[nodiscard]] std::vector<TextPair> diagnosticsHeader(const DiagnosticsServices& services,
                                                       const Settings& settings, std::size_t tagCount);
 
-// Writes the report to the user's Desktop, else to the temporary folder, and shows the file. A failure of the
-// Desktop is logged, one of both is silent.
+// Writes the report to the user's Desktop, else to the temporary folder, and shows the file. A second one of
+// the same second has a number at the end of its name. A failure of the Desktop is logged, one of both is
+// silent.
 void saveDiagnostics(const DiagnosticsServices& services, const Settings& settings,
                      std::span<const Tag> tags);
 

@@ -12,6 +12,7 @@ using Path = std::filesystem::path;
 using Paths = std::vector<Path>;
 
 constexpr const char* kName = "orvellos-diagnostics-20260314-143000.txt";
+constexpr const char* kSecondName = "orvellos-diagnostics-20260314-143000-2.txt";
 
 class DiagnosticsReportTests : public ApplicationTest {
   protected:
@@ -77,9 +78,10 @@ TEST_F(DiagnosticsReportTests, SavesWhereItCanAndShowsTheFile) {
         std::string failure;
     };
     const Row rows[] = {
-        {"Desktop", desktop, {desktop / kName}, {}, {desktop / kName}, ""},
+        {"Desktop", desktop, {}, {}, {desktop / kName}, ""},
+        {"Desktop, again", desktop, {desktop / kName}, {}, {desktop / kSecondName}, ""},
         {"no Desktop", {}, {}, {}, {temporary / kName}, ""},
-        {"no Desktop, planted", {}, {temporary / kName}, {}, {}, "rename: File exists"},
+        {"no Desktop, again", {}, {temporary / kName}, {}, {temporary / kSecondName}, ""},
         {"Desktop not writable", desktop, {}, {desktop}, {temporary / kName}, "open: Permission denied"},
         {"nothing writable", desktop, {}, {"/"}, {}, "open: Permission denied"}};
     const auto before = desktop_.files;
