@@ -9,6 +9,7 @@ namespace {
 
 constexpr const char* kService = "org.freedesktop.PackageKit";
 constexpr const char* kTransaction = "org.freedesktop.PackageKit.Transaction";
+constexpr const char* kNoAnswer = "PackageKit does not answer.";
 
 BusCall busCall(const char* member) {
     return {.service = "org.freedesktop.DBus",
@@ -52,6 +53,7 @@ void PackageKitUpdates::checkForUpdates(std::function<void(const UpdateAnswer&)>
     answered_ = std::move(answered);
     newVersion_.reset();
     signals_.clear();
+    end_.reset();
     question_ = bus_.call({.service = kService,
                            .path = "/org/freedesktop/PackageKit",
                            .interface = kService,
@@ -63,7 +65,7 @@ void PackageKitUpdates::checkForUpdates(std::function<void(const UpdateAnswer&)>
                               if (path)
                                   followTransaction(*path);
                               else
-                                  finish(Error{"PackageKit does not answer."});
+                                  finish(Error{kNoAnswer});
                           });
 }
 
@@ -79,6 +81,9 @@ void PackageKitUpdates::followTransaction(const std::string& path) {
         finish(Error{textAt(arguments, 1).value_or("PackageKit reports an error.")});
     });
     follow("Finished", [this](const auto&) { finish(std::nullopt); });
+    end_.emplace(bus_, kService, [this](bool isRunning) {
+        if (!isRunning) finish(Error{kNoAnswer});
+    });
     constexpr std::uint64_t kNoFilter = 0;
     question_ = bus_.call({.service = kService,
                            .path = path,

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/UpdateService.h"
+#include "platform/freedesktop/BusServiceWatch.h"
 #include "platform/freedesktop/SessionBus.h"
 
 namespace platform::freedesktop {
@@ -35,6 +36,7 @@ class PackageKitUpdates final : public UpdateService {
     Subscription starting_;
     Subscription question_;
     std::vector<Subscription> signals_;
+    std::optional<BusServiceWatch> end_;  // of a service that was asked
 };
 
 }  // namespace platform::freedesktop

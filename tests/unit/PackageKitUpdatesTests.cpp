@@ -95,6 +95,15 @@ TEST_F(PackageKitUpdatesTests, TellsWhatWentWrongOnce) {
         ASSERT_TRUE(waitForAnswer());
         EXPECT_EQ(answer_->error, Error{"No network"});
     }
+    {
+        std::optional<StandInService> service;
+        service.emplace(daemon_.address(), "org.freedesktop.PackageKit", packageKit());
+        check();
+        ASSERT_TRUE(waitForQuestion(*service));
+        service.reset();
+        ASSERT_TRUE(waitForAnswer()) << "it ended while it was looking";
+        EXPECT_EQ(answer_->error, Error{"PackageKit does not answer."});
+    }
     for (const auto& [refused, text] : {std::pair("CreateTransaction", "PackageKit does not answer."),
                                         {"GetUpdates", "PackageKit does not look for updates."}}) {
         const StandInService service(daemon_.address(), "org.freedesktop.PackageKit", packageKit(refused));
