@@ -78,6 +78,7 @@ void AppDelegate::startUserInterface() {
     };
     makePanels();
     manager.onTagClicked = [this] { panelController_->toggleEditPanel(); };
+    reopened_ = services_.applications.onActivated([this] { panelController_->bringToFront(); });
     makeStatusItem();
     installHotkeys(core_->hotkeys, {manager, services_.spaces, core_->settings, *panelController_});
     welcomeUser();

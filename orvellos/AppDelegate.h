@@ -78,6 +78,7 @@ class AppDelegate {
     std::optional<UndoToast> undoToast_;
     std::optional<PanelController> panelController_;
     std::optional<StatusItemController> statusController_;
+    platform::Subscription reopened_;
     platform::Timer nextStep_;
 };
 

@@ -114,6 +114,11 @@ void PanelController::toggleEditPanel() {
         showEditPanel();
 }
 
+void PanelController::bringToFront() {
+    if (open_.empty()) return showEditPanel();
+    for (const auto kind : std::vector(open_)) show(kind);
+}
+
 void PanelController::show(PanelKind kind) {
     if (!panel(kind)) {
         panel(kind) = make(kind);
@@ -123,6 +128,8 @@ void PanelController::show(PanelKind kind) {
                                                                      [this, kind] { close(kind); });
         if (traits.editingSource) services_.editingContext.begin(traits.editingSource);
     }
+    std::erase(open_, kind);
+    open_.push_back(kind);
     panel(kind)->window->makeKeyAndOrderFront();
 }
 
@@ -228,6 +235,7 @@ AutoDismiss::ClickedWindow PanelController::identify(PanelKind kind, WindowNumbe
 // Whoever closed the panel may be part of it, so it goes at a later turn.
 void PanelController::forget(PanelKind kind) {
     if (!panel(kind)) return;
+    std::erase(open_, kind);
     panel(kind)->autoDismiss.reset();
     closed_.push_back(std::exchange(panel(kind), nullptr));
     clearing_ = services_.runLoop.after(platform::Duration::zero(), [this] { closed_.clear(); });

@@ -46,6 +46,9 @@ class PanelController {
     void toggleCreatePanel(const std::optional<std::string>& spaceUUID);
     void toggleEditPanel();
 
+    // Brings the open panels to the user, the one that was shown last in front; without any, shows the list.
+    void bringToFront();
+
     [[nodiscard]] bool isVisible(PanelKind kind) const;
     void close(PanelKind kind);
 
@@ -84,6 +87,7 @@ class PanelController {
     WelcomeForm::Mode welcomeMode_ = WelcomeForm::Mode::FirstRun;
     std::random_device random_;
     std::array<std::unique_ptr<Panel>, 6> panels_;
+    std::vector<PanelKind> open_;  // the one that was shown last at the end
     std::vector<std::unique_ptr<Panel>> closed_;
     platform::Timer clearing_;
 };

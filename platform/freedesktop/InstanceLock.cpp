@@ -21,13 +21,13 @@ constexpr mode_t kOthers = 0077;
 constexpr mode_t kLockFile = 01600;
 
 // The name for the display, whichever of its screens is meant, without a slash.
-std::string lockFileName(std::string_view display) {
+std::string nameFor(std::string_view display) {
     const auto dot = display.rfind('.');
     if (dot != std::string_view::npos && display.find(':') < dot) display = display.substr(0, dot);
     auto name = percentEncoded(display);
     for (auto slash = name.find('/'); slash != std::string::npos; slash = name.find('/', slash))
         name.replace(slash, 1, "%2F");
-    return "orvello-" + name + ".lock";
+    return "orvello-" + name;
 }
 
 FileDescriptor openRuntimeFolder(const Environment& environment) {
@@ -40,8 +40,8 @@ FileDescriptor openRuntimeFolder(const Environment& environment) {
 }
 
 // Under the temporary folder anybody may have put something in our place.
-FileDescriptor openPrivateFolder(const fs::path& temporary) {
-    const auto path = temporary / fmt::format("orvello-{}", ::geteuid());
+FileDescriptor openPrivateFolder(const Environment& environment) {
+    const auto path = XdgFolders(environment).temporary() / fmt::format("orvello-{}", ::geteuid());
     (void)::mkdir(path.c_str(), kPrivateFolder);
     FileDescriptor folder(::open(path.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
     struct stat status {};
@@ -68,10 +68,17 @@ struct flock wholeFile() {
 
 }  // namespace
 
-InstanceLock::InstanceLock(std::string_view display, const Environment& environment) {
-    const auto name = lockFileName(display);
-    file_ = openLockFile(openRuntimeFolder(environment), name);
-    if (!file_.isOpen()) file_ = openLockFile(openPrivateFolder(XdgFolders(environment).temporary()), name);
+InstanceLock::InstanceLock(std::string_view display, DescriptorWatcher& descriptors,
+                           const Environment& environment)
+    : descriptors_(descriptors) {
+    const auto name = nameFor(display);
+    for (const auto open : {openRuntimeFolder, openPrivateFolder}) {
+        auto folder = open(environment);
+        file_ = openLockFile(folder, name + ".lock");
+        if (!file_.isOpen()) continue;
+        activation_.emplace(std::move(folder), name + ".activate");
+        break;
+    }
     (void)take();
 }
 
@@ -90,6 +97,14 @@ std::vector<ProcessId> InstanceLock::withBundleIdentifier(std::string_view ident
 
 bool InstanceLock::hasTerminated(ProcessId /*application*/) const {
     return take();
+}
+
+void InstanceLock::activate(ProcessId /*application*/) {
+    if (activation_) activation_->send();
+}
+
+Subscription InstanceLock::onActivated(std::function<void()> handler) {
+    return activation_ ? activation_->onRequest(descriptors_, std::move(handler)) : Subscription();
 }
 
 bool InstanceLock::take() const {

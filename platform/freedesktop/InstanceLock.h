@@ -1,9 +1,11 @@
 #pragma once
 
+#include <optional>
 #include <string_view>
 
 #include "platform/RunningApplications.h"
 #include "platform/freedesktop/FileDescriptor.h"
+#include "platform/freedesktop/RequestPipe.h"
 #include "platform/freedesktop/XdgFolders.h"
 
 namespace platform::freedesktop {
@@ -14,8 +16,9 @@ namespace platform::freedesktop {
 // instance is ever known. One object a process: the lock is the process's.
 class InstanceLock final : public RunningApplications {
   public:
-    // `display` is the X display's name. Takes the lock if it is free.
-    explicit InstanceLock(std::string_view display, const Environment& environment = processEnvironment);
+    // `display` is the X display's name. Takes the lock if it is free. The watcher outlives it.
+    InstanceLock(std::string_view display, DescriptorWatcher& descriptors,
+                 const Environment& environment = processEnvironment);
 
     [[nodiscard]] ProcessId currentProcess() const override;
     // The process that holds the lock, for this program's own identifier, and nothing for any other. A lock
@@ -23,14 +26,17 @@ class InstanceLock final : public RunningApplications {
     [[nodiscard]] std::vector<ProcessId> withBundleIdentifier(std::string_view identifier) const override;
     // Whether the lock could be taken over: this process is the instance now.
     [[nodiscard]] bool hasTerminated(ProcessId application) const override;
-    // Does nothing: an application without windows of its own in front has nothing to bring forward.
-    void activate(ProcessId /*application*/) override {}
+    // Asks whichever process holds the lock, through a pipe beside it.
+    void activate(ProcessId application) override;
+    Subscription onActivated(std::function<void()> handler) override;
 
   private:
     // True also where there is nothing to lock.
     [[nodiscard]] bool take() const;
 
+    DescriptorWatcher& descriptors_;
     FileDescriptor file_;
+    std::optional<RequestPipe> activation_;  // absent where there is nothing to lock
 };
 
 }  // namespace platform::freedesktop

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/ApplicationLauncher.h"
+#include "platform/Observers.h"
 #include "platform/RunningApplications.h"
 
 namespace platform::simulated {
@@ -42,6 +43,14 @@ class SimulatedApplications final : public ApplicationLauncher, public RunningAp
         return std::ranges::none_of(running, [&](const auto& each) { return each.second == application; });
     }
     void activate(ProcessId application) override { activated.push_back(application); }
+    Subscription onActivated(std::function<void()> handler) override {
+        return activations_.subscribe(std::move(handler));
+    }
+    // Another instance asks this one to come to the front.
+    void activateThis() { activations_.notify(); }
+
+  private:
+    Observers<> activations_;
 };
 
 }  // namespace platform::simulated

@@ -59,6 +59,14 @@ TEST_P(PanelTest, ComeUpWhereTheUserIsAndGoWithAClickElsewhere) {
     ASSERT_TRUE(desktop_.hasKeyboard("Edit Tag"));
     desktop_.devices().click(60, 600);
     EXPECT_TRUE(desktop_.isGone("Edit Tag"));
+
+    // Started once more, the program has the one that runs show itself.
+    EXPECT_EQ(desktop_.run({desktop_.program("orvello")}).status, 0);
+    ASSERT_TRUE(desktop_.hasKeyboard("About orvellos")) << "it was open on another Space";
+    desktop_.press(XK_Escape);
+    ASSERT_TRUE(desktop_.isGone("About orvellos"));
+    EXPECT_EQ(desktop_.run({desktop_.program("orvello")}).status, 0);
+    EXPECT_TRUE(desktop_.hasKeyboard("Edit Tag"));
 }
 
 TEST_P(PanelTest, TheToastIsOnEverySpaceAndNeverTakesTheKeyboard) {

@@ -17,7 +17,6 @@ struct SimulatedPanel {
     platform::PanelShell shell;
     PanelContent content;
     std::function<void()> willClose;
-    int timesShown = 0;
     bool visible = false;
 
     void close() {
@@ -39,6 +38,7 @@ class SimulatedPanelHost final : public PanelHost {
     std::map<platform::WindowNumber, std::shared_ptr<SimulatedPanel>> panels;
     std::map<platform::WindowNumber, std::shared_ptr<SimulatedToast>> toasts;
     bool colorPanelVisible = false;
+    std::vector<std::string> shown;  // the panels' titles, whenever one is brought to the front
 
     [[nodiscard]] std::unique_ptr<platform::PanelWindow> makePanel(const platform::PanelShell& shell,
                                                                    const PanelContent& content,
@@ -77,7 +77,7 @@ class SimulatedPanelHost final : public PanelHost {
         [[nodiscard]] bool isVisible() const override { return host_.panels.at(number_)->visible; }
         void makeKeyAndOrderFront() override {
             host_.panels.at(number_)->visible = true;
-            ++host_.panels.at(number_)->timesShown;
+            host_.shown.push_back(host_.panels.at(number_)->shell.title);
         }
         void close() override { host_.panels.at(number_)->close(); }
 

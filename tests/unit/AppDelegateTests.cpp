@@ -116,6 +116,23 @@ TEST_F(AppDelegateTests, OnlyOneInstanceRuns) {
               "orvello: deferring to running instance (pid 7) and quitting");
 }
 
+TEST_F(AppDelegateTests, ShowsItselfWhenItIsStartedAgain) {
+    delegate_.applicationDidFinishLaunching();
+    settle();
+    const auto startAgain = [this] { desktop_.applications.activateThis(); };
+    startAgain();
+    startAgain();
+    for (const auto& item : desktop_.statusItem.openMenu())
+        if (item.title == "About orvellos") item.action();
+    startAgain();
+    EXPECT_EQ(std::exchange(host_.shown, {}),
+              (Texts{"Edit Tag", "Edit Tag", "About orvellos", "Edit Tag", "About orvellos"}))
+        << "what is open comes to the front, in the order it was shown";
+    host_.titled("Edit Tag")->close();
+    startAgain();
+    EXPECT_EQ(host_.shown, Texts{"About orvellos"});
+}
+
 TEST_F(AppDelegateTests, EndingDuringTheWaitStopsNothing) {
     desktop_.applications.running.emplace("org.norvath.orvello", 7);
     delegate_.applicationDidFinishLaunching();

@@ -9,6 +9,7 @@
 #include <fstream>
 #include <map>
 
+#include "tests/support/MainLoop.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace platform::freedesktop {
@@ -37,7 +38,8 @@ class OtherInstance {
         FileDescriptor writing(ready[1]);
         process_ = ::fork();
         if (process_ == 0) {
-            const InstanceLock lock(display, environmentOf(variables));
+            ui::QtRunLoop neverRuns;
+            const InstanceLock lock(display, neverRuns, environmentOf(variables));
             (void)!::write(writing.number(), "", 1);
             for (;;) ::pause();
         }
@@ -63,8 +65,8 @@ class OtherInstance {
 
 class InstanceLockTest : public testing::Test {
   protected:
-    [[nodiscard]] InstanceLock lockFor(const std::string& display) const {
-        return InstanceLock(display, environmentOf(variables_));
+    [[nodiscard]] InstanceLock lockFor(const std::string& display) {
+        return InstanceLock(display, mainLoop_.runLoop, environmentOf(variables_));
     }
     void write(const std::string& text) const { std::ofstream(file_) << text; }
     [[nodiscard]] std::string read() const {
@@ -72,6 +74,7 @@ class InstanceLockTest : public testing::Test {
         return {std::istreambuf_iterator<char>(stream), {}};
     }
 
+    desktop_test::MainLoop mainLoop_;
     desktop_test::TemporaryFolder runtime_, temporary_;
     Variables variables_ = {{"XDG_RUNTIME_DIR", runtime_.path()}, {"TMPDIR", temporary_.path()}};
     fs::path file_ = runtime_.path() / "orvello-%3A7.lock";
@@ -176,6 +179,33 @@ TEST_F(InstanceLockTest, StartsWhereTheLockCannotBe) {
     }
     std::ifstream stream(target);
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(stream), {}), "precious");
+}
+
+TEST_F(InstanceLockTest, AsksTheRunningInstanceToComeToTheFrontAndNeverWaits) {
+    const auto pipe = runtime_.path() / "orvello-%3A7.activate";
+    const std::tuple<const char*, std::function<void()>, int, bool> rows[] = {
+        {"a busy one, more often than a pipe holds", [] {}, 70'000, true},
+        {"after one that has ended", [&] { ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0); }, 1, true},
+        {"a file", [&] { desktop_test::writeFile(pipe, "precious"); }, 1, false},
+        {"open to others", [&] { (void)(::mkfifo(pipe.c_str(), 0600) + ::chmod(pipe.c_str(), 0622)); }, 1,
+         false}};
+    for (const auto& [name, plant, requests, works] : rows) {
+        SCOPED_TRACE(name);
+        plant();
+        auto second = lockFor(":7");
+        second.activate(1);
+        auto lock = lockFor(":7");
+        int activations = 0;
+        const auto activated = lock.onActivated([&] { ++activations; });
+        lockFor(":8").activate(1);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(activations, 0) << "nobody meant this one";
+        for (int i = 0; i < requests; ++i) second.activate(1);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(activations > 0, works);
+        EXPECT_TRUE(!fs::is_regular_file(pipe) || fs::file_size(pipe) == 8);
+        fs::remove(pipe);
+    }
 }
 
 TEST_F(InstanceLockTest, LeavesTheLockToNoChild) {

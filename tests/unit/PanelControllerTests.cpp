@@ -47,7 +47,7 @@ TEST_F(PanelControllerTest, MakesEachPanelOnceAndShowsItAgain) {
         ASSERT_EQ(host_.panels.size(), 1U);
         const auto& panel = *host_.titled(row.title);
         EXPECT_EQ(panel.shell.contentSize, row.size);
-        EXPECT_EQ(panel.timesShown, 2);
+        EXPECT_EQ(std::ranges::count(host_.shown, row.title), 2);
         EXPECT_EQ(editing_.sources(),
                   row.editing ? std::set<std::string>{row.editing} : std::set<std::string>());
         desktop_.mouse.pressElsewhere();
