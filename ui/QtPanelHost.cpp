@@ -32,10 +32,14 @@ class PanelHandle final : public platform::PanelWindow {
 
 class ToastHandle final : public platform::ToastWindow {
   public:
-    ToastHandle(const orvellos::UndoToastView& view, const platform::Screens& screens)
-        : toast_(new QtToast(view)), screens_(screens) {
-        toast_->adjustSize();
-    }
+    ToastHandle(const orvellos::UndoToastView& view, const QtPanelHost::Services& services)
+        : toast_(new QtToast(view)),
+          screens_(services.screens),
+          compositing_(services.followCompositing([this](bool isComposited) {
+              const auto before = toast_->capsule().topLeft();
+              toast_->setComposited(isComposited);
+              toast_->move(toast_->pos() + before - toast_->capsule().topLeft());
+          })) {}
     ~ToastHandle() override {
         toast_->hide();
         toast_->deleteLater();
@@ -45,10 +49,12 @@ class ToastHandle final : public platform::ToastWindow {
         return {static_cast<std::int64_t>(toast_->winId())};
     }
     [[nodiscard]] platform::Size fittingSize() const override {
-        return {static_cast<double>(toast_->width()), static_cast<double>(toast_->height())};
+        const auto size = toast_->capsule().size();
+        return {static_cast<double>(size.width()), static_cast<double>(size.height())};
     }
     void setFrameOrigin(platform::Point origin) override {
-        toast_->move(toToolkit({origin.x, origin.y + toast_->height()}, screens_));
+        const auto capsule = toast_->capsule();
+        toast_->move(toToolkit({origin.x, origin.y + capsule.height()}, screens_) - capsule.topLeft());
     }
     void orderFrontRegardless() override {
         toast_->show();
@@ -58,6 +64,7 @@ class ToastHandle final : public platform::ToastWindow {
   private:
     QtToast* toast_;
     const platform::Screens& screens_;
+    platform::Subscription compositing_;
 };
 
 }  // namespace
@@ -86,7 +93,7 @@ std::unique_ptr<platform::PanelWindow> QtPanelHost::makePanel(const platform::Pa
 }
 
 std::unique_ptr<platform::ToastWindow> QtPanelHost::makeToast(const orvellos::UndoToastView& view) {
-    return std::make_unique<ToastHandle>(view, services_.screens);
+    return std::make_unique<ToastHandle>(view, services_);
 }
 
 bool QtPanelHost::isPanel(platform::WindowNumber window) const {

@@ -12,11 +12,12 @@ namespace ui {
 class QtPanelHost final : public orvellos::PanelHost {
   public:
     // `bringToUser` takes a window that is on the screen to where the user is; the menu bar's keys work in
-    // every panel.
+    // every panel. `followCompositing` tells at once and on every change whether there is a compositor.
     struct Services {
         const QtMenuBar& menuBar;
         const platform::Screens& screens;
         std::function<void(platform::WindowNumber)> bringToUser;
+        std::function<platform::Subscription(std::function<void(bool)>)> followCompositing;
     };
     explicit QtPanelHost(Services services) : services_(std::move(services)) {}
 

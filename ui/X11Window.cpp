@@ -1,5 +1,7 @@
 #include "ui/X11Window.h"
 
+#include <xcb/shape.h>
+
 #include <QGuiApplication>
 #include <cstdlib>
 #include <memory>
@@ -41,6 +43,18 @@ void setWindowType(const QWidget& window, const char* type) {
 
 void putOnEveryDesktop(const QWidget& window) {
     if (toolkitConnection()) setProperty(window, "_NET_WM_DESKTOP", XCB_ATOM_CARDINAL, 0xFFFFFFFF);
+}
+
+void setInputArea(const QWidget& window, const QRect& area) {
+    auto* connection = toolkitConnection();
+    if (!connection) return;
+    const double ratio = window.devicePixelRatioF();
+    const auto pixels = QRectF(QPointF(area.topLeft()) * ratio, QSizeF(area.size()) * ratio).toAlignedRect();
+    const xcb_rectangle_t rectangle = {
+        static_cast<std::int16_t>(pixels.x()), static_cast<std::int16_t>(pixels.y()),
+        static_cast<std::uint16_t>(pixels.width()), static_cast<std::uint16_t>(pixels.height())};
+    xcb_shape_rectangles(connection, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED,
+                         static_cast<xcb_window_t>(window.winId()), 0, 0, 1, &rectangle);
 }
 
 void mapAgain(const QWidget& window) {

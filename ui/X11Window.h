@@ -16,6 +16,8 @@ namespace ui {
 void setWindowType(const QWidget& window, const char* type);
 // Has a window that is shown from now on be on every desktop.
 void putOnEveryDesktop(const QWidget& window);
+// Has the mouse meet that part of the window alone, given in the toolkit's points; the rest is only seen.
+void setInputArea(const QWidget& window, const QRect& area);
 // Asks again for a shown window to be mapped. A window manager that ends leaves what it was asked undone.
 void mapAgain(const QWidget& window);
 

@@ -129,9 +129,15 @@ void X11WindowSystem::followCompositor(bool composited) {
     const auto follow = [this, composited] {
         context_.composited = composited;
         refresh();
+        compositingChanged_.notify(composited);
     };
     if (!composited) return follow();
     compositorStarts_ = context_.runLoop.after(kCompositorStarts, follow);
+}
+
+Subscription X11WindowSystem::followCompositing(const std::function<void(bool)>& action) {
+    action(context_.composited);
+    return compositingChanged_.subscribe(action);
 }
 
 void X11WindowSystem::refresh() {

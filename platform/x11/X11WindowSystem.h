@@ -3,6 +3,7 @@
 #include <map>
 #include <memory>
 
+#include "platform/Observers.h"
 #include "platform/Spaces.h"
 #include "platform/x11/SelectionWatch.h"
 #include "platform/x11/X11TagSurface.h"
@@ -37,6 +38,8 @@ class X11WindowSystem final : public WindowSystem, public WindowSpaces {
     void setDesktopGridOpen(bool isOpen);
     // Nothing is known of a window's Spaces until it has been put on one again.
     void desktopsWereRenumbered();
+    // Tells at once and on every change whether a compositor shows the windows.
+    Subscription followCompositing(const std::function<void(bool isComposited)>& action);
     // Another window manager has taken over: tells it again what it should know of the tag windows.
     void reassertStates();
 
@@ -53,6 +56,7 @@ class X11WindowSystem final : public WindowSystem, public WindowSpaces {
     bool isDesktopGridOpen_ = false;
     Subscription events_;
     Subscription screensChanged_;
+    Observers<bool> compositingChanged_;
     SelectionWatch compositor_;
     Timer compositorStarts_;
 };

@@ -27,7 +27,10 @@ Interface::Interface(Services services)
       mouse_(services.rawInput, services.connection,
              {ui::toolkitConnection(), [this](xcb_timestamp_t time) { return menuClicks_.hasTaken(time); }}),
       panelHost_({menuBar_, services.screens,
-                  [this](platform::WindowNumber window) { activation_.bringToUser(window); }}),
+                  [this](platform::WindowNumber window) { activation_.bringToUser(window); },
+                  [&windowSystem = services.windowSystem](const auto& action) {
+                      return windowSystem.followCompositing(action);
+                  }}),
       alerts_([this](platform::WindowNumber window) { activation_.activate(window); }),
       applicationActivation_([this](platform::WindowNumber window) { activation_.bringToUser(window); }),
       tray_(services.connection, services.events, [this] { findStatusHost(); }),

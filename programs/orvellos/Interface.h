@@ -6,6 +6,7 @@
 #include "platform/x11/SystemTray.h"
 #include "platform/x11/WindowActivation.h"
 #include "platform/x11/X11MouseMonitor.h"
+#include "platform/x11/X11WindowSystem.h"
 #include "ui/MenuClicks.h"
 #include "ui/QtActivation.h"
 #include "ui/QtAlerts.h"
@@ -25,6 +26,7 @@ class Interface {
         platform::x11::XEvents& events;
         platform::x11::RawInput& rawInput;
         platform::x11::X11Screens& screens;
+        platform::x11::X11WindowSystem& windowSystem;
         std::function<platform::x11::DesktopFacts()> desktops;
         std::function<xcb_timestamp_t()> lastTime;
     };

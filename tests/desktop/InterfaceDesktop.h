@@ -123,6 +123,13 @@ class InterfaceDesktop : public DesktopWithTags {
         return waitUntil([&] { return shown(title) == 0; });
     }
 
+    // Where a toast that can be seen is, without its shadow.
+    Rectangle capsuleOf(std::string_view toast) {
+        const auto window = x().geometry(shown(toast)).value();
+        const auto part = x().shape(shown(toast), ShapeKind::Input).at(0);
+        return {window.x + part.x, window.y + part.y, part.width, part.height};
+    }
+
     // The tags as they are stored.
     [[nodiscard]] nlohmann::json storedTags() const {
         std::ifstream file(dataFolder() / "orvello/tags.json");

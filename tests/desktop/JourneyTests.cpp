@@ -30,7 +30,7 @@ void openList(InterfaceDesktop& desktop) {
 
 void clickUndo(InterfaceDesktop& desktop, const char* toast) {
     ASSERT_TRUE(waitUntil([&] { return desktop.shown(toast) != 0; }));
-    const auto place = desktop.x().geometry(desktop.shown(toast)).value();
+    const auto place = desktop.capsuleOf(toast);
     desktop.devices().click(place.x + place.width - 30, place.y + place.height / 2);
 }
 

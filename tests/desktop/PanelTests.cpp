@@ -70,7 +70,7 @@ TEST_P(PanelTest, ComeUpWhereTheUserIsAndGoWithAClickElsewhere) {
 }
 
 TEST_P(PanelTest, TheToastIsOnEverySpaceAndNeverTakesTheKeyboard) {
-    PlainWindow below(desktop_.display(), {.frame = {40, 40, 300, 700}});
+    PlainWindow below(desktop_.display(), {.frame = {40, 40, 700, 740}, .color = 0xCCCCCC});
     ASSERT_NO_FATAL_FAILURE(desktop_.startApplication());
     desktop_.choose(menu_row::kCurrentSpace);
     ASSERT_TRUE(desktop_.hasKeyboard("Tag This Space"));
@@ -83,9 +83,16 @@ TEST_P(PanelTest, TheToastIsOnEverySpaceAndNeverTakesTheKeyboard) {
     const char* const toast = "Deleted “mail”";
     ASSERT_TRUE(waitUntil([&] { return desktop_.shown(toast) != 0; }));
     EXPECT_EQ(x().activeWindow(), below.id());
-    const auto place = x().geometry(desktop_.shown(toast)).value();
+    const auto place = desktop_.capsuleOf(toast);
     EXPECT_LE(std::abs(place.x + place.width / 2 - 640), 1);
     EXPECT_EQ(place.y + place.height, 800 - 48);
+    const bool isComposited = GetParam() == WindowManager::Kwin;
+    EXPECT_TRUE(waitUntil([&] {
+        const auto picture = takePicture(x());
+        const auto isGrey = [&](int pixelX, int pixelY) { return picture.at(pixelX, pixelY) == 0xCCCCCC; };
+        return isGrey(640, 754) != isComposited && isGrey(640, 778) &&
+               isGrey(place.x, place.y) != isComposited;
+    })) << "a soft shadow, or a sharp silhouette";
     const auto keys = below.keyPresses().size();
     desktop_.type("abc");
     EXPECT_TRUE(waitUntil([&] { return below.keyPresses().size() == keys + 3; }));

@@ -297,8 +297,7 @@ TEST_F(FormViewTest, NoLabelBreaksALayout) {
         manager_.updateTag(tag(0).id, label, "#10B981");
         desktop_test::OffscreenApplication::settle();
         EXPECT_EQ(panel_->size(), size) << label.substr(0, 20);
-        QtToast toast({"Deleted “" + label + "”", [] {}});
-        toast.adjustSize();
+        const QtToast toast({"Deleted “" + label + "”", [] {}});
         EXPECT_LE(toast.width(), 480);
         EXPECT_LT(toast.height(), 60);
         AlertBox alert({label, label.substr(0, 200), {"OK"}}, [](auto) {});
@@ -312,6 +311,25 @@ TEST_F(FormViewTest, NoLabelBreaksALayout) {
         }
         menu.close();
     }
+}
+
+TEST_F(FormViewTest, TheToastHasASoftShadowOrASharpSilhouette) {
+    QtToast toast({"Deleted “Mail”", [] {}});
+    EXPECT_TRUE(toast.testAttribute(Qt::WA_AlwaysShowToolTips)) << "it is never the active window";
+    auto image = toast.grab().toImage();
+    const auto alpha = [&image](int x, int y) { return image.pixelColor(x, y).alpha(); };
+    EXPECT_FALSE(toast.mask().contains(QPoint(1, 1)));
+    for (const auto& part : toast.mask())
+        for (int x = part.left(); x <= part.right(); ++x) EXPECT_EQ(alpha(x, part.top()), 255) << x;
+    toast.setComposited(true);
+    image = toast.grab().toImage();
+    EXPECT_TRUE(toast.mask().isEmpty());
+    const int middle = toast.width() / 2;
+    const int bottom = toast.capsule().bottom();
+    EXPECT_EQ(alpha(middle, bottom - 4), 255);
+    EXPECT_GT(alpha(middle, bottom + 3), alpha(middle, bottom + 12));
+    EXPECT_GT(alpha(middle, bottom + 12), 0);
+    EXPECT_LE(alpha(middle, toast.height() - 1), 1);
 }
 
 TEST_F(FormViewTest, TheMenuSwapsAlternatesAndTakesKeys) {
