@@ -70,9 +70,10 @@ void AppDelegate::startCore() {
 void AppDelegate::startUserInterface() {
     auto& manager = core_->manager;
     auto& ui = services_.ui;
-    updater_.emplace(services_.updates, ui.alerts);
-    undoToast_.emplace(services_.runLoop, services_.screens,
-                       [&ui](const UndoToastView& view) { return ui.panels.makeToast(view); });
+    const auto makeToast = [&ui](const UndoToastView& view) { return ui.panels.makeToast(view); };
+    waitingNote_.emplace(services_.screens, makeToast);
+    updater_.emplace(services_.updates, ui.alerts, *waitingNote_);
+    undoToast_.emplace(services_.runLoop, services_.screens, makeToast);
     manager.showUndoToast = [this](const auto& message, auto undo) {
         undoToast_->show(message, std::move(undo));
     };

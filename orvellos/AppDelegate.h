@@ -11,6 +11,7 @@
 #include "orvellos/TagManager.h"
 #include "orvellos/UndoToast.h"
 #include "orvellos/Updater.h"
+#include "orvellos/WaitingNote.h"
 #include "platform/MenuBar.h"
 #include "platform/RunLoop.h"
 #include "platform/RunningApplications.h"
@@ -74,6 +75,7 @@ class AppDelegate {
 
     Services services_;
     std::optional<Core> core_;  // from the start of the core on
+    std::optional<WaitingNote> waitingNote_;
     std::optional<Updater> updater_;
     std::optional<UndoToast> undoToast_;
     std::optional<PanelController> panelController_;

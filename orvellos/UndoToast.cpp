@@ -4,6 +4,13 @@
 
 namespace orvellos {
 
+void placeToast(platform::ToastWindow& toast, const platform::Screens& screens, double distanceFromBottom) {
+    const auto screen = screens.mainScreen();
+    if (!screen) return;
+    const auto& area = screen->visibleFrame;
+    toast.setFrameOrigin({area.midX() - toast.fittingSize().width / 2, area.minY() + distanceFromBottom});
+}
+
 void UndoToast::show(const std::string& message, std::function<void()> onUndo) {
     dismiss();
     window_ = makeWindow_({message, [this, onUndo = std::move(onUndo)]() mutable {
@@ -12,11 +19,7 @@ void UndoToast::show(const std::string& message, std::function<void()> onUndo) {
                                    dismiss();
                                }
                            }});
-    if (const auto screen = screens_.mainScreen()) {
-        const auto& area = screen->visibleFrame;
-        window_->setFrameOrigin(
-            {area.midX() - window_->fittingSize().width / 2, area.minY() + kDistanceFromBottom});
-    }
+    placeToast(*window_, screens_, kDistanceFromBottom);
     window_->orderFrontRegardless();
     dismissal_ = runLoop_.after(kLifetime, [this] { dismiss(); });
 }

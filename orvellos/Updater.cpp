@@ -12,6 +12,7 @@ namespace orvellos {
 
 namespace {
 
+constexpr const char* kChecking = "Checking for updates…";
 constexpr const char* kMessage = "Couldn’t start the updater";
 constexpr const char* kExplanation =
     "orvellos can’t check for updates from where it’s running now. Make sure orvellos is in your "
@@ -19,8 +20,8 @@ constexpr const char* kExplanation =
 
 }  // namespace
 
-Updater::Updater(platform::UpdateService& service, platform::Alerts& alerts)
-    : service_(service), alerts_(alerts) {
+Updater::Updater(platform::UpdateService& service, platform::Alerts& alerts, WaitingNote& note)
+    : service_(service), alerts_(alerts), note_(note) {
     start();
 }
 
@@ -38,6 +39,7 @@ void Updater::start() {
 
 // A start that is under way, or failed before, decides first.
 void Updater::checkForUpdates() {
+    note_.show(kChecking);
     if (!isStarting_ && !lastStartError_) return finishCheck();
     isAskedFor_ = true;
     if (!isStarting_) start();
@@ -45,6 +47,7 @@ void Updater::checkForUpdates() {
 
 void Updater::finishCheck() {
     if (!lastStartError_) return service_.checkForUpdates([this](const auto& answer) { tell(answer); });
+    note_.dismiss();
     alerts_.runModal(
         {.message = kMessage,
          .informativeText = std::string(kExplanation) + "\n\n(" + lastStartError_->description + ")",
@@ -54,6 +57,7 @@ void Updater::finishCheck() {
 
 void Updater::tell(const platform::UpdateAnswer& answer) {
     using enum platform::Alert::Style;
+    note_.dismiss();
     platform::Alert alert{"orvellos is up to date", "", {"OK"}, Informational};
     if (answer.error) {
         alert.style = Warning;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "orvellos/WaitingNote.h"
 #include "platform/Alerts.h"
 #include "platform/UpdateService.h"
 
@@ -10,8 +11,9 @@ namespace orvellos {
 class Updater {
   public:
     // Starts the service once; what is passed outlives the updater.
-    Updater(platform::UpdateService& service, platform::Alerts& alerts);
+    Updater(platform::UpdateService& service, platform::Alerts& alerts, WaitingNote& note);
 
+    // Shows the note until there is an answer, and then that.
     void checkForUpdates();
 
   private:
@@ -21,6 +23,7 @@ class Updater {
 
     platform::UpdateService& service_;
     platform::Alerts& alerts_;
+    WaitingNote& note_;
     platform::MaybeError lastStartError_;
     bool isStarting_ = false;
     bool isAskedFor_ = false;  // while it starts

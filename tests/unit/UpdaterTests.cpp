@@ -1,6 +1,7 @@
 #include "orvellos/Updater.h"
 
 #include "tests/support/ApplicationTest.h"
+#include "tests/support/SimulatedPanelHost.h"
 
 namespace orvellos {
 namespace {
@@ -18,16 +19,24 @@ class UpdaterTest : public ApplicationTest {
         return messages;
     }
 
+    // What the note on the screen says; "" while there is none.
+    std::string note() { return host_.toasts.empty() ? "" : host_.toasts.begin()->second->view.message; }
+
     platform::simulated::SimulatedUpdates& updates_ = desktop_.updates;
-    Updater updater_{updates_, desktop_.alerts};
+    SimulatedPanelHost host_;
+    WaitingNote note_{desktop_.screens, [this](const UndoToastView& view) { return host_.makeToast(view); }};
+    Updater updater_{updates_, desktop_.alerts, note_};
 };
 
 TEST_F(UpdaterTest, AFailedStartIsToldOnlyWhenItFailsAgain) {
     answerStart(Error{"no PackageKit"});
     EXPECT_TRUE(told().empty());
+    EXPECT_EQ(note(), "");
     updater_.checkForUpdates();
     EXPECT_EQ(updates_.starts, 2);
+    EXPECT_EQ(note(), "Checking for updates…");
     answerStart(Error{"still none"});
+    EXPECT_EQ(note(), "");
     ASSERT_EQ(desktop_.alerts.shown.size(), 1U);
     EXPECT_EQ(
         desktop_.alerts.shown[0].informativeText,
@@ -47,7 +56,11 @@ TEST_F(UpdaterTest, ACheckWaitsForTheStart) {
     EXPECT_FALSE(updates_.answered);
     answerStart(std::nullopt);
     ASSERT_TRUE(updates_.answered);
+    EXPECT_EQ(note(), "Checking for updates…");
+    updater_.checkForUpdates();
+    EXPECT_EQ(host_.toasts.size(), 1U) << "asked for again";
     updates_.answered({"9.1", {}});
+    EXPECT_EQ(note(), "");
     updates_.answered({{}, {}});
     updates_.answered({"9.1", Error{"broken"}});
     EXPECT_EQ(told(),
