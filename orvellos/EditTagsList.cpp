@@ -27,8 +27,20 @@ std::string EditTagsList::countText() const {
     return std::to_string(manager_.tags().size());
 }
 
+std::string EditTagsList::editLabel(const Tag& tag) {
+    return "Edit " + shortLabel(tag.label);
+}
+
+std::string EditTagsList::jumpLabel(const Tag& tag) {
+    return "Jump to " + shortLabel(tag.label);
+}
+
 std::string EditTagsList::positionLabel(const Tag& tag) {
     return "Position actions for " + shortLabel(tag.label);
+}
+
+std::string EditTagsList::deleteLabel(const Tag& tag) {
+    return "Delete " + shortLabel(tag.label);
 }
 
 void EditTagsList::edit(const TagID& id) {

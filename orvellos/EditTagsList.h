@@ -76,7 +76,11 @@ class EditTagsList {
     void remove(const TagID& id) { manager_.deleteTag(id); }
     void showSettings() const { showSettings_(); }
 
+    // What a row's buttons are called for those who do not see whose row it is.
+    [[nodiscard]] static std::string editLabel(const Tag& tag);
+    [[nodiscard]] static std::string jumpLabel(const Tag& tag);
     [[nodiscard]] static std::string positionLabel(const Tag& tag);
+    [[nodiscard]] static std::string deleteLabel(const Tag& tag);
 
   private:
     void follow();

@@ -1,5 +1,6 @@
 #include "ui/ColorSwatches.h"
 
+#include <QAccessibleWidget>
 #include <QConicalGradient>
 #include <QHBoxLayout>
 #include <QPainter>
@@ -47,7 +48,6 @@ class ColorSwatch final : public QRadioButton {
     void setChosen(bool chosen) {
         setChecked(chosen);
         setFocusPolicy(chosen ? Qt::StrongFocus : Qt::ClickFocus);  // Tab goes to the chosen one
-        setAccessibleDescription(chosen ? QStringLiteral("Selected") : QString());
         update();
     }
 
@@ -79,6 +79,42 @@ class ColorSwatch final : public QRadioButton {
 
 namespace {
 
+// A swatch as assistive programs know it: a radio button with a value.
+class AccessibleSwatch final : public QAccessibleWidget {
+  public:
+    explicit AccessibleSwatch(ColorSwatch& swatch)
+        : QAccessibleWidget(&swatch, QAccessible::RadioButton), swatch_(swatch) {}
+
+    [[nodiscard]] QString text(QAccessible::Text kind) const override {
+        if (kind != QAccessible::Value) return QAccessibleWidget::text(kind);
+        return swatch_.isChecked() ? QStringLiteral("Selected") : QString();
+    }
+    [[nodiscard]] QAccessible::State state() const override {
+        auto state = QAccessibleWidget::state();
+        state.checkable = true;
+        state.checked = swatch_.isChecked();
+        return state;
+    }
+    [[nodiscard]] QStringList actionNames() const override {
+        return QStringList(toggleAction()) + QAccessibleWidget::actionNames();
+    }
+    void doAction(const QString& name) override {
+        if (name == toggleAction())
+            swatch_.click();
+        else
+            QAccessibleWidget::doAction(name);
+    }
+
+  private:
+    ColorSwatch& swatch_;
+};
+
+// The toolkit asks for every class that the object is of, and owns what it gets.
+QAccessibleInterface* makeAccessible(const QString& className, QObject* object) {
+    auto* swatch = className == QLatin1String("QRadioButton") ? dynamic_cast<ColorSwatch*>(object) : nullptr;
+    return swatch ? new AccessibleSwatch(*swatch) : nullptr;
+}
+
 QBrush colorWheel() {
     QConicalGradient wheel(kSide / 2.0, kSide / 2.0, 90);
     constexpr int kSteps = 12;
@@ -92,6 +128,7 @@ QBrush colorWheel() {
 ColorSwatches::ColorSwatches(ColorPanel& colorPanel, const std::string& chosen,
                              std::function<void(const std::string&)> onChoose)
     : colorPanel_(colorPanel), chosen_(chosen), onChoose_(std::move(onChoose)) {
+    QAccessible::installFactory(makeAccessible);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(2);

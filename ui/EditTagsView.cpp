@@ -57,7 +57,7 @@ QWidget* makeWarning() {
     text->setAccessibleName(toQString(EditTagsList::kSpaceMissingLabel));
     row->addWidget(text);
     text->setAccessibleDescription(toQString(EditTagsList::kSpaceMissingHelp));
-    warning->setToolTip(toolTipText(EditTagsList::kSpaceMissingHelp));
+    setHelp(*warning, EditTagsList::kSpaceMissingHelp);
     return warning;
 }
 
@@ -204,16 +204,21 @@ QWidget* EditTagsView::makeRow(const Row& row) {
     }
     if (row.isSpaceMissing) line->addWidget(makeWarning());
     line->addSpacing(4);
-    const auto add = [&](std::string_view symbol, std::string_view help, auto action) {
+    const auto add = [&](std::string_view symbol, std::string_view help, const std::string& name,
+                         auto action) {
         auto* button = makeSymbolButton(symbol, help);
+        button->setAccessibleName(toQString(name));
         button->setObjectName(toQString(symbol));
         connect(button, &QToolButton::clicked, this, [action, id = tag.id] { action(id); });
         line->addWidget(button);
     };
-    add("pencil", EditTagsList::kEditHelp, [this](const auto& id) { list_.edit(id); });
-    add("arrow.right.circle", EditTagsList::kJumpHelp, [this](const auto& id) { list_.jump(id); });
+    add("pencil", EditTagsList::kEditHelp, EditTagsList::editLabel(tag),
+        [this](const auto& id) { list_.edit(id); });
+    add("arrow.right.circle", EditTagsList::kJumpHelp, EditTagsList::jumpLabel(tag),
+        [this](const auto& id) { list_.jump(id); });
     line->addWidget(makePositionButton(tag));
-    add("trash", EditTagsList::kDeleteHelp, [this](const auto& id) { list_.remove(id); });
+    add("trash", EditTagsList::kDeleteHelp, EditTagsList::deleteLabel(tag),
+        [this](const auto& id) { list_.remove(id); });
     return frame;
 }
 

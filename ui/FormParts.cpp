@@ -103,7 +103,7 @@ QToolButton* makeSymbolButton(std::string_view symbol, std::string_view help) {
     button->setFixedSize(26, 26);
     button->setAutoRaise(true);
     button->setFocusPolicy(Qt::StrongFocus);
-    button->setToolTip(toolTipText(help));
+    setHelp(*button, help);
     button->setAccessibleName(toQString(help));
     return button;
 }

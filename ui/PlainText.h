@@ -2,7 +2,10 @@
 
 #include <QString>
 #include <QTextDocument>
+#include <QWidget>
 #include <string_view>
+
+#include "orvellos/DisplayLabel.h"
 
 namespace ui {
 
@@ -21,6 +24,16 @@ namespace ui {
     if (!isLong && !Qt::mightBeRichText(plain)) return plain;
     return QStringLiteral("<p style='white-space:%1'>%2</p>")
         .arg(QLatin1String(isLong ? "pre-wrap" : "pre"), plain.toHtmlEscaped());
+}
+// Of a text that is shown cut off: as much of it as can be read at a glance.
+[[nodiscard]] inline QString cutOffToolTip(const QString& text) {
+    constexpr std::size_t kAtAGlance = 300;  // characters
+    return toolTipText(orvellos::shortLabel(text.toStdString(), kAtAGlance));
+}
+// Explains a widget in a tooltip, and to a screen reader, which would read the tooltip's markup aloud.
+inline void setHelp(QWidget& widget, std::string_view text) {
+    widget.setToolTip(toolTipText(text));
+    widget.setAccessibleDescription(toQString(text));
 }
 
 }  // namespace ui

@@ -2,6 +2,7 @@
 
 #include <QAbstractListModel>
 #include <QHBoxLayout>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QListView>
@@ -9,6 +10,7 @@
 #include <QScrollBar>
 #include <QStackedLayout>
 #include <QStyledItemDelegate>
+#include <QToolTip>
 #include <QVBoxLayout>
 #include <optional>
 
@@ -77,8 +79,29 @@ class RowPainter final : public QStyledItemDelegate {
         paintRow(*painter, option, row, color);
         painter->restore();
     }
+    // The whole label, where it is cut off.
+    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override {
+        QString toolTip;
+        if (event->type() == QEvent::ToolTip && index.isValid()) {
+            const auto& row = switcher_.filteredRows().at(static_cast<std::size_t>(index.row()));
+            const int width = titleArea(option.rect, row).width();
+            const auto label = row.tag ? toQString(row.tag->label) : QString();
+            if (QFontMetrics(option.font).horizontalAdvance(label) > width) toolTip = cutOffToolTip(label);
+        }
+        QToolTip::showText(event->globalPos(), toolTip, view);
+        return true;
+    }
 
   private:
+    [[nodiscard]] static int desktopWidth(const MenuSpaceRow& row) {
+        return QFontMetrics(fixedFont(12)).horizontalAdvance(toQString(QuickSwitcher::desktopText(row)));
+    }
+    // Where the label is when texts run from left to right.
+    [[nodiscard]] static QRect titleArea(const QRect& row, const MenuSpaceRow& space) {
+        return row.adjusted(kInset + kDot + kGap, 0, -kInset - kCheckmark - kGap - desktopWidth(space) - kGap,
+                            0);
+    }
     static void paintRow(QPainter& painter, const QStyleOptionViewItem& option, const MenuSpaceRow& row,
                          QColor color) {
         const auto ratio = painter.device()->devicePixelRatioF();
@@ -99,20 +122,20 @@ class RowPainter final : public QStyledItemDelegate {
         faint.setAlphaF(0.62F);
         const auto desktop = toQString(QuickSwitcher::desktopText(row));
         painter.setFont(fixedFont(12));
-        const int width = painter.fontMetrics().horizontalAdvance(desktop);
+        const int width = desktopWidth(row);
         painter.setPen(faint);
         painter.drawText(place({rest.right() - width, rest.top(), width + 1, rest.height()}),
                          Qt::AlignVCenter | Qt::TextSingleLine, desktop);
-        rest.setRight(rest.right() - width - kGap);
+        const auto title = titleArea(option.rect, row);
         painter.setFont(option.font);
         painter.setPen(row.tag ? color : faint);
         painter.drawText(
-            place(rest),
+            place(title),
             static_cast<int>(Qt::AlignVCenter | Qt::TextSingleLine |
                              (option.direction == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft) |
                              Qt::AlignAbsolute),
             painter.fontMetrics().elidedText(toQString(QuickSwitcher::title(row)), Qt::ElideRight,
-                                             rest.width()));
+                                             title.width()));
     }
 
     // In a ring where the row's own colour could be the tag's.

@@ -17,7 +17,7 @@ void describeStatusItem(QWidget& widget, const platform::StatusTitle& title) {
     const auto words = statusWords(title);
     widget.setWindowTitle(name);  // by which some trays remember what the user has put where
     widget.setAccessibleName(words);
-    widget.setToolTip(toolTipText(words.toStdString()));
+    setHelp(widget, words.toStdString());
 }
 
 }  // namespace ui

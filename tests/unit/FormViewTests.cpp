@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QTest>
 #include <QToolButton>
+#include <QToolTip>
 
 #include "orvellos/Hotkeys.h"
 #include "tests/support/InterfaceTest.h"
@@ -32,7 +33,7 @@ using orvellos::Texts;
 const std::string kLong(10'000, 'W');
 const std::string kRightToLeft = "שלום עולם";
 
-// What a screen reader says of the widget that has the keyboard: role, name and description.
+// What a screen reader says of the widget that has the keyboard: role, name, value and description.
 std::string spoken() {
     auto* widget = QApplication::focusWidget();
     auto* accessible = widget ? QAccessible::queryAccessibleInterface(widget) : nullptr;
@@ -40,11 +41,14 @@ std::string spoken() {
     const auto role = accessible->role();
     const std::string name = accessible->text(QAccessible::Name).toStdString();
     const std::string description = accessible->text(QAccessible::Description).toStdString();
+    const bool isChosen = role == QAccessible::RadioButton && accessible->state().checked;
+    const auto value = isChosen ? accessible->text(QAccessible::Value).toStdString() : "";
     const char* kind = role == QAccessible::EditableText                                ? "field "
                        : role == QAccessible::RadioButton                               ? "choice "
                        : role == QAccessible::Button || role == QAccessible::ButtonMenu ? "button "
                                                                                         : "? ";
-    return kind + name + (description.empty() || description == name ? "" : ", " + description);
+    return kind + name + (value.empty() ? "" : " is " + value) +
+           (description.empty() || description == name ? "" : ", " + description);
 }
 
 class FormViewTest : public orvellos::InterfaceTest {
@@ -95,12 +99,12 @@ TEST_F(FormViewTest, TheCreateFormIsFilledInByKeysAlone) {
     press(Qt::Key_Return);
     EXPECT_EQ(store_.tags.size(), 2U) << "there is no label yet";
     type("  Home ");
-    EXPECT_EQ(tabbedThrough(5), (Texts{"field Label, WORK", "choice Green, Selected", "button Cancel",
+    EXPECT_EQ(tabbedThrough(5), (Texts{"field Label, WORK", "choice Green is Selected", "button Cancel",
                                        "button Create", "field Label, WORK"}));
     press(Qt::Key_Tab);
     press(Qt::Key_Right);
     press(Qt::Key_Space);
-    EXPECT_EQ(spoken(), "choice Amber, Selected");
+    EXPECT_EQ(spoken(), "choice Amber is Selected");
     press(Qt::Key_Return);
     ASSERT_EQ(store_.tags.size(), 3U);
     EXPECT_EQ(std::tie(tag(2).label, tag(2).colorHex), std::tuple("Home", "#F59E0B"));
@@ -116,15 +120,51 @@ TEST_F(FormViewTest, TheListIsReadInTheOrderItIsSeen) {
     settings_.visibilityMode.set(orvellos::TagVisibilityMode::HiddenDuringWork);
     showList();
     press(Qt::Key_Tab);
-    const Texts row = {"button Edit label and color", "button Jump to this Space",
+    const Texts row = {"button Edit Mail, Edit label and color", "button Jump to Mail, Jump to this Space",
                        "button Position actions for Mail, Position actions",
-                       "button Delete (undo available for 5 seconds)"};
+                       "button Delete Mail, Delete (undo available for 5 seconds)"};
     auto stops = tabbedThrough(6);
     EXPECT_EQ(stops.at(0), "button Settings");
-    EXPECT_EQ(Texts(stops.begin() + 1, stops.begin() + 3), Texts(row.begin(), row.begin() + 2));
-    EXPECT_TRUE(stops.at(3).starts_with("button Position actions for Mail")) << stops.at(3);
-    EXPECT_EQ(stops.at(4), row.at(3));
-    EXPECT_EQ(stops.at(5), row.at(0)) << "the next row";
+    EXPECT_EQ(Texts(stops.begin() + 1, stops.begin() + 5), row);
+    EXPECT_EQ(stops.at(5), "button Edit Code, Edit label and color");
+}
+
+TEST_F(FormViewTest, WhatIsReadOfTheListIsNoMarkup) {
+    desktop_.spaces.removeSpace("A");
+    desktop_.spaces.notifyActiveSpaceChanged();
+    wait(1);
+    showList();
+    Texts labels;
+    for (auto* widget : panel_->findChildren<QWidget*>()) {
+        const auto* read = QAccessible::queryAccessibleInterface(widget);
+        for (const auto kind : {QAccessible::Name, QAccessible::Description})
+            EXPECT_FALSE(read->text(kind).contains('<')) << read->text(kind).toStdString();
+        if (read->role() == QAccessible::StaticText && widget->isVisible())
+            labels.push_back(read->text(QAccessible::Name).toStdString());
+    }
+    EXPECT_EQ(labels, (Texts{"Your tags", "2", "Code", "Mail", "Space no longer exists"}));
+}
+
+TEST_F(FormViewTest, WhatIsCutOffIsAllInItsTooltip) {
+    const auto toolTipOf = [](QWidget* widget) {
+        QHelpEvent event(QEvent::ToolTip, {30, 10}, widget->mapToGlobal(QPoint(30, 10)));
+        QApplication::sendEvent(widget, &event);
+        return QToolTip::text().toStdString();
+    };
+    for (const auto& [label, tip] : {std::pair<std::string, std::string>("Mail", ""),
+                                     {"<i>" + std::string(60, 'W'), "<p style='white-space:pre'>&lt;i&gt;" +
+                                                                        std::string(60, 'W') + "</p>"}}) {
+        manager_.updateTag(tag(0).id, label, "#10B981");
+        showList();
+        const auto labels = panel_->findChildren<QLabel*>();
+        EXPECT_EQ(toolTipOf(*std::ranges::find(labels, QString(label.c_str()), &QLabel::text)), tip);
+        panels_.showQuickSwitcher();
+        auto& switcher = *std::get<orvellos::QuickSwitcher*>(host_.titled("Jump to Space")->content);
+        auto& panel = show("Jump to Space", new QuickSwitcherView(switcher));
+        EXPECT_EQ(toolTipOf(panel.findChild<QListView*>()->viewport()), tip);
+        switcher.keyDown(platform::key::kEscape);
+        wait(0.01);
+    }
 }
 
 TEST_F(FormViewTest, ARowIsEditedAndGivesTheKeyboardBack) {
@@ -140,7 +180,7 @@ TEST_F(FormViewTest, ARowIsEditedAndGivesTheKeyboardBack) {
     type("ed");
     press(Qt::Key_Return);
     EXPECT_EQ(tag(0).label, "Posted");
-    EXPECT_EQ(spoken(), "button Edit label and color");
+    EXPECT_EQ(spoken(), "button Edit Posted, Edit label and color");
     press(Qt::Key_Space);
     type("nothing");
     press(Qt::Key_Escape);
