@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 #include "ui/Emphasis.h"
@@ -41,20 +42,20 @@ QHBoxLayout* PermissionRowView::makeFirstLine() {
     auto* granted = makeSecondary(PermissionRow::kGranted, QFont::Medium);
     granted->setWordWrap(false);
     auto* reload = makeButton(PermissionRow::kReload, row_.reload);
-    reload->setToolTip(toolTipText(PermissionRow::kReloadHelp));
+    setHelp(*reload, PermissionRow::kReloadHelp);
+    auto* request = makeButton(row_.requestTitle, row_.request);
     auto* openSettings = makeButton(PermissionRow::kOpenSettings, row_.openSettings);
     for (auto* button : {reload, openSettings}) {
         button->setFlat(true);
         button->setFixedWidth(button->fontMetrics().horizontalAdvance(button->text()) + 16);
     }
-    auto* request = makeButton(row_.requestTitle, row_.request);
     whenGranted_ = {grantedSymbol, granted, reload};
-    whenMissing_ = {missingSymbol, openSettings, request};
+    whenMissing_ = {missingSymbol, request, openSettings};
     line->addWidget(grantedSymbol);
     line->addWidget(missingSymbol);
     line->addWidget(title, 1);
     line->addWidget(granted);
-    for (auto* button : {reload, openSettings, request}) line->addWidget(button);
+    for (auto* button : {reload, request, openSettings}) line->addWidget(button);
     return line;
 }
 
@@ -83,17 +84,18 @@ QPushButton* PermissionRowView::makeButton(const std::string& title, const std::
     return button;
 }
 
-// A button that goes while it has the keyboard leaves that to the one that comes.
+// A button that goes while it has the keyboard leaves that to the first one that comes.
 void PermissionRowView::refresh() {
     const bool isGranted = row_.isGranted();
     auto& shown = isGranted ? whenGranted_ : whenMissing_;
     auto& hidden = isGranted ? whenMissing_ : whenGranted_;
     const auto* focused = focusWidget();
     const bool hadFocus = focused && focused->hasFocus();
+    const auto isButton = [](QWidget* widget) { return qobject_cast<QPushButton*>(widget) != nullptr; };
     for (auto* widget : shown) widget->show();
     for (auto* widget : hidden) {
         const bool losesFocus = hadFocus && (widget == focused || widget->isAncestorOf(focused));
-        if (losesFocus) shown.back()->setFocus();
+        if (losesFocus) (*std::ranges::find_if(shown, isButton))->setFocus();
         widget->hide();
     }
 }

@@ -103,6 +103,10 @@ TEST_F(WelcomeViewTest, PermissionsTurnGreenByThemselves) {
     button("Request: Accessibility")->click();
     EXPECT_EQ(desktop_.permissions.asked, orvellos::Texts{"prompt for Accessibility"});
     button("Request: Accessibility")->setFocus();
+    EXPECT_LT(button("Request: Accessibility")->x(), button("Open Settings: Accessibility")->x());
+    press(Qt::Key_Tab);
+    EXPECT_TRUE(button("Open Settings: Accessibility")->hasFocus()) << "in the order they are seen";
+    button("Request: Accessibility")->setFocus();
     desktop_.permissions.accessibilityTrusted = true;
     wait(1.01);
     EXPECT_FALSE(button("Request: Accessibility"));
