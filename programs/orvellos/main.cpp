@@ -2,6 +2,7 @@
 // loop.
 
 #include <QApplication>
+#include <QSessionManager>
 #include <algorithm>
 #include <array>
 #include <cstdlib>
@@ -53,6 +54,15 @@ void handleQtMessage(QtMsgType /*type*/, const QMessageLogContext& /*context*/, 
     }
 }
 
+// Whether the program starts at login is the user's own setting. A session manager (XSMP) that brings back
+// what was running would start it a second time, which the first would take for a wish to see it.
+void startAtNoRestoredSession(const QApplication& application) {
+    QObject::connect(
+        &application, &QGuiApplication::saveStateRequest, &application,
+        [](QSessionManager& session) { session.setRestartHint(QSessionManager::RestartNever); },
+        Qt::DirectConnection);
+}
+
 int runApplication(int argc, char** argv, platform::x11::XConnection& connection) {
     keepQtFromStartingABus();
     qInstallMessageHandler(handleQtMessage);
@@ -60,6 +70,7 @@ int runApplication(int argc, char** argv, platform::x11::XConnection& connection
     std::array<char*, 2> name = {argv[0], nullptr};
     QApplication application(argc, name.data());
     QApplication::setQuitOnLastWindowClosed(false);
+    startAtNoRestoredSession(application);
     ui::QtRunLoop runLoop;
     platform::freedesktop::SystemdLibrary systemd;
     platform::freedesktop::JournalSystemLog systemLog;
