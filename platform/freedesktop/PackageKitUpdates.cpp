@@ -7,15 +7,14 @@ namespace platform::freedesktop {
 
 namespace {
 
+constexpr const char* kBus = "org.freedesktop.DBus";
+constexpr const char* kBusPath = "/org/freedesktop/DBus";
 constexpr const char* kService = "org.freedesktop.PackageKit";
 constexpr const char* kTransaction = "org.freedesktop.PackageKit.Transaction";
 constexpr const char* kNoAnswer = "PackageKit does not answer.";
 
 BusCall busCall(const char* member) {
-    return {.service = "org.freedesktop.DBus",
-            .path = "/org/freedesktop/DBus",
-            .interface = "org.freedesktop.DBus",
-            .member = member};
+    return {.service = kBus, .path = kBusPath, .interface = kBus, .member = member};
 }
 
 bool lists(const std::optional<BusArguments>& names, const char* name) {
@@ -53,7 +52,6 @@ void PackageKitUpdates::checkForUpdates(std::function<void(const UpdateAnswer&)>
     answered_ = std::move(answered);
     newVersion_.reset();
     signals_.clear();
-    end_.reset();
     question_ = bus_.call({.service = kService,
                            .path = "/org/freedesktop/PackageKit",
                            .interface = kService,
@@ -81,9 +79,7 @@ void PackageKitUpdates::followTransaction(const std::string& path) {
         finish(Error{textAt(arguments, 1).value_or("PackageKit reports an error.")});
     });
     follow("Finished", [this](const auto&) { finish(std::nullopt); });
-    end_.emplace(bus_, kService, [this](bool isRunning) {
-        if (!isRunning) finish(Error{kNoAnswer});
-    });
+    followEnd();
     constexpr std::uint64_t kNoFilter = 0;
     question_ = bus_.call({.service = kService,
                            .path = path,
@@ -94,6 +90,21 @@ void PackageKitUpdates::followTransaction(const std::string& path) {
                           [this](const auto& answer) {
                               if (!answer) finish(Error{"PackageKit does not look for updates."});
                           });
+}
+
+// An end before this is followed is an error to the next call.
+void PackageKitUpdates::followEnd() {
+    signals_.push_back(bus_.subscribe({.sender = kBus,
+                                       .path = kBusPath,
+                                       .interface = kBus,
+                                       .member = "NameOwnerChanged",
+                                       .firstArgument = kService},
+                                      [this](const auto& arguments) {
+                                          if (textAt(arguments, 2) == "") finish(Error{kNoAnswer});
+                                      }));
+    signals_.push_back(bus_.onConnectionChanged([this](bool connected) {
+        if (!connected) finish(Error{kNoAnswer});
+    }));
 }
 
 void PackageKitUpdates::handlePackage(const BusArguments& arguments) {

@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "platform/UpdateService.h"
-#include "platform/freedesktop/BusServiceWatch.h"
 #include "platform/freedesktop/SessionBus.h"
 
 namespace platform::freedesktop {
@@ -26,6 +25,7 @@ class PackageKitUpdates final : public UpdateService {
 
   private:
     void followTransaction(const std::string& path);
+    void followEnd();
     void handlePackage(const BusArguments& arguments);
     void finish(const MaybeError& error);
 
@@ -36,7 +36,6 @@ class PackageKitUpdates final : public UpdateService {
     Subscription starting_;
     Subscription question_;
     std::vector<Subscription> signals_;
-    std::optional<BusServiceWatch> end_;  // of a service that was asked
 };
 
 }  // namespace platform::freedesktop
