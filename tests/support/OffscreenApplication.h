@@ -3,14 +3,20 @@
 #include <QApplication>
 #include <QEvent>
 #include <array>
-#include <cstdlib>
+#include <string>
+
+#include "ui/Appearance.h"
 
 namespace desktop_test {
 
-// The toolkit without a screen, for tests of single widgets. One at a time.
+// The toolkit without a screen, for tests of single widgets. One at a time. Which offscreen screens there are
+// can be given in the environment, as the toolkit has it: QT_QPA_PLATFORM=offscreen:configfile=FILE.
 class OffscreenApplication {
   public:
-    OffscreenApplication() { QApplication::setQuitOnLastWindowClosed(false); }
+    OffscreenApplication() {
+        QApplication::setQuitOnLastWindowClosed(false);
+        ui::applyColorScheme(ui::ColorScheme::Unknown);
+    }
     OffscreenApplication(const OffscreenApplication&) = delete;
     OffscreenApplication& operator=(const OffscreenApplication&) = delete;
     // What waits for the main loop to be deleted is deleted, with no loop to do it.
@@ -20,9 +26,14 @@ class OffscreenApplication {
     static void settle() { QCoreApplication::processEvents(); }
 
   private:
-    std::array<char, 6> name_{'t', 'e', 's', 't', 's', 0};
-    std::array<char, 10> option_{'-', 'p', 'l', 'a', 't', 'f', 'o', 'r', 'm', 0};
-    std::array<char, 10> platform_{'o', 'f', 'f', 's', 'c', 'r', 'e', 'e', 'n', 0};
+    static std::string platform() {
+        auto given = qEnvironmentVariable("QT_QPA_PLATFORM").toStdString();
+        return given.starts_with("offscreen:") ? given : "offscreen";
+    }
+
+    std::string name_ = "tests";
+    std::string option_ = "-platform";
+    std::string platform_ = platform();
     std::array<char*, 4> arguments_{name_.data(), option_.data(), platform_.data(), nullptr};
     int argumentCount_ = 3;
     QApplication application_{argumentCount_, arguments_.data()};
