@@ -25,7 +25,7 @@ constexpr std::size_t kTags = 3;
 constexpr double kMostForQuickSwitcher = 100;  // milliseconds
 constexpr std::uint32_t kTarget = 2;
 constexpr int kRowOfTarget = 4;                     // of the menu's rows that can be chosen, from 1
-constexpr desktop_test::Rgb kHighlight = 0x308CC6;  // the toolkit's, of the row that is chosen
+constexpr desktop_test::Rgb kHighlight = 0x2B7DB0;  // the toolkit's, of the row that is chosen
 constexpr int kColumn = 20;                         // from the menu's left edge, beside the text
 
 void require(bool isThere, const char* what) {

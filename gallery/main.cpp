@@ -1,6 +1,7 @@
 // Pictures of the panels, the menu, the toast and an alert, made without a screen from a desktop in memory:
 // orvello-gallery FOLDER POINTS light|dark
 
+#include <QRadioButton>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QToolButton>
@@ -82,6 +83,9 @@ class Gallery final : public orvellos::PanelsTest {
         take(form, "create-color");
         press(Qt::Key_Tab);
         take(form, "create-cancel");
+        for (auto* swatch : form.findChildren<QRadioButton*>())
+            if (swatch->accessibleName() == QLatin1String("Custom color")) swatch->click();
+        take(panel("Colors"), "colors");
         panels_.close(orvellos::PanelKind::CreateTag);
     }
     void takeSettings() {

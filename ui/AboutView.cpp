@@ -6,6 +6,7 @@
 
 #include "ui/ApplicationIcon.h"
 #include "ui/FormParts.h"
+#include "ui/Metrics.h"
 #include "ui/PlainText.h"
 
 namespace ui {
@@ -18,8 +19,12 @@ constexpr int kIcon = 72;
 
 QLabel* makeBuildLine(const std::string& text) {
     auto* line = makeSecondary(text);
-    line->setFont(fixedFont(11));
+    line->setAlignment(Qt::AlignCenter);
+    line->setWordWrap(false);
+    line->setFont(fixedFont(font_scale::kFineprint));
+    line->setContentsMargins(10, 4, 10, 4);
     line->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    line->setFocusPolicy(Qt::StrongFocus);
     return line;
 }
 
@@ -28,9 +33,11 @@ QWidget* makeShortcuts(const std::vector<About::ShortcutRow>& rows) {
     auto* grid = new QGridLayout(list);
     grid->setContentsMargins(12, 0, 12, 0);
     grid->setVerticalSpacing(7);
+    grid->setColumnStretch(0, 1);
     int line = 0;
     for (const auto& row : rows) {
         auto* keys = makeSecondary(row.keys.empty() ? "—" : row.keys, QFont::Medium);
+        keys->setWordWrap(false);
         keys->setAlignment(Qt::AlignRight);
         grid->addWidget(makeText(row.title), line, 0);
         grid->addWidget(keys, line++, 1);
@@ -49,10 +56,9 @@ AboutView::AboutView(const About& about) {
         column->addWidget(label);
     };
     add(makeApplicationIcon(kIcon));
-    add(inSize(makeHeading(About::kName), 20, QFont::Bold));
+    add(inSize(makeHeading(About::kName), font_scale::kTitle, QFont::Bold));
     add(makeSecondary(About::kTagline));
-    column->addSpacing(6);
-    add(makeBuildLine(about.buildText));
+    column->addWidget(makeBuildLine(about.buildText), 0, Qt::AlignHCenter);
     column->addStretch();
     column->addWidget(makeShortcuts(about.shortcuts));
     column->addStretch();

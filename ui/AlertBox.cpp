@@ -6,6 +6,7 @@
 
 #include "ui/ApplicationIcon.h"
 #include "ui/FormParts.h"
+#include "ui/Metrics.h"
 #include "ui/PlainText.h"
 #include "ui/X11Window.h"
 
@@ -41,31 +42,31 @@ AlertBox::AlertBox(const platform::Alert& alert, std::function<void(std::size_t)
     auto* text = makeText(alert.informativeText);
     for (auto* label : {message, text}) {
         label->setWordWrap(true);
-        label->setFixedWidth(kTextWidth);
+        label->setFixedWidth(scaled(kTextWidth));
         column->addWidget(label);
     }
-    auto* buttons = new QHBoxLayout;
     column->addSpacing(8);
-    column->addLayout(buttons);
+    column->addLayout(makeButtons(alert));
     row->addLayout(column);
-    addButtons(alert, *buttons);
     putOnEveryDesktop(*this);
     connect(this, &QDialog::finished, this, [this, answered = std::move(answered)] { answered(answer_); });
 }
 
-// The first button is the default one, and stands at the end.
-void AlertBox::addButtons(const platform::Alert& alert, QHBoxLayout& row) {
-    row.addStretch();
+// The first button is the default one. Return presses the one that has the keyboard.
+QHBoxLayout* AlertBox::makeButtons(const platform::Alert& alert) {
+    std::vector<QPushButton*> buttons;
     for (std::size_t i = alert.buttons.size(); i-- > 0;) {
-        auto* button = new QPushButton(menuText(alert.buttons[i]));
+        auto* button = makePushButton(alert.buttons[i]);
+        button->setAutoDefault(true);
         button->setDefault(i == 0);
         connect(button, &QPushButton::clicked, this, [this, i] {
             answer_ = i;
             accept();
         });
-        row.addWidget(button);
+        buttons.push_back(button);
         if (i == 0) button->setFocus();
     }
+    return makeButtonRow({}, buttons);
 }
 
 }  // namespace ui

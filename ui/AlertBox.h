@@ -16,7 +16,7 @@ class AlertBox final : public QDialog {
     AlertBox(const platform::Alert& alert, std::function<void(std::size_t)> answered);
 
   private:
-    void addButtons(const platform::Alert& alert, QHBoxLayout& row);
+    [[nodiscard]] QHBoxLayout* makeButtons(const platform::Alert& alert);
 
     std::size_t answer_;
 };

@@ -1,11 +1,10 @@
 #include "ui/Appearance.h"
 
 #include <QApplication>
-#include <QPalette>
-#include <QStyle>
 #include <QStyleFactory>
 
 #include "ui/QtColor.h"
+#include "ui/Style.h"
 
 namespace ui {
 
@@ -30,16 +29,38 @@ QPalette darkPalette() {
     return palette;
 }
 
+// Any base but this one may draw by its own colours.
+void installStyle(bool hasOtherColors) {
+    const auto* current = dynamic_cast<const Style*>(QApplication::style());
+    if (current && (!hasOtherColors || current->baseStyle()->name() == QLatin1String("fusion"))) return;
+    QApplication::setStyle(
+        new Style(hasOtherColors ? QStyleFactory::create(QStringLiteral("Fusion")) : nullptr));
+}
+
 }  // namespace
+
+QPalette readable(QPalette palette) {
+    using Role = QPalette::ColorRole;
+    const auto keep = [&](Role text, Role ground) {
+        for (const auto group : {QPalette::Active, QPalette::Inactive})
+            palette.setColor(
+                group, text,
+                legible(palette.color(group, ground), palette.color(group, text), kTextContrast));
+    };
+    keep(QPalette::Highlight, QPalette::HighlightedText);
+    keep(QPalette::PlaceholderText, QPalette::Base);
+    keep(QPalette::Link, QPalette::Base);
+    return palette;
+}
 
 void applyColorScheme(ColorScheme scheme) {
     static const QPalette own = QApplication::palette();
     const bool wantsDark = scheme == ColorScheme::Dark;
-    if (scheme == ColorScheme::Unknown || wantsDark == isDark(own)) return QApplication::setPalette(own);
-    // Any style but this one may draw by its own colours.
-    if (QApplication::style()->name() != QLatin1String("fusion"))
-        QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    QApplication::setPalette(wantsDark ? darkPalette() : QApplication::style()->standardPalette());
+    const bool isOwn = scheme == ColorScheme::Unknown || wantsDark == isDark(own);
+    installStyle(!isOwn);
+    QApplication::setPalette(readable(isOwn       ? own
+                                      : wantsDark ? darkPalette()
+                                                  : QApplication::style()->standardPalette()));
 }
 
 }  // namespace ui

@@ -5,12 +5,15 @@
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QRadioButton>
+#include <QStyle>
 #include <array>
 
 #include "orvellos/CreateTagForm.h"
 #include "orvellos/TagColor.h"
+#include "ui/FocusRing.h"
 #include "ui/PlainText.h"
 #include "ui/QtColor.h"
+#include "ui/Symbols.h"
 
 namespace ui {
 
@@ -18,8 +21,10 @@ namespace {
 
 constexpr double kDiameter = 26;
 constexpr double kRing = 2;
-constexpr double kAroundRing = 2;
-constexpr int kSide = static_cast<int>(kDiameter + 2 * (kRing + kAroundRing));
+constexpr double kAroundFill = 1;
+constexpr int kSide = static_cast<int>(kDiameter + 2 * (kAroundFill + kRing + kFocusRoom));
+static_assert(kSide == kDiameter + 2 * kAroundSwatch);
+constexpr int kPitch = kSide - 2;  // of two neighbours only one can have the keyboard
 
 bool isSameColor(std::string_view a, std::string_view b) {
     const auto first = orvellos::colorFromHex(a);
@@ -36,7 +41,7 @@ QColor colorOf(const std::string& hex) {
 // A filled circle, in a ring when it is the chosen one. Radio buttons bring the keys and the role along.
 class ColorSwatch final : public QRadioButton {
   public:
-    explicit ColorSwatch(const QString& name) {
+    ColorSwatch(const QString& name, QWidget* parent) : QRadioButton(parent) {
         setAccessibleName(name);
         setToolTip(name);
         setFixedSize(kSide, kSide);
@@ -57,20 +62,14 @@ class ColorSwatch final : public QRadioButton {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
         const QPointF center(width() / 2.0, height() / 2.0);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(fill_);
-        const double shrink = isDown() ? 1.5 : 0;
-        painter.drawEllipse(center, kDiameter / 2 - shrink, kDiameter / 2 - shrink);
+        const double radius = kDiameter / 2 - (isDown() ? 1.5 : 0);
+        drawDot(painter, {center.x() - radius, center.y() - radius, 2 * radius, 2 * radius}, fill_,
+                windowColor(palette()));
+        const double around = kDiameter / 2 + kAroundFill + kRing / 2;
         painter.setBrush(Qt::NoBrush);
-        const double radius = kDiameter / 2 + kAroundRing + kRing / 2 - 0.5;
-        if (isChecked()) {
-            painter.setPen(QPen(kSystemBlue, kRing));
-            painter.drawEllipse(center, radius, radius);
-        }
-        if (hasFocus()) {
-            painter.setPen(QPen(labelColor(palette()), 1, Qt::DotLine));
-            painter.drawEllipse(center, kDiameter / 2 - 4, kDiameter / 2 - 4);
-        }
+        painter.setPen(QPen(kSystemBlue, kRing));
+        if (isChecked()) painter.drawEllipse(center, around, around);
+        if (hasFocus()) drawFocusRing(painter, rect(), kSide / 2.0, palette());
     }
 
   private:
@@ -129,25 +128,37 @@ ColorSwatches::ColorSwatches(ColorPanel& colorPanel, const std::string& chosen,
                              std::function<void(const std::string&)> onChoose)
     : colorPanel_(colorPanel), chosen_(chosen), onChoose_(std::move(onChoose)) {
     QAccessible::installFactory(makeAccessible);
-    auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(2);
     for (const auto& color : orvellos::tagPalette) {
-        auto* swatch = new ColorSwatch(toQString(color.name));
+        auto* swatch = new ColorSwatch(toQString(color.name), this);
         swatch->setFill(colorOf(std::string(color.hex)));
         connect(swatch, &QRadioButton::clicked, this, [this, hex = std::string(color.hex)] { choose(hex); });
-        row->addWidget(swatch);
         swatches_.push_back(swatch);
     }
-    custom_ = new ColorSwatch(toQString(orvellos::CreateTagForm::kCustomColorHelp));
+    custom_ = new ColorSwatch(toQString(orvellos::CreateTagForm::kCustomColorHelp), this);
     connect(custom_, &QRadioButton::clicked, this, [this] {
         colorPanel_.show(this, colorOf(chosen_),
                          [this](const QColor& color) { choose(orvellos::hexFromColor(toColor(color))); });
         showChoice();
     });
-    row->addWidget(custom_);
-    row->addStretch();
+    setFixedSize(static_cast<int>(swatches_.size()) * kPitch + kSide, kSide);
     showChoice();
+}
+
+void ColorSwatches::resizeEvent(QResizeEvent* /*event*/) {
+    int x = 0;
+    const auto place = [&](QWidget& swatch) {
+        swatch.setGeometry(QStyle::visualRect(layoutDirection(), rect(), {x, 0, kSide, kSide}));
+        x += kPitch;
+    };
+    for (auto* swatch : swatches_) place(*swatch);
+    place(*custom_);
+}
+
+QHBoxLayout* makeRowAboveSwatches(QWidget* widget) {
+    auto* row = new QHBoxLayout;
+    row->setContentsMargins(kAroundSwatch, 0, 0, 0);
+    row->addWidget(widget);
+    return row;
 }
 
 void ColorSwatches::choose(const std::string& colorHex) {

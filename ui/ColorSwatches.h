@@ -7,7 +7,7 @@
 
 #include "ui/ColorPanel.h"
 
-class QAbstractButton;
+class QHBoxLayout;
 
 namespace ui {
 
@@ -20,6 +20,9 @@ class ColorSwatches final : public QWidget {
     ColorSwatches(ColorPanel& colorPanel, const std::string& chosen,
                   std::function<void(const std::string&)> onChoose);
 
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+
   private:
     void choose(const std::string& colorHex);
     void showChoice();
@@ -30,5 +33,10 @@ class ColorSwatches final : public QWidget {
     std::vector<ColorSwatch*> swatches_;
     ColorSwatch* custom_ = nullptr;
 };
+
+// How far the circles are inside; what stands above them lines up with them in a row with as much room at its
+// left.
+inline constexpr int kAroundSwatch = 6;
+[[nodiscard]] QHBoxLayout* makeRowAboveSwatches(QWidget* widget);
 
 }  // namespace ui

@@ -7,7 +7,6 @@
 
 #include "ui/ColorSwatches.h"
 #include "ui/FormParts.h"
-#include "ui/PlainText.h"
 
 namespace ui {
 
@@ -15,19 +14,19 @@ using orvellos::CreateTagForm;
 
 CreateTagView::CreateTagView(CreateTagForm& form, ColorPanel& colorPanel) : form_(form) {
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(24, 22, 24, 20);
+    column->setContentsMargins(24 - kAroundSwatch, 22, 24, 20);
     column->setSpacing(0);
-    column->addWidget(makeHeading(CreateTagForm::kHeading));
+    column->addLayout(makeRowAboveSwatches(makeHeading(CreateTagForm::kHeading)));
     column->addSpacing(4);
-    column->addWidget(makeSecondary(CreateTagForm::kExplanation));
+    column->addLayout(makeRowAboveSwatches(makeSecondary(CreateTagForm::kExplanation)));
     column->addSpacing(16);
-    column->addWidget(makeField());
+    column->addLayout(makeRowAboveSwatches(makeField()));
     column->addSpacing(16);
-    column->addWidget(makeSecondary(CreateTagForm::kColorCaption, QFont::DemiBold));
+    column->addLayout(makeRowAboveSwatches(makeSecondary(CreateTagForm::kColorCaption, QFont::DemiBold)));
     column->addSpacing(6);
     column->addWidget(makeColors(colorPanel));
     column->addStretch();
-    column->addWidget(makeButtons());
+    column->addLayout(makeButtons());
     setFocusProxy(field_);
 }
 
@@ -45,20 +44,14 @@ QWidget* CreateTagView::makeColors(ColorPanel& colorPanel) {
                              [this](const std::string& colorHex) { form_.colorHex = colorHex; });
 }
 
-QWidget* CreateTagView::makeButtons() {
-    auto* buttons = new QWidget;
-    auto* row = new QHBoxLayout(buttons);
-    row->setContentsMargins(0, 0, 0, 0);
-    auto* cancel = new QPushButton(toQString(CreateTagForm::kCancel));
+QHBoxLayout* CreateTagView::makeButtons() {
+    auto* cancel = makePushButton(CreateTagForm::kCancel);
     connect(cancel, &QPushButton::clicked, this, [this] { form_.cancel(); });
-    create_ = new QPushButton(toQString(CreateTagForm::kCreate));
+    create_ = makePushButton(CreateTagForm::kCreate);
     create_->setDefault(true);
     create_->setEnabled(form_.canCreate());
     connect(create_, &QPushButton::clicked, this, [this] { form_.submit(); });
-    row->addStretch();
-    row->addWidget(cancel);
-    row->addWidget(create_);
-    return buttons;
+    return makeButtonRow({}, {cancel, create_});
 }
 
 }  // namespace ui

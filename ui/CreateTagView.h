@@ -5,6 +5,7 @@
 #include "orvellos/CreateTagForm.h"
 #include "ui/ColorPanel.h"
 
+class QHBoxLayout;
 class QLineEdit;
 class QPushButton;
 
@@ -19,7 +20,7 @@ class CreateTagView final : public QWidget {
   private:
     [[nodiscard]] QWidget* makeField();
     [[nodiscard]] QWidget* makeColors(ColorPanel& colorPanel);
-    [[nodiscard]] QWidget* makeButtons();
+    [[nodiscard]] QHBoxLayout* makeButtons();
 
     orvellos::CreateTagForm& form_;
     QLineEdit* field_ = nullptr;

@@ -15,6 +15,8 @@
 #include "ui/ColorSwatches.h"
 #include "ui/ElidedLabel.h"
 #include "ui/FormParts.h"
+#include "ui/Metrics.h"
+#include "ui/PanelSize.h"
 #include "ui/PlainText.h"
 #include "ui/QtColor.h"
 #include "ui/Symbols.h"
@@ -28,17 +30,11 @@ using orvellos::Tag;
 namespace {
 
 constexpr int kMargin = 20;
+constexpr int kWidth = 460;
 constexpr int kHighest = 520;
 constexpr int kDot = 14;
 const auto kEditorName = QStringLiteral("editor");
 const auto kPencilName = QStringLiteral("pencil");
-
-QLabel* makeDot(const QColor& color) {
-    auto* dot = new QLabel;
-    dot->setPixmap(dotPixmap(color, kDot, kDot, dot->devicePixelRatioF()));
-    dot->setFixedSize(kDot, kDot);
-    return dot;
-}
 
 QWidget* makeFrame() {
     auto* frame = new QWidget;
@@ -69,12 +65,7 @@ EditTagsView::EditTagsView(EditTagsList& list, ColorPanel& colorPanel)
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(makeTop());
-    scroll_ = new QScrollArea;
-    scroll_->setWidgetResizable(true);
-    scroll_->setFrameShape(QFrame::NoFrame);
-    scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll_->setFocusPolicy(Qt::NoFocus);
-    scroll_->viewport()->setAutoFillBackground(false);
+    scroll_ = makeScrollArea();
     column->addWidget(scroll_);
     shown_ = present();
     fill();
@@ -84,7 +75,7 @@ EditTagsView::EditTagsView(EditTagsList& list, ColorPanel& colorPanel)
 QSize EditTagsView::sizeHint() const {
     const int rows = scroll_->widget()->sizeHint().height();
     const int top = layout()->itemAt(0)->sizeHint().height();
-    return {460, std::min(top + rows, kHighest)};
+    return {scaled(kWidth), std::min({top + rows, scaled(kHighest), roomOn(screen()).height()})};
 }
 
 EditTagsView::Shown EditTagsView::present() const {
@@ -118,7 +109,7 @@ void EditTagsView::fill() {
     const int position = scroll_->verticalScrollBar() ? scroll_->verticalScrollBar()->value() : 0;
     auto* rows = new QWidget;
     auto* column = new QVBoxLayout(rows);
-    column->setContentsMargins(kMargin, 0, kMargin - 4, kMargin - 6);
+    column->setContentsMargins(kMargin - kAroundSwatch, 0, kMargin - 4, kMargin - 6);
     column->setSpacing(2);
     rowWidgets_.clear();
     for (const auto& row : shown_.rows) {
@@ -134,6 +125,8 @@ void EditTagsView::fill() {
     scroll_->setWidget(rows);
     rows->setAutoFillBackground(false);
     scroll_->verticalScrollBar()->setValue(position);
+    scroll_->setMinimumWidth(rows->minimumSizeHint().width() +
+                             scroll_->verticalScrollBar()->sizeHint().width());
     giveFocus(focus);
     updateGeometry();
     if (auto* panel = window(); panel != this && panel->isVisible())
@@ -190,9 +183,9 @@ QWidget* EditTagsView::makeRow(const Row& row) {
     const auto& tag = row.tag;
     auto* frame = makeFrame();
     auto* line = new QHBoxLayout(frame);
-    line->setContentsMargins(0, 3, 0, 3);
+    line->setContentsMargins(kAroundSwatch, 3, 0, 3);
     line->setSpacing(2);
-    line->addWidget(makeDot(toQColor(orvellos::tagColor(tag))));
+    line->addWidget(makeDot(toQColor(orvellos::tagColor(tag)), kDot));
     line->addSpacing(8);
     auto* label = new ElidedLabel(toQString(tag.label));
     line->addWidget(label, 1);
@@ -227,7 +220,6 @@ QToolButton* EditTagsView::makePositionButton(const Tag& tag) {
     button->setAccessibleName(toQString(EditTagsList::positionLabel(tag)));
     button->setObjectName(QStringLiteral("position"));
     button->setPopupMode(QToolButton::InstantPopup);
-    button->setStyleSheet(QStringLiteral("QToolButton::menu-indicator { image: none; }"));
     auto* menu = new QMenu(button);
     const auto add = [&](std::string_view symbol, std::string_view title, auto action) {
         menu->addAction(symbolIcon(symbol), toQString(title), this, [action, id = tag.id] { action(id); });
@@ -248,24 +240,20 @@ QWidget* EditTagsView::makeEditor() {
     const auto& buffer = *list_.editBuffer();
     auto* field = makeLabelField(buffer.label);
     field->setObjectName(kEditorName);
-    column->addWidget(field);
+    column->addLayout(makeRowAboveSwatches(field));
     column->addWidget(new ColorSwatches(colorPanel_, buffer.colorHex, [this](const std::string& colorHex) {
         if (list_.editBuffer()) list_.editBuffer()->colorHex = colorHex;
     }));
-    auto* buttons = new QHBoxLayout;
-    auto* save = new QPushButton(toQString(EditTagsList::kSave));
+    auto* save = makePushButton(EditTagsList::kSave);
     save->setDefault(true);
     connect(save, &QPushButton::clicked, this, [this] { list_.save(); });
-    auto* cancel = new QPushButton(toQString(EditTagsList::kCancel));
+    auto* cancel = makePushButton(EditTagsList::kCancel);
     connect(cancel, &QPushButton::clicked, this, [this] { list_.cancelEdit(); });
     connect(field, &QLineEdit::textChanged, this, [this, save](const QString& text) {
         if (list_.editBuffer()) list_.editBuffer()->label = text.toStdString();
         save->setEnabled(list_.canSave());
     });
-    buttons->addStretch();
-    buttons->addWidget(save);
-    buttons->addWidget(cancel);
-    column->addLayout(buttons);
+    column->addLayout(makeButtonRow({}, {cancel, save}));
     return frame;
 }
 

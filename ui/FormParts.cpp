@@ -2,19 +2,25 @@
 
 #include <QApplication>
 #include <QEvent>
-#include <QFontDatabase>
+#include <QHBoxLayout>
+#include <QPainter>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QToolButton>
 #include <functional>
 #include <utility>
 
 #include "orvellos/CreateTagForm.h"
+#include "ui/FocusRing.h"
+#include "ui/Metrics.h"
 #include "ui/PlainText.h"
 #include "ui/Symbols.h"
 
 namespace ui {
 
 namespace {
+
+constexpr int kBetweenButtons = 8;
 
 // A label in a colour that is told anew when the palette changes.
 class PaletteLabel final : public QLabel {
@@ -26,33 +32,37 @@ class PaletteLabel final : public QLabel {
         QLabel::changeEvent(event);
         if (event->type() == QEvent::PaletteChange) color_(*this);
     }
+    // One whose text can be selected can have the keyboard.
+    void paintEvent(QPaintEvent* event) override {
+        QLabel::paintEvent(event);
+        if (!hasFocus()) return;
+        QPainter painter(this);
+        drawFocusRing(painter, rect(), kCorner, QApplication::palette());
+    }
 
   private:
     std::function<void(QLabel&)> color_;
 };
 
-QLabel* styled(QLabel* label, std::string_view text, int pixels, QFont::Weight weight) {
+QLabel* styled(QLabel* label, std::string_view text, double factor, QFont::Weight weight) {
     label->setText(toQString(text));
     label->setTextFormat(Qt::PlainText);
-    return inSize(label, pixels, weight);
+    return inSize(label, factor, weight);
 }
 
 }  // namespace
 
-QLabel* inSize(QLabel* label, int pixels, QFont::Weight weight) {
-    auto font = label->font();
-    font.setPixelSize(pixels);
-    font.setWeight(weight);
-    label->setFont(font);
+QLabel* inSize(QLabel* label, double factor, QFont::Weight weight) {
+    label->setFont(scaledFont(factor, weight));
     return label;
 }
 
 QLabel* makeHeading(std::string_view text) {
-    return styled(new QLabel, text, 15, QFont::Bold);
+    return styled(new QLabel, text, font_scale::kHeading, QFont::Bold);
 }
 
 QLabel* makeText(std::string_view text) {
-    auto* label = styled(new QLabel, text, 13, QFont::Normal);
+    auto* label = styled(new QLabel, text, font_scale::kBody, QFont::Normal);
     label->setWordWrap(true);
     return label;
 }
@@ -64,20 +74,33 @@ QLabel* makeSecondary(std::string_view text, QFont::Weight weight, PaletteColor 
         colored.setPalette(palette);
     });
     label->setWordWrap(true);
-    return styled(label, text, 12, weight);
+    return styled(label, text, font_scale::kSecondary, weight);
 }
 
 QLabel* makeSymbol(std::string_view name, int points, PaletteColor color) {
     return new PaletteLabel([name = std::string(name), points, color](QLabel& label) {
         label.setPixmap(
-            symbolPixmap(name, color(QApplication::palette()), points, label.devicePixelRatioF()));
+            symbolPixmap(name, color(QApplication::palette()), scaled(points), label.devicePixelRatioF()));
     });
 }
 
-QFont fixedFont(int size) {
-    auto font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    font.setPixelSize(size);
-    return font;
+QLabel* makeDot(const QColor& fill, int points) {
+    return new PaletteLabel([fill, points](QLabel& label) {
+        label.setPixmap(dotOnGround(fill, windowColor(QApplication::palette()), scaled(points),
+                                    label.devicePixelRatioF()));
+    });
+}
+
+QScrollArea* makeScrollArea(QWidget* content) {
+    auto* area = new QScrollArea;
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->viewport()->setAutoFillBackground(false);
+    if (!content) return area;
+    area->setWidget(content);
+    content->setAutoFillBackground(false);
+    return area;
 }
 
 QLineEdit* makeLabelField(const std::string& text) {
@@ -85,22 +108,29 @@ QLineEdit* makeLabelField(const std::string& text) {
     field->setMaxLength(kLongestLabel);
     field->setPlaceholderText(toQString(orvellos::CreateTagForm::kPlaceholder));
     field->setAccessibleName(QStringLiteral("Label"));
-    field->setMinimumHeight(28);
     return field;
 }
 
 QPushButton* makePushButton(std::string_view title) {
     auto* button = new QPushButton(menuText(title));
     button->setAutoDefault(false);
-    button->setMinimumSize(button->sizeHint().width() + 14, 28);
     return button;
+}
+
+QHBoxLayout* makeButtonRow(const std::vector<QPushButton*>& atStart, const std::vector<QPushButton*>& atEnd) {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(kBetweenButtons);
+    for (auto* button : atStart) row->addWidget(button);
+    row->addStretch();
+    for (auto* button : atEnd) row->addWidget(button);
+    return row;
 }
 
 QToolButton* makeSymbolButton(std::string_view symbol, std::string_view help) {
     auto* button = new QToolButton;
     button->setIcon(symbolIcon(symbol));
-    button->setIconSize({16, 16});
-    button->setFixedSize(26, 26);
+    button->setIconSize({scaled(16), scaled(16)});
+    button->setFixedSize(controlHeight(), controlHeight());
     button->setAutoRaise(true);
     button->setFocusPolicy(Qt::StrongFocus);
     setHelp(*button, help);

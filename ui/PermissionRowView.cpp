@@ -8,6 +8,7 @@
 
 #include "ui/Emphasis.h"
 #include "ui/FormParts.h"
+#include "ui/Metrics.h"
 #include "ui/PlainText.h"
 
 namespace ui {
@@ -17,7 +18,11 @@ using orvellos::PermissionRow;
 namespace {
 
 constexpr int kSymbol = 18;
-constexpr int kIndent = kSymbol + 8;
+constexpr int kGap = 6;
+
+int indent() {
+    return scaled(kSymbol) + kGap;
+}
 
 }  // namespace
 
@@ -27,7 +32,7 @@ PermissionRowView::PermissionRowView(PermissionRow row) : row_(std::move(row)) {
     column->setSpacing(4);
     column->addLayout(makeFirstLine());
     auto* text = makeSecondary(row_.text);
-    text->setContentsMargins(kIndent, 0, 0, 0);
+    text->setContentsMargins(indent(), 0, 0, 0);
     column->addWidget(text);
     if (!row_.hint.empty()) column->addWidget(makeHint());
     refresh();
@@ -35,20 +40,16 @@ PermissionRowView::PermissionRowView(PermissionRow row) : row_(std::move(row)) {
 
 QHBoxLayout* PermissionRowView::makeFirstLine() {
     auto* line = new QHBoxLayout;
-    line->setSpacing(8);
+    line->setSpacing(kGap);
     auto* grantedSymbol = makeSymbol(PermissionRow::kGrantedSymbol, kSymbol, grantedColor);
     auto* missingSymbol = makeSymbol(PermissionRow::kMissingSymbol, kSymbol, secondaryLabelColor);
-    auto* title = inSize(makeText(row_.title), 13, QFont::DemiBold);
+    auto* title = inSize(makeText(row_.title), font_scale::kBody, QFont::DemiBold);
     auto* granted = makeSecondary(PermissionRow::kGranted, QFont::Medium);
     granted->setWordWrap(false);
     auto* reload = makeButton(PermissionRow::kReload, row_.reload);
     setHelp(*reload, PermissionRow::kReloadHelp);
     auto* request = makeButton(row_.requestTitle, row_.request);
     auto* openSettings = makeButton(PermissionRow::kOpenSettings, row_.openSettings);
-    for (auto* button : {reload, openSettings}) {
-        button->setFlat(true);
-        button->setFixedWidth(button->fontMetrics().horizontalAdvance(button->text()) + 16);
-    }
     whenGranted_ = {grantedSymbol, granted, reload};
     whenMissing_ = {missingSymbol, request, openSettings};
     line->addWidget(grantedSymbol);
@@ -62,7 +63,7 @@ QHBoxLayout* PermissionRowView::makeFirstLine() {
 QWidget* PermissionRowView::makeHint() {
     auto* box = new QWidget;
     auto* column = new QVBoxLayout(box);
-    column->setContentsMargins(kIndent, 4, 0, 0);
+    column->setContentsMargins(indent(), 4, 0, 0);
     column->setSpacing(8);
     auto* hint = makeSecondary("");
     hint->setTextFormat(Qt::RichText);

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "platform/Color.h"
+#include "ui/Contrast.h"
 
 namespace ui {
 
@@ -22,31 +23,52 @@ inline const QColor kSystemBlue(0, 122, 255);
 // One of the colours that depend on a palette.
 using PaletteColor = QColor (*)(const QPalette&);
 
-// The label colours of this palette, each fainter than the one before.
+[[nodiscard]] inline QColor windowColor(const QPalette& palette) {
+    return palette.color(QPalette::Active, QPalette::Window);
+}
+[[nodiscard]] inline bool isDark(const QPalette& palette) {
+    return windowColor(palette).lightnessF() < 0.5F;
+}
+
+// The label colours of this palette, each fainter than the one before, and none too faint to be read.
 [[nodiscard]] inline QColor labelColor(const QPalette& palette) {
     return palette.color(QPalette::Active, QPalette::WindowText);
 }
-[[nodiscard]] inline QColor secondaryLabelColor(const QPalette& palette) {
+[[nodiscard]] inline QColor fainterLabelColor(const QPalette& palette, float alpha) {
     auto color = labelColor(palette);
-    color.setAlphaF(0.62F);
-    return color;
+    color.setAlphaF(alpha);
+    return legible(windowColor(palette), color, kTextContrast);
+}
+[[nodiscard]] inline QColor secondaryLabelColor(const QPalette& palette) {
+    return fainterLabelColor(palette, 0.62F);
 }
 [[nodiscard]] inline QColor tertiaryLabelColor(const QPalette& palette) {
-    auto color = labelColor(palette);
-    color.setAlphaF(0.42F);
-    return color;
+    return fainterLabelColor(palette, 0.42F);
 }
-[[nodiscard]] inline bool isDark(const QPalette& palette) {
-    return palette.color(QPalette::Active, QPalette::Window).lightnessF() < 0.5F;
-}
-// An orange that can be read on the palette's windows.
+// An orange that can be read on the palette's windows, and a green and a yellow that can be seen there.
 [[nodiscard]] inline QColor warningColor(const QPalette& palette) {
-    return isDark(palette) ? QColor(255, 179, 64) : QColor(180, 83, 9);
+    return legible(windowColor(palette), QColor(255, 159, 10), kTextContrast);
+}
+[[nodiscard]] inline QColor grantedColor(const QPalette& palette) {
+    return legible(windowColor(palette), QColor(48, 209, 88), kShapeContrast);
 }
 
-// A green that can be seen on them.
-[[nodiscard]] inline QColor grantedColor(const QPalette& palette) {
-    return isDark(palette) ? QColor(50, 215, 75) : QColor(32, 145, 60);
+// What is chosen or on is filled with the accent, which the palette's highlighted text can be read on.
+[[nodiscard]] inline QColor accentColor(const QPalette& palette) {
+    return palette.color(QPalette::Active, QPalette::Highlight);
+}
+[[nodiscard]] inline QColor onAccentColor(const QPalette& palette) {
+    return palette.color(QPalette::Active, QPalette::HighlightedText);
+}
+// The accent as a shape of its own on a window.
+[[nodiscard]] inline QColor accentShapeColor(const QPalette& palette) {
+    return legible(windowColor(palette), accentColor(palette), kShapeContrast);
+}
+// What outlines the shapes that can be told from a window by it alone.
+[[nodiscard]] inline QColor outlineColor(const QPalette& palette) {
+    auto color = labelColor(palette);
+    color.setAlphaF(0.3F);
+    return legible(windowColor(palette), color, kShapeContrast);
 }
 
 }  // namespace ui

@@ -5,14 +5,27 @@
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
 #include <QVBoxLayout>
 #include <QWindow>
 #include <utility>
 
 #include "ui/ApplicationIcon.h"
+#include "ui/FormParts.h"
+#include "ui/PanelSize.h"
 #include "ui/PlainText.h"
 
 namespace ui {
+
+namespace {
+
+// The one with the pointer; null while there is none.
+const QScreen* screenOfUser() {
+    const auto* screen = QGuiApplication::screenAt(QCursor::pos());
+    return screen ? screen : QGuiApplication::primaryScreen();
+}
+
+}  // namespace
 
 QtPanel::QtPanel(const platform::PanelShell& shell, QWidget* content, Callbacks callbacks)
     : isMovableByBackground_(shell.isMovableByBackground),
@@ -26,15 +39,16 @@ QtPanel::QtPanel(const platform::PanelShell& shell, QWidget* content, Callbacks 
     setWindowIcon(applicationIcon());
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
-    column->addWidget(content_);
-    const int width = static_cast<int>(shell.contentSize.width);
-    const int height = shell.contentSize.height > 0 ? static_cast<int>(shell.contentSize.height)
-                                                    : content_->sizeHint().height();
-    resize(width, height);
-    if (shell.isResizable)
-        setMinimumSize(width * 3 / 4, std::min(height, 160));
+    const auto size = panelSize(shell, *content_, roomOn(screenOfUser()));
+    if (size.cutsContent)
+        column->addWidget(makeScrollArea(content_));
     else
-        setFixedSize(width, height);
+        column->addWidget(content_);
+    resize(size.usual);
+    if (shell.isResizable)
+        setMinimumSize(size.least);
+    else
+        setFixedSize(size.usual);
     winId();  // makes the window, so that its events can be followed
     windowHandle()->installEventFilter(this);
     centerOnScreen();
@@ -45,8 +59,7 @@ platform::WindowNumber QtPanel::number() const {
 }
 
 void QtPanel::centerOnScreen() {
-    const auto* screen = QGuiApplication::screenAt(QCursor::pos());
-    if (!screen) screen = QGuiApplication::primaryScreen();
+    const auto* screen = screenOfUser();
     if (!screen) return;
     auto place = geometry();
     place.moveCenter(screen->availableGeometry().center());

@@ -9,6 +9,7 @@
 
 #include "ui/Blur.h"
 #include "ui/ElidedLabel.h"
+#include "ui/Metrics.h"
 #include "ui/PlainText.h"
 #include "ui/QtColor.h"
 #include "ui/X11Window.h"
@@ -25,12 +26,6 @@ constexpr double kShadowSigma = 6.5;
 constexpr int kShadowDrop = 4;
 constexpr int kShadowMargin = 24;
 constexpr double kShadowOpacity = 0.3;
-
-QFont toastFont(QFont font, QFont::Weight weight) {
-    font.setPixelSize(12);
-    font.setWeight(weight);
-    return font;
-}
 
 QColor ground(const QPalette& palette) {
     const auto window = palette.color(QPalette::Window);
@@ -73,7 +68,7 @@ QtToast::QtToast(const orvellos::UndoToastView& view) {
     auto* row = new QHBoxLayout(this);
     row->setSpacing(12);
     auto* message = new ElidedLabel(toQString(view.message));
-    message->setFont(toastFont(font(), QFont::Medium));
+    message->setFont(scaledFont(font_scale::kSecondary, QFont::Medium));
     row->addWidget(message);
     if (view.onUndo) row->addWidget(makeButton(view.onUndo));
     setComposited(false);
@@ -84,7 +79,7 @@ QToolButton* QtToast::makeButton(std::function<void()> undo) const {
     const auto text = toQString(orvellos::UndoToastView::kButton);
     button->setText(text);
     button->setAccessibleName(text);
-    button->setFont(toastFont(font(), QFont::DemiBold));
+    button->setFont(scaledFont(font_scale::kSecondary, QFont::DemiBold));
     button->setAutoRaise(true);
     button->setFocusPolicy(Qt::NoFocus);
     button->setStyleSheet(QStringLiteral("QToolButton { border: none; padding: 0; color: %1; }"
@@ -97,7 +92,7 @@ QToolButton* QtToast::makeButton(std::function<void()> undo) const {
 void QtToast::setComposited(bool isComposited) {
     margin_ = isComposited ? kShadowMargin : 0;
     layout()->setContentsMargins(kInset + QMargins(margin_, margin_, margin_, margin_));
-    setMaximumWidth(kWidest + 2 * margin_);
+    setMaximumWidth(scaled(kWidest) + 2 * margin_);
     adjustSize();
     cutOut();
     update();

@@ -17,6 +17,7 @@
 #include "orvellos/TagColor.h"
 #include "platform/KeyMonitor.h"
 #include "ui/FormParts.h"
+#include "ui/Metrics.h"
 #include "ui/PlainText.h"
 #include "ui/QtColor.h"
 #include "ui/Symbols.h"
@@ -29,6 +30,7 @@ using orvellos::QuickSwitcher;
 namespace {
 
 constexpr int kRowHeight = 34;
+constexpr int kRowPadding = 6;
 constexpr int kInset = 12;
 constexpr int kDot = 12;
 constexpr int kCheckmark = 14;
@@ -58,9 +60,9 @@ class RowPainter final : public QStyledItemDelegate {
     RowPainter(const QuickSwitcher& switcher, QObject* parent)
         : QStyledItemDelegate(parent), switcher_(switcher) {}
 
-    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& /*option*/,
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
                                  const QModelIndex& /*index*/) const override {
-        return {0, kRowHeight};
+        return {0, std::max(scaled(kRowHeight), option.fontMetrics.height() + 2 * kRowPadding)};
     }
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override {
@@ -71,12 +73,11 @@ class RowPainter final : public QStyledItemDelegate {
         painter->setRenderHint(QPainter::Antialiasing);
         if (selected) {
             painter->setPen(Qt::NoPen);
-            painter->setBrush(palette.color(QPalette::Active, QPalette::Highlight));
+            painter->setBrush(accentColor(palette));
             painter->drawRoundedRect(option.rect, 6, 6);
         }
-        const auto color =
-            selected ? palette.color(QPalette::Active, QPalette::HighlightedText) : labelColor(palette);
-        paintRow(*painter, option, row, color);
+        const auto ground = selected ? accentColor(palette) : windowColor(palette);
+        paintRow(*painter, option, row, {ground, selected ? onAccentColor(palette) : labelColor(palette)});
         painter->restore();
     }
     // The whole label, where it is cut off.
@@ -95,58 +96,64 @@ class RowPainter final : public QStyledItemDelegate {
 
   private:
     [[nodiscard]] static int desktopWidth(const MenuSpaceRow& row) {
-        return QFontMetrics(fixedFont(12)).horizontalAdvance(toQString(QuickSwitcher::desktopText(row)));
+        return QFontMetrics(fixedFont(font_scale::kSecondary))
+            .horizontalAdvance(toQString(QuickSwitcher::desktopText(row)));
     }
     // Where the label is when texts run from left to right.
     [[nodiscard]] static QRect titleArea(const QRect& row, const MenuSpaceRow& space) {
-        return row.adjusted(kInset + kDot + kGap, 0, -kInset - kCheckmark - kGap - desktopWidth(space) - kGap,
-                            0);
+        return row.adjusted(kInset + scaled(kDot) + kGap, 0,
+                            -kInset - scaled(kCheckmark) - kGap - desktopWidth(space) - kGap, 0);
     }
+    struct Colors {
+        QColor ground;
+        QColor text;
+        // As faint as can be read.
+        [[nodiscard]] QColor faint() const {
+            auto color = text;
+            color.setAlphaF(0.62F);
+            return legible(ground, color, kTextContrast);
+        }
+    };
+
     static void paintRow(QPainter& painter, const QStyleOptionViewItem& option, const MenuSpaceRow& row,
-                         QColor color) {
-        const auto ratio = painter.device()->devicePixelRatioF();
-        auto rest = option.rect.adjusted(kInset, 0, -kInset, 0);
-        const auto place = [&](QRect area) {
-            return QStyle::visualRect(option.direction, option.rect, area);
+                         const Colors& colors) {
+        auto rest = paintSymbols(painter, option, row, colors);
+        const bool mirrored = option.direction == Qt::RightToLeft;
+        const auto draw = [&](bool atEnd, const QString& text) {
+            const auto side = atEnd == mirrored ? Qt::AlignLeft : Qt::AlignRight;
+            painter.drawText(
+                QStyle::visualRect(option.direction, option.rect, rest),
+                static_cast<int>(side) | Qt::AlignVCenter | Qt::TextSingleLine | Qt::AlignAbsolute, text);
         };
-        const auto centred = [&](int x, int size) {
-            return place({x, rest.center().y() - size / 2 + 1, size, size});
-        };
-        if (row.tag) paintDot(painter, centred(rest.left(), kDot), *row.tag, option);
-        rest.setLeft(rest.left() + kDot + kGap);
-        if (row.isActive)
-            painter.drawPixmap(centred(rest.right() - kCheckmark, kCheckmark),
-                               symbolPixmap("checkmark", color, kCheckmark, ratio));
-        rest.setRight(rest.right() - kCheckmark - kGap);
-        auto faint = color;
-        faint.setAlphaF(0.62F);
         const auto desktop = toQString(QuickSwitcher::desktopText(row));
-        painter.setFont(fixedFont(12));
-        const int width = desktopWidth(row);
-        painter.setPen(faint);
-        painter.drawText(place({rest.right() - width, rest.top(), width + 1, rest.height()}),
-                         Qt::AlignVCenter | Qt::TextSingleLine, desktop);
-        const auto title = titleArea(option.rect, row);
+        painter.setFont(fixedFont(font_scale::kSecondary));
+        painter.setPen(colors.faint());
+        draw(true, desktop);
+        rest = titleArea(option.rect, row);
         painter.setFont(option.font);
-        painter.setPen(row.tag ? color : faint);
-        painter.drawText(
-            place(title),
-            static_cast<int>(Qt::AlignVCenter | Qt::TextSingleLine |
-                             (option.direction == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft) |
-                             Qt::AlignAbsolute),
-            painter.fontMetrics().elidedText(toQString(QuickSwitcher::title(row)), Qt::ElideRight,
-                                             title.width()));
+        painter.setPen(row.tag ? colors.text : colors.faint());
+        draw(false, painter.fontMetrics().elidedText(toQString(QuickSwitcher::title(row)), Qt::ElideRight,
+                                                     rest.width()));
     }
 
-    // In a ring where the row's own colour could be the tag's.
-    static void paintDot(QPainter& painter, const QRect& square, const orvellos::Tag& tag,
-                         const QStyleOptionViewItem& option) {
-        const bool selected = (option.state & QStyle::State_Selected) != 0;
-        const auto ratio = painter.device()->devicePixelRatioF();
-        const auto ring = option.palette.color(QPalette::Active, QPalette::HighlightedText);
-        if (selected) painter.drawPixmap(square, dotPixmap(ring, kDot, kDot, ratio));
-        painter.drawPixmap(
-            square, dotPixmap(toQColor(orvellos::tagColor(tag)), selected ? kDot - 3 : kDot, kDot, ratio));
+    // What they leave of the row.
+    static QRect paintSymbols(QPainter& painter, const QStyleOptionViewItem& option, const MenuSpaceRow& row,
+                              const Colors& colors) {
+        auto rest = option.rect.adjusted(kInset, 0, -kInset, 0);
+        const auto centred = [&](int x, int size) {
+            return QStyle::visualRect(option.direction, option.rect,
+                                      {x, rest.center().y() - size / 2 + 1, size, size});
+        };
+        const int dot = scaled(kDot);
+        const int checkmark = scaled(kCheckmark);
+        if (row.tag)
+            drawDot(painter, centred(rest.left(), dot), toQColor(orvellos::tagColor(*row.tag)),
+                    colors.ground);
+        if (row.isActive)
+            painter.drawPixmap(
+                centred(rest.right() - checkmark, checkmark),
+                symbolPixmap("checkmark", colors.text, checkmark, painter.device()->devicePixelRatioF()));
+        return rest.adjusted(dot + kGap, 0, -checkmark - kGap, 0);
     }
 
     const QuickSwitcher& switcher_;
@@ -206,10 +213,10 @@ QWidget* QuickSwitcherView::makeSearch() {
     field_->setFrame(false);
     field_->setPlaceholderText(toQString(QuickSwitcher::kPlaceholder));
     field_->setAccessibleName(toQString(QuickSwitcher::kPlaceholder));
-    auto font = field_->font();
-    font.setPixelSize(18);
-    field_->setFont(font);
-    field_->setStyleSheet(QStringLiteral("QLineEdit { background: transparent; border: none; }"));
+    field_->setFont(scaledFont(font_scale::kSearch));
+    QPalette clear;
+    clear.setColor(QPalette::Base, Qt::transparent);
+    field_->setPalette(clear);
     field_->installEventFilter(this);
     connect(field_, &QLineEdit::textChanged, this, [this](const QString& text) {
         switcher_.setQuery(text.toStdString());

@@ -4,17 +4,18 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QRadioButton>
-#include <utility>
+#include <algorithm>
 
+#include "ui/FocusRing.h"
+#include "ui/Metrics.h"
 #include "ui/QtColor.h"
 
 namespace ui {
 
 namespace {
 
-constexpr int kHeight = 26;
 constexpr int kPadding = 14;
-constexpr double kCorner = 6;
+constexpr int kLeast = 44;
 
 }  // namespace
 
@@ -22,12 +23,12 @@ constexpr double kCorner = 6;
 class Segment final : public QRadioButton {
   public:
     Segment(const QString& text, bool isFirst, bool isLast)
-        : QRadioButton(text), isFirst_(isFirst), isLast_(isLast) {
-        setMinimumWidth(44);
-    }
+        : QRadioButton(text), isFirst_(isFirst), isLast_(isLast) {}
     [[nodiscard]] QSize sizeHint() const override {
-        return {fontMetrics().horizontalAdvance(text()) + 2 * kPadding, kHeight};
+        return {std::max(fontMetrics().horizontalAdvance(text()) + 2 * scaled(kPadding), scaled(kLeast)),
+                controlHeight()};
     }
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
     // A group of radio buttons does not give up its only choice otherwise.
     void setChosen(bool chosen) {
         setAutoExclusive(false);
@@ -44,19 +45,13 @@ class Segment final : public QRadioButton {
         const bool roundLeft = layoutDirection() == Qt::RightToLeft ? isLast_ : isFirst_;
         const bool roundRight = layoutDirection() == Qt::RightToLeft ? isFirst_ : isLast_;
         const auto box = QRectF(rect()).adjusted(0.5, 0.5, roundRight ? -0.5 : 0.5, -0.5);
-        auto line = labelColor(palette());
-        line.setAlphaF(0.22F);
-        painter.setPen(line);
-        painter.setBrush(
-            palette().color(QPalette::Active, isChecked() ? QPalette::Highlight : QPalette::Base));
+        painter.setPen(outlineColor(palette()));
+        painter.setBrush(isChecked() ? accentColor(palette())
+                                     : palette().color(QPalette::Active, QPalette::Base));
         painter.drawPath(outline(box, roundLeft, roundRight));
-        painter.setPen(isChecked() ? palette().color(QPalette::Active, QPalette::HighlightedText)
-                                   : labelColor(palette()));
+        painter.setPen(isChecked() ? onAccentColor(palette()) : labelColor(palette()));
         painter.drawText(rect(), Qt::AlignCenter, text());
-        if (!hasFocus()) return;
-        painter.setBrush(Qt::NoBrush);
-        painter.setPen(QPen(painter.pen().color(), 1, Qt::DotLine));
-        painter.drawRect(box.adjusted(3, 3, -3, -3));
+        if (hasFocus()) drawFocusRing(painter, rect(), kCorner, palette());
     }
 
   private:

@@ -3,11 +3,13 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <variant>
 
 #include "ui/Emphasis.h"
+#include "ui/FocusRing.h"
 #include "ui/FormParts.h"
 #include "ui/PermissionRowView.h"
 #include "ui/PlainText.h"
@@ -26,6 +28,7 @@ using orvellos::ToggleRow;
 namespace {
 
 constexpr int kMargin = 22;
+constexpr int kBesideSwitch = static_cast<int>(kFocusRoom);  // lines the other controls up with its track
 constexpr int kBetweenRows = 12;
 constexpr int kBetweenSections = 22;
 
@@ -43,18 +46,13 @@ void showWarning(QLabel& label, const QString& text) {
 
 }  // namespace
 
-SettingsView::SettingsView(SettingsForm& form) : scroll_(new QScrollArea) {
-    scroll_->setWidgetResizable(true);
-    scroll_->setFrameShape(QFrame::NoFrame);
-    scroll_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll_->setFocusPolicy(Qt::NoFocus);
-    scroll_->viewport()->setAutoFillBackground(false);
+SettingsView::SettingsView(SettingsForm& form) : scroll_(makeScrollArea()) {
     auto* whole = new QVBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);
     whole->addWidget(scroll_);
     auto* rows = new QWidget;
     column_ = new QVBoxLayout(rows);
-    column_->setContentsMargins(kMargin, kMargin - 4, kMargin, kMargin);
+    column_->setContentsMargins(kMargin, kMargin - 4, kMargin - kBesideSwitch, kMargin);
     column_->setSpacing(4);
     for (const auto& section : form.sections()) {
         if (column_->count() > 0) column_->addSpacing(kBetweenSections);
@@ -65,6 +63,8 @@ SettingsView::SettingsView(SettingsForm& form) : scroll_(new QScrollArea) {
     scroll_->setWidget(rows);
     rows->setAutoFillBackground(false);
     refresh();
+    scroll_->setMinimumWidth(rows->minimumSizeHint().width() +
+                             scroll_->verticalScrollBar()->sizeHint().width());
     changes_ = form.subscribe([this] { refresh(); });
 }
 
@@ -77,6 +77,8 @@ void SettingsView::addControl(const std::string& title, QWidget* control, const 
     auto* line = new QHBoxLayout;
     line->addWidget(makeText(title), 1);
     line->addWidget(control);
+    const bool isSwitch = dynamic_cast<const Switch*>(control) != nullptr;
+    line->setContentsMargins(0, 0, isSwitch ? 0 : kBesideSwitch, 0);
     column_->addLayout(line);
     if (footnote.empty()) return;
     auto* label = makeFootnote(footnote);
@@ -133,6 +135,7 @@ void SettingsView::add(const orvellos::ShortcutRow& row) {
 void SettingsView::add(const orvellos::PermissionRow& row) {
     column_->addSpacing(kBetweenRows);
     auto* view = new PermissionRowView(row);
+    view->setContentsMargins(0, 0, kBesideSwitch, 0);
     column_->addWidget(view);
     refreshers_.emplace_back([view] { view->refresh(); });
 }

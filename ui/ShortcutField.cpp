@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "platform/x11/KeyCodes.h"
+#include "ui/Metrics.h"
 #include "ui/PlainText.h"
 #include "ui/QtKeys.h"
 #include "ui/Symbols.h"
@@ -14,6 +15,7 @@ namespace ui {
 
 namespace {
 
+constexpr int kWidth = 168;
 constexpr int kClearButton = 22;
 
 // Absent for a modifier, and for a key that no shortcut can have.
@@ -32,7 +34,7 @@ ShortcutField::ShortcutField(keyboard_shortcuts::Recorder& recorder, const QStri
     setAttribute(Qt::WA_InputMethodEnabled, false);
     setContextMenuPolicy(Qt::NoContextMenu);
     setAlignment(Qt::AlignCenter);
-    setFixedSize(168, 28);
+    setFixedWidth(scaled(kWidth));
     setAccessibleName(name);
     clear_->setToolTip(QStringLiteral("Clear"));
     connect(clear_, &QAction::triggered, this, [this] { recorder_.clear(); });

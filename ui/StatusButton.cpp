@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <algorithm>
 
+#include "ui/Metrics.h"
 #include "ui/PlainText.h"
 #include "ui/QtColor.h"
 #include "ui/StatusIcon.h"
@@ -54,10 +55,7 @@ void StatusButton::settle() {
 }
 
 QFont StatusButton::titleFont() const {
-    auto titled = font();
-    titled.setPixelSize(12);
-    titled.setWeight(QFont::DemiBold);
-    return titled;
+    return scaledFont(font_scale::kSecondary, QFont::DemiBold);
 }
 
 QSize StatusButton::sizeHint() const {
@@ -67,7 +65,7 @@ QSize StatusButton::sizeHint() const {
         const int label = QFontMetrics(titleFont()).horizontalAdvance(toQString(title_.label->text));
         width += kSpace + kDot + kSpace + std::min(label, kWidestLabel);
     }
-    return {width, kHeight};
+    return {width, scaled(kHeight)};
 }
 
 void StatusButton::paintEvent(QPaintEvent* /*event*/) {
@@ -94,7 +92,7 @@ void StatusButton::paintTitle(QPainter& painter) const {
     if (!title_.label) return;
     x += kSpace;
     painter.drawPixmap(QPointF(x, (height() - kDot) / 2.0),
-                       dotPixmap(toQColor(title_.label->dot), kDot, kDot, ratio));
+                       dotOnGround(toQColor(title_.label->dot), windowColor(palette()), kDot, ratio));
     x += kDot + kSpace;
     painter.setFont(titleFont());
     painter.setPen(color);

@@ -2,27 +2,38 @@
 
 #include <QPainter>
 
+#include "ui/FocusRing.h"
+#include "ui/Metrics.h"
 #include "ui/QtColor.h"
 
 namespace ui {
 
+namespace {
+
+constexpr int kWidth = 34;
+constexpr int kHeight = 20;
+constexpr double kAroundKnob = 2;
+
+}  // namespace
+
+QSize Switch::sizeHint() const {
+    constexpr int kRoom = 2 * static_cast<int>(kFocusRoom);
+    return {scaled(kWidth) + kRoom, scaled(kHeight) + kRoom};
+}
+
 void Switch::paintEvent(QPaintEvent* /*event*/) {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF track((width() - 34) / 2.0, (height() - 20) / 2.0, 34, 20);
-    auto off = labelColor(palette());
-    off.setAlphaF(0.25F);
+    const auto track = QRectF(rect()).adjusted(kFocusRoom, kFocusRoom, -kFocusRoom, -kFocusRoom);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(isChecked() ? palette().color(QPalette::Active, QPalette::Highlight) : off);
-    painter.drawRoundedRect(track, 10, 10);
+    painter.setBrush(isChecked() ? accentShapeColor(palette()) : outlineColor(palette()));
+    painter.drawRoundedRect(track, track.height() / 2, track.height() / 2);
     const bool knobIsRight = isChecked() != (layoutDirection() == Qt::RightToLeft);
-    const double x = knobIsRight ? track.right() - 18 : track.left() + 2;
+    const double side = track.height() - 2 * kAroundKnob;
+    const double x = knobIsRight ? track.right() - kAroundKnob - side : track.left() + kAroundKnob;
     painter.setBrush(Qt::white);
-    painter.drawEllipse(QRectF(x, track.top() + 2, 16, 16));
-    if (!hasFocus()) return;
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(labelColor(palette()), 1, Qt::DotLine));
-    painter.drawRoundedRect(track.adjusted(-1.5, -1.5, 1.5, 1.5), 11, 11);
+    painter.drawEllipse(QRectF(x, track.top() + kAroundKnob, side, side));
+    if (hasFocus()) drawFocusRing(painter, rect(), height() / 2.0, palette());
 }
 
 }  // namespace ui

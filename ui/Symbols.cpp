@@ -13,6 +13,9 @@ namespace ui {
 
 namespace {
 
+constexpr double kRim = 1;
+constexpr double kRimContrast = 1.2 * kShapeContrast;  // some of it is lost where it is smoothed
+
 void paint(const SymbolDrawing& drawing, const QColor& color, const QRectF& square, QPainter& painter) {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
@@ -32,6 +35,13 @@ QPixmap transparentPixmap(double points, double devicePixelRatio) {
     return pixmap;
 }
 
+QPixmap drawn(QIconEngine& engine, const QSize& size, QIcon::Mode mode, QIcon::State state) {
+    auto pixmap = transparentPixmap(size.width(), 1);
+    QPainter painter(&pixmap);
+    engine.paint(&painter, pixmap.rect(), mode, state);
+    return pixmap;
+}
+
 class SymbolIcon final : public QIconEngine {
   public:
     SymbolIcon(SymbolDrawing drawing, PaletteColor color) : drawing_(std::move(drawing)), color_(color) {}
@@ -45,15 +55,38 @@ class SymbolIcon final : public QIconEngine {
         ui::paint(drawing_, color, rect, *painter);
     }
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
-        auto pixmap = transparentPixmap(size.width(), 1);
-        QPainter painter(&pixmap);
-        paint(&painter, pixmap.rect(), mode, state);
-        return pixmap;
+        return drawn(*this, size, mode, state);
     }
 
   private:
     SymbolDrawing drawing_;
     PaletteColor color_;
+};
+
+// In the middle of a menu's column.
+class DotIcon final : public QIconEngine {
+  public:
+    DotIcon(const QColor& color, double diameter) : color_(color), diameter_(diameter) {}
+    [[nodiscard]] QIconEngine* clone() const override { return new DotIcon(color_, diameter_); }
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State /*state*/) override {
+        const auto palette = QGuiApplication::palette();
+        QRectF circle(0, 0, diameter_, diameter_);
+        circle.moveCenter(QRectF(rect).center());
+        if (mode == QIcon::Disabled) painter->setOpacity(kDisabled);
+        drawDot(
+            *painter, circle, color_,
+            mode == QIcon::Selected ? accentColor(palette) : palette.color(QPalette::Active, QPalette::Base));
+        painter->setOpacity(1);
+    }
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        return drawn(*this, size, mode, state);
+    }
+
+  private:
+    static constexpr double kDisabled = 0.5;
+
+    QColor color_;
+    double diameter_;
 };
 
 }  // namespace
@@ -72,14 +105,27 @@ QIcon symbolIcon(std::string_view name, PaletteColor color) {
     return drawing ? QIcon(new SymbolIcon(*drawing, color)) : QIcon();
 }
 
-QPixmap dotPixmap(const QColor& color, double diameter, double square, double devicePixelRatio) {
-    auto pixmap = transparentPixmap(square, devicePixelRatio);
-    QPainter painter(&pixmap);
+void drawDot(QPainter& painter, const QRectF& circle, const QBrush& fill, const QColor& ground) {
+    const auto color = over(ground, fill.color());
+    const bool needsRim = fill.style() == Qt::SolidPattern && contrast(color, ground) < kShapeContrast;
+    painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(color);
-    painter.drawEllipse(QPointF(square / 2, square / 2), diameter / 2, diameter / 2);
+    painter.setBrush(fill);
+    painter.setPen(needsRim ? QPen(legible(ground, color, kRimContrast), kRim) : QPen(Qt::NoPen));
+    const double inset = needsRim ? kRim / 2 : 0;
+    painter.drawEllipse(circle.adjusted(inset, inset, -inset, -inset));
+    painter.restore();
+}
+
+QPixmap dotOnGround(const QColor& color, const QColor& ground, double diameter, double devicePixelRatio) {
+    auto pixmap = transparentPixmap(diameter, devicePixelRatio);
+    QPainter painter(&pixmap);
+    drawDot(painter, QRectF(0, 0, diameter, diameter), color, ground);
     return pixmap;
+}
+
+QIcon dotIcon(const QColor& color, double diameter) {
+    return QIcon(new DotIcon(color, diameter));
 }
 
 }  // namespace ui

@@ -1,10 +1,13 @@
 #pragma once
 
+#include <QBrush>
 #include <QColor>
 #include <QIcon>
 #include <string_view>
 
 #include "ui/QtColor.h"
+
+class QPainter;
 
 namespace ui {
 
@@ -14,7 +17,11 @@ namespace ui {
 // The same as an icon in a colour of the application's palette, which it follows; fainter where it is
 // disabled, and in the highlighted text's colour where it is selected.
 [[nodiscard]] QIcon symbolIcon(std::string_view name, PaletteColor color = labelColor);
-// A filled circle in the middle of a square.
-[[nodiscard]] QPixmap dotPixmap(const QColor& color, double diameter, double square, double devicePixelRatio);
+// A filled circle. Where its colour can hardly be told from the ground, a rim can.
+void drawDot(QPainter& painter, const QRectF& circle, const QBrush& fill, const QColor& ground);
+[[nodiscard]] QPixmap dotOnGround(const QColor& color, const QColor& ground, double diameter,
+                                  double devicePixelRatio);
+// The same on the rows of a menu.
+[[nodiscard]] QIcon dotIcon(const QColor& color, double diameter);
 
 }  // namespace ui

@@ -7,6 +7,7 @@
 
 #include "ui/ApplicationIcon.h"
 #include "ui/FormParts.h"
+#include "ui/Metrics.h"
 #include "ui/PermissionRowView.h"
 
 namespace ui {
@@ -15,25 +16,19 @@ using orvellos::WelcomeForm;
 
 namespace {
 
-constexpr int kWidth = 480;
 constexpr int kMargin = 32;
 constexpr int kIcon = 64;
 constexpr int kFeatureSymbol = 26;
-
-QColor accentColor(const QPalette& palette) {
-    const auto accent = palette.color(QPalette::Active, QPalette::Highlight);
-    return isDark(palette) ? accent.lighter(135) : accent;
-}
 
 QWidget* makeFeature(const WelcomeForm::Feature& feature) {
     auto* row = new QWidget;
     auto* line = new QHBoxLayout(row);
     line->setContentsMargins(0, 0, 0, 0);
     line->setSpacing(16);
-    line->addWidget(makeSymbol(feature.symbol, kFeatureSymbol, accentColor), 0, Qt::AlignTop);
+    line->addWidget(makeSymbol(feature.symbol, kFeatureSymbol, accentShapeColor), 0, Qt::AlignTop);
     auto* texts = new QVBoxLayout;
     texts->setSpacing(2);
-    texts->addWidget(inSize(makeText(feature.title), 13, QFont::DemiBold));
+    texts->addWidget(inSize(makeText(feature.title), font_scale::kBody, QFont::DemiBold));
     texts->addWidget(makeSecondary(feature.text));
     line->addLayout(texts, 1);
     return row;
@@ -52,7 +47,6 @@ WelcomeView::WelcomeView(WelcomeForm& form) : form_(form), pages_(new QStackedWi
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(kMargin, 24, kMargin, 20);
     column->setSpacing(0);
-    setFixedWidth(kWidth);
     addHeader(*column);
     column->addSpacing(24);
     pages_->addWidget(makeFeaturesPage());
@@ -66,8 +60,8 @@ WelcomeView::WelcomeView(WelcomeForm& form) : form_(form), pages_(new QStackedWi
 
 void WelcomeView::addHeader(QVBoxLayout& column) {
     auto* icon = makeApplicationIcon(kIcon);
-    auto* title = inSize(makeHeading(form_.title()), 22, QFont::Bold);
-    auto* subtitle = inSize(makeSecondary(form_.subtitle()), 13, QFont::Normal);
+    auto* title = inSize(makeHeading(form_.title()), font_scale::kTitle, QFont::Bold);
+    auto* subtitle = inSize(makeSecondary(form_.subtitle()), font_scale::kBody, QFont::Normal);
     for (auto* label : {icon, title, subtitle}) {
         label->setAlignment(Qt::AlignCenter);
         column.addWidget(label);
@@ -80,12 +74,9 @@ QWidget* WelcomeView::makeFeaturesPage() {
     auto* column = layOut(page);
     for (const auto& feature : WelcomeForm::kFeatures) column->addWidget(makeFeature(feature));
     column->addStretch();
-    auto* buttons = new QHBoxLayout;
-    buttons->addWidget(makeButton(WelcomeForm::kSkip, &WelcomeForm::finish));
-    buttons->addStretch();
     defaultButtons_.push_back(makeButton(WelcomeForm::kContinue, &WelcomeForm::continueToPermissions));
-    buttons->addWidget(defaultButtons_.back());
-    column->addLayout(buttons);
+    column->addLayout(
+        makeButtonRow({makeButton(WelcomeForm::kSkip, &WelcomeForm::finish)}, {defaultButtons_.back()}));
     return page;
 }
 
@@ -95,7 +86,7 @@ QWidget* WelcomeView::makePermissionsPage() {
     auto* introduction = new QVBoxLayout;
     introduction->setSpacing(6);
     for (auto* label :
-         {makeSymbol(WelcomeForm::kPermissionsSymbol, 40, accentColor),
+         {makeSymbol(WelcomeForm::kPermissionsSymbol, 40, accentShapeColor),
           makeHeading(WelcomeForm::kPermissionsHeading), makeSecondary(WelcomeForm::kPermissionsText)}) {
         label->setAlignment(Qt::AlignCenter);
         introduction->addWidget(label);
@@ -110,13 +101,10 @@ QWidget* WelcomeView::makePermissionsPage() {
     footnote->setAlignment(Qt::AlignCenter);
     column->addStretch();
     column->addWidget(footnote);
-    auto* buttons = new QHBoxLayout;
-    buttons->addWidget(makeButton(WelcomeForm::kBack, &WelcomeForm::back));
-    buttons->addStretch();
-    buttons->addWidget(makeButton(WelcomeForm::kDone, &WelcomeForm::finish));
     defaultButtons_.push_back(makeButton(WelcomeForm::kTagFirstSpace, &WelcomeForm::tagMyFirstSpace));
-    buttons->addWidget(defaultButtons_.back());
-    column->addLayout(buttons);
+    column->addLayout(
+        makeButtonRow({makeButton(WelcomeForm::kBack, &WelcomeForm::back)},
+                      {makeButton(WelcomeForm::kDone, &WelcomeForm::finish), defaultButtons_.back()}));
     return page;
 }
 

@@ -16,6 +16,7 @@
 #include "platform/freedesktop/SystemdLibrary.h"
 #include "platform/x11/XConnection.h"
 #include "programs/orvellos/Desktop.h"
+#include "ui/Appearance.h"
 #include "ui/QtRunLoop.h"
 #include "ui/TerminationSignals.h"
 
@@ -71,6 +72,7 @@ int runApplication(int argc, char** argv, platform::x11::XConnection& connection
     QApplication application(argc, name.data());
     QApplication::setQuitOnLastWindowClosed(false);
     startAtNoRestoredSession(application);
+    ui::applyColorScheme(ui::ColorScheme::Unknown);  // until the desktop says
     ui::QtRunLoop runLoop;
     platform::freedesktop::SystemdLibrary systemd;
     platform::freedesktop::JournalSystemLog systemLog;

@@ -27,7 +27,7 @@ inline constexpr int kQuit = 13;
 }  // namespace menu_row
 
 // The toolkit's highlight, of a row that is chosen by Return.
-inline constexpr Rgb kHighlight = 0x308CC6;
+inline constexpr Rgb kHighlight = 0x2B7DB0;
 
 // A desktop on which the user does everything by mouse and keys.
 class InterfaceDesktop : public DesktopWithTags {

@@ -56,7 +56,7 @@ TEST_P(WelcomeTest, TheSettingsStartTheApplicationAnew) {
 
 // The window manager does not say that it changes desktops, and then its successor does.
 TEST_P(WelcomeTest, PermissionsTurnGreenByThemselves) {
-    constexpr Rgb kGranted = 0x20913C;
+    constexpr Rgb kGranted = 0x249D42;
     constexpr int kOneRow = 60;  // pixels of its symbol, at least
     desktop_.removeSettings();
     ASSERT_NO_FATAL_FAILURE(desktop_.startApplicationAnew());

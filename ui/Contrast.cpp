@@ -1,0 +1,46 @@
+#include "ui/Contrast.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace ui {
+
+namespace {
+
+double luminance(const QColor& color) {
+    const auto linear = [](double value) {
+        return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+QColor mixed(const QColor& from, const QColor& to, double share) {
+    const auto part = [share](int a, int b) { return static_cast<int>(std::lround(a + (b - a) * share)); };
+    return {part(from.red(), to.red()), part(from.green(), to.green()), part(from.blue(), to.blue())};
+}
+
+}  // namespace
+
+double contrast(const QColor& a, const QColor& b) {
+    const auto [darker, lighter] = std::minmax({luminance(a), luminance(b)});
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+QColor over(const QColor& ground, const QColor& color) {
+    return mixed(ground, color, color.alphaF());
+}
+
+QColor legible(const QColor& ground, const QColor& color, double atLeast) {
+    const auto seen = over(ground, color);
+    const bool isLighter = luminance(seen) > luminance(ground);
+    const QColor nearer = isLighter ? Qt::white : Qt::black;
+    const QColor end = contrast(nearer, ground) >= atLeast ? nearer : isLighter ? Qt::black : Qt::white;
+    constexpr int kSteps = 64;
+    for (int i = 0; i < kSteps; ++i) {
+        const auto tried = mixed(seen, end, static_cast<double>(i) / kSteps);
+        if (contrast(tried, ground) >= atLeast) return tried;
+    }
+    return end;
+}
+
+}  // namespace ui
