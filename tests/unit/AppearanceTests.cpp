@@ -2,18 +2,23 @@
 
 #include "ui/Appearance.h"
 
-#include <QAbstractButton>
 #include <QLabel>
+#include <QLayout>
 #include <QLineEdit>
 #include <QListView>
-#include <QStyleFactory>
+#include <QPushButton>
+#include <QToolButton>
+#include <map>
 
+#include "orvellos/TagColor.h"
 #include "tests/support/PanelsTest.h"
+#include "ui/AlertBox.h"
 #include "ui/Contrast.h"
 #include "ui/FocusRing.h"
+#include "ui/Metrics.h"
 #include "ui/PanelSize.h"
 #include "ui/QtColor.h"
-#include "ui/QtPanel.h"
+#include "ui/Symbols.h"
 
 namespace ui {
 namespace {
@@ -22,8 +27,8 @@ using orvellos::PanelController;
 using orvellos::WelcomeForm;
 
 struct PanelCase {
-    const char* title;
-    void (*open)(PanelController& panels);
+    const char* title = nullptr;
+    void (*open)(PanelController& panels) = nullptr;
     int stops = 0;  // at least so many controls can have the keyboard
 };
 const std::array kPanels = {
@@ -121,6 +126,12 @@ TEST_F(AppearanceTest, EveryTextCanBeReadAndEveryShapeSeen) {
             EXPECT_GE(contrast(Qt::white, color(palette)), kShapeContrast) << "its knob";
         }
         EXPECT_GE(contrast(onAccentColor(palette), accentColor(palette)), kTextContrast);
+        for (const auto& color : orvellos::tagPalette)
+            for (const auto& ground : {window, accentColor(palette)}) {
+                const auto dot = dotOnGround(QColor(color.hex.data()), ground, 14, 1).toImage();
+                const double rim = contrast(over(ground, dot.pixelColor(0, 7)), ground);
+                EXPECT_GE(std::max(rim, contrast(dot.pixelColor(7, 7), ground)), kShapeContrast);
+            }
         EXPECT_GE(contrast(palette.color(QPalette::PlaceholderText), palette.color(QPalette::Base)),
                   kTextContrast);
     }
@@ -145,13 +156,19 @@ TEST_F(AppearanceTest, TheSelectedRowOfTheQuickSwitcherCanBeRead) {
     applyColorScheme(ColorScheme::Unknown);
 }
 
-TEST_F(AppearanceTest, NothingIsCutOffWithAnyFont) {
+TEST_F(AppearanceTest, EveryTextFollowsTheFontAndIsNeverCutOff) {
+    std::map<QString, double> sizes;  // in proportion
     for (const double points : {9, 11, 14, 20}) {
         useFontOf(points);
         for (const auto& each : kPanels) {
             SCOPED_TRACE(std::string(each.title) + " at " + std::to_string(points));
             auto& window = open(each);
             EXPECT_EQ(cutOff(window), "");
+            for (const auto* label : window.findChildren<QLabel*>()) {
+                if (label->text().isEmpty()) continue;
+                const double size = label->font().pointSizeF() / points;
+                EXPECT_NEAR(sizes.emplace(each.title + label->text(), size).first->second, size, 0.01);
+            }
             EXPECT_LE(window.height(), roomOn(window.screen()).height());
             if (each.title == std::string("Welcome to orvellos"))
                 QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);  // to its second page
@@ -186,6 +203,28 @@ TEST_F(AppearanceTest, WhatHasTheKeyboardIsMarkedInOneWay) {
             wait(0.1);
         }
     applyColorScheme(ColorScheme::Unknown);
+}
+
+TEST_F(AppearanceTest, ButtonsHaveOneHeightAndTheDefaultOneIsTheLast) {
+    const AlertBox alert({"message", "text", {"Open", "OK"}}, [](auto) {});
+    alert.layout()->activate();
+    const auto check = [](const QWidget& window) {
+        const auto buttons = window.findChildren<QPushButton*>();
+        for (const auto* each : buttons) {
+            if (!each->isVisibleTo(&window)) continue;
+            EXPECT_EQ(each->height(), controlHeight()) << each->text().toStdString();
+            for (const auto* other : buttons)
+                EXPECT_FALSE(each->isDefault() && other->parent() == each->parent() &&
+                             other->y() == each->y() && other->x() > each->x());
+        }
+    };
+    check(alert);
+    for (const auto& each : kPanels) {
+        auto& window = open(each);
+        if (auto* pencil = window.findChild<QToolButton*>("pencil")) pencil->click();
+        desktop_test::OffscreenApplication::settle();
+        check(window);
+    }
 }
 
 }  // namespace
