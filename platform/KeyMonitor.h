@@ -30,7 +30,7 @@ inline constexpr std::uint16_t kLeftArrow = 123;
 inline constexpr std::uint16_t kRightArrow = 124;
 inline constexpr std::uint16_t kDownArrow = 125;
 inline constexpr std::uint16_t kUpArrow = 126;
-inline constexpr std::uint16_t kMissionControl = 160;  // whatever opens the desktop's overview
+inline constexpr std::uint16_t kMissionControl = 160;
 }  // namespace key
 
 struct KeyEvent {
@@ -39,12 +39,15 @@ struct KeyEvent {
     bool operator==(const KeyEvent&) const = default;
 };
 
-// The keys that the user presses in other programs.
+// The keys that the user presses in other programs. The desktop's own shortcuts come as the keys that mean
+// the same to the application: one that opens the overview as kMissionControl, one that switches the Space as
+// Control with the left or the right arrow. Any other arrow and F3 are left out: these are the keys of the
+// program that gets them.
 class KeyMonitor {
   public:
     virtual ~KeyMonitor() = default;
 
-    // Calls `handler` on the main thread for every key that goes down, repeats included, while another
+    // Calls `handler` on the main thread for every such key that goes down, repeats included, while another
     // program has the keyboard. No program loses a key by it. The subscription is inactive where keys cannot
     // be seen.
     virtual Subscription addGlobalKeyDownMonitor(std::function<void(const KeyEvent&)> handler) = 0;

@@ -37,17 +37,17 @@ void appendGroup(const BusArguments& properties, const std::string& group, bool 
         const auto path = property[0].get<std::string>();
         if (!path.starts_with(prefix)) continue;
         const auto action = property[1].get<std::string>();
-        found.push_back({path.substr(prefix.size()), areCommands ? action : asWords(action)});
+        found.push_back({path.substr(prefix.size()), action, areCommands ? action : asWords(action)});
     }
 }
 
 // The texts between single quotes.
-void appendQuoted(std::string_view value, const std::string& action, std::vector<Accelerator>& found) {
+void appendQuoted(std::string_view value, const std::string& name, std::vector<Accelerator>& found) {
     for (;;) {
         const auto begin = value.find('\'');
         const auto end = begin == std::string_view::npos ? begin : value.find('\'', begin + 1);
         if (end == std::string_view::npos) return;
-        found.push_back({std::string(value.substr(begin + 1, end - begin - 1)), action});
+        found.push_back({std::string(value.substr(begin + 1, end - begin - 1)), name, asWords(name)});
         value.remove_prefix(end + 1);
     }
 }
@@ -70,7 +70,7 @@ std::vector<Accelerator> acceleratorsOfGsettings(std::string_view output) {
         const auto name = line.find(' ');
         const auto value = name == std::string_view::npos ? name : line.find(' ', name + 1);
         if (value == std::string_view::npos) continue;
-        appendQuoted(line.substr(value), asWords(line.substr(name + 1, value - name - 1)), found);
+        appendQuoted(line.substr(value), std::string(line.substr(name + 1, value - name - 1)), found);
     }
     return found;
 }

@@ -8,10 +8,11 @@
 
 namespace platform::freedesktop {
 
-// One of a desktop's own shortcuts, in GTK's spelling, with what it does.
+// One of a desktop's own shortcuts, in GTK's spelling.
 struct Accelerator {
     std::string keys;
-    std::string action;
+    std::string name;    // the desktop's own: of a setting, or a command
+    std::string action;  // what it does, as a user would write it
     bool operator==(const Accelerator&) const = default;
 };
 

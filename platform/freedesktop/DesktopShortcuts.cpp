@@ -1,28 +1,10 @@
 #include "platform/freedesktop/DesktopShortcuts.h"
 
-#include <array>
 #include <utility>
-
-#include "platform/freedesktop/CurrentDesktop.h"
 
 namespace platform::freedesktop {
 
 namespace {
-
-// Where the desktops that use GNOME's way keep the keys of their windows and programs.
-struct Schema {
-    const char* desktop;
-    const char* name;
-};
-constexpr std::array kSchemas = {Schema{"GNOME", "org.gnome.desktop.wm.keybindings"},
-                                 Schema{"GNOME", "org.gnome.mutter.keybindings"},
-                                 Schema{"GNOME", "org.gnome.shell.keybindings"},
-                                 Schema{"GNOME", "org.gnome.settings-daemon.plugins.media-keys"},
-                                 Schema{"X-Cinnamon", "org.cinnamon.desktop.keybindings.wm"},
-                                 Schema{"X-Cinnamon", "org.cinnamon.desktop.keybindings.media-keys"},
-                                 Schema{"MATE", "org.mate.Marco.global-keybindings"},
-                                 Schema{"MATE", "org.mate.Marco.window-keybindings"},
-                                 Schema{"MATE", "org.mate.SettingsDaemon.plugins.media-keys"}};
 
 // The daemon's answer: the component and the action, each by its own name and as the user knows it.
 std::optional<std::string> actionOfKde(const std::optional<BusArguments>& arguments) {
@@ -39,16 +21,8 @@ Subscription DesktopShortcuts::findUse(const KeyEvent& keys, Answer answer) {
     const Waiting waiting = question;
     question->keys = keys;
     question->answer = std::move(answer);
-    question->missing = 1;
     askKde(*question, waiting);
-    askXfce(*question, waiting);
-    askGsettings(*question, waiting);
-    auto& runLoop = services_.runLoop;
-    question->allAsked = runLoop.after(Duration::zero(), [waiting] { settle(waiting, std::nullopt); });
-    question->deadline = runLoop.after(kLongestBusCall, [waiting] {
-        if (const auto late = waiting.lock()) late->missing = 1;
-        settle(waiting, std::nullopt);
-    });
+    askOthers(*question, waiting);
     return Subscription([question] {});
 }
 
@@ -64,8 +38,9 @@ void DesktopShortcuts::settle(const Waiting& waiting, const std::optional<std::s
 void DesktopShortcuts::look(const Waiting& waiting, const std::vector<Accelerator>& accelerators) const {
     const auto question = waiting.lock();
     if (!question) return;
-    for (const auto& [accelerator, action] : accelerators)
-        if (services_.isAccelerator(accelerator, question->keys)) return settle(waiting, action);
+    for (const auto& accelerator : accelerators)
+        if (services_.isAccelerator(accelerator.keys, question->keys))
+            return settle(waiting, accelerator.action);
     settle(waiting, std::nullopt);
 }
 
@@ -82,31 +57,10 @@ void DesktopShortcuts::askKde(Question& question, const Waiting& waiting) {
                            [waiting](const auto& arguments) { settle(waiting, actionOfKde(arguments)); }));
 }
 
-void DesktopShortcuts::askXfce(Question& question, const Waiting& waiting) {
-    if (!isAmongDesktops("XFCE", services_.desktops)) return;
+void DesktopShortcuts::askOthers(Question& question, const Waiting& waiting) {
     ++question.missing;
-    question.calls.push_back(
-        services_.bus.call({.service = "org.xfce.Xfconf",
-                            .path = "/org/xfce/Xfconf",
-                            .interface = "org.xfce.Xfconf",
-                            .member = "GetAllProperties",
-                            .arguments = {std::string("xfce4-keyboard-shortcuts"), std::string("/")}},
-                           [this, waiting](const auto& arguments) {
-                               const bool isAnswer = arguments && arguments->size() == 1;
-                               look(waiting, acceleratorsOfXfce(isAnswer ? (*arguments)[0] : BusArguments()));
-                           }));
-}
-
-void DesktopShortcuts::askGsettings(Question& question, const Waiting& waiting) {
-    for (const auto& schema : kSchemas) {
-        if (!isAmongDesktops(schema.desktop, services_.desktops)) continue;
-        const std::array<std::string, 2> arguments = {"list-recursively", schema.name};
-        const auto error =
-            services_.processes.start("gsettings", arguments, [this, waiting](const auto& ended) {
-                look(waiting, acceleratorsOfGsettings(ended.standardOutput));
-            });
-        if (!error) ++question.missing;
-    }
+    question.calls.push_back(services_.accelerators.read(
+        kLongestBusCall, [this, waiting](const auto& accelerators) { look(waiting, accelerators); }));
 }
 
 }  // namespace platform::freedesktop

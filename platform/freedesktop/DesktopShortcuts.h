@@ -7,22 +7,19 @@
 #include <string>
 #include <vector>
 
-#include "platform/ChildProcesses.h"
 #include "platform/SystemShortcuts.h"
-#include "platform/freedesktop/AcceleratorLists.h"
+#include "platform/freedesktop/DesktopAccelerators.h"
 #include "platform/freedesktop/SessionBus.h"
 
 namespace platform::freedesktop {
 
-// Asks the running desktop for what it does on some keys: KDE's shortcut daemon, Xfce's settings, and the
-// settings of GNOME and of the desktops that keep theirs in the same way. Other window managers do not say.
+// Asks the running desktop for what it does on some keys: KDE's shortcut daemon, and the settings of those
+// that keep their shortcuts there. Other window managers do not say.
 class DesktopShortcuts final : public SystemShortcuts {
   public:
     struct Services {
         SessionBus& bus;
-        BackgroundProcesses& processes;
-        RunLoop& runLoop;
-        std::string desktops;  // the running desktop's names, as currentDesktops() gives them
+        DesktopAccelerators& accelerators;
         // Qt's key code with its modifiers; absent when Qt has none for these keys.
         std::function<std::optional<std::uint32_t>(const KeyEvent&)> qtKey;
         // Whether a text in GTK's spelling is these keys.
@@ -37,16 +34,13 @@ class DesktopShortcuts final : public SystemShortcuts {
     struct Question {
         KeyEvent keys;
         Answer answer;
-        int missing = 0;  // answers: one for each that was asked, and one until all are
+        int missing = 0;  // answers
         std::vector<Subscription> calls;
-        Timer allAsked;
-        Timer deadline;
     };
     using Waiting = std::weak_ptr<Question>;
 
     void askKde(Question& question, const Waiting& waiting);
-    void askXfce(Question& question, const Waiting& waiting);
-    void askGsettings(Question& question, const Waiting& waiting);
+    void askOthers(Question& question, const Waiting& waiting);
     void look(const Waiting& waiting, const std::vector<Accelerator>& accelerators) const;
     static void settle(const Waiting& waiting, const std::optional<std::string>& action);
 

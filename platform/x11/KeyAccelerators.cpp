@@ -35,8 +35,8 @@ std::optional<std::uint64_t> flagOf(std::string_view name) {
 
 }  // namespace
 
-std::optional<OverviewShortcut> shortcutOfAccelerator(std::string_view accelerator) {
-    OverviewShortcut shortcut;
+std::optional<KeyShortcut> shortcutOfAccelerator(std::string_view accelerator) {
+    KeyShortcut shortcut;
     while (accelerator.starts_with('<')) {
         const auto end = accelerator.find('>');
         const auto flag = flagOf(accelerator.substr(1, end - 1));
@@ -50,11 +50,11 @@ std::optional<OverviewShortcut> shortcutOfAccelerator(std::string_view accelerat
     return shortcut;
 }
 
-std::optional<OverviewShortcut> shortcutOfKeys(const KeyEvent& keys, const X11Keyboard& keyboard) {
+std::optional<KeyShortcut> shortcutOfKeys(const KeyEvent& keys, const X11Keyboard& keyboard) {
     const auto code = xKeyCode(keys.keyCode);
     const auto symbol = code ? keyboard.symbolOf(*code) : XKB_KEY_NoSymbol;
     if (symbol == XKB_KEY_NoSymbol) return std::nullopt;
-    return OverviewShortcut{symbol, modifierFlags(xModifiers(keys.modifierFlags))};
+    return KeyShortcut{symbol, modifierFlags(xModifiers(keys.modifierFlags))};
 }
 
 }  // namespace platform::x11

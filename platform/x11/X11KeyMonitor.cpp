@@ -1,6 +1,7 @@
 #include "platform/x11/X11KeyMonitor.h"
 
 #include <algorithm>
+#include <array>
 
 #include "platform/x11/KeyCodes.h"
 
@@ -14,6 +15,12 @@ constexpr auto kLongestHold = std::chrono::seconds(30);
 constexpr auto kKeysAndButtons = XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS |
                                  XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE |
                                  XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS;
+
+// These would mean something to the application that only a shortcut of the desktop's can say.
+bool isOfOtherPrograms(std::uint16_t keyCode) {
+    constexpr std::array kKeys{key::kLeftArrow, key::kRightArrow, key::kUpArrow, key::kDownArrow, key::kF3};
+    return std::ranges::count(kKeys, keyCode) > 0;
+}
 
 }  // namespace
 
@@ -52,8 +59,8 @@ void X11KeyMonitor::press(std::uint32_t key) {
 
 void X11KeyMonitor::release(std::uint32_t key) {
     if (key == heldKey_) repeatTimer_.cancel();
-    if (key == std::exchange(tappedKey_, 0) && opensOverview(key, OverviewShortcut::When::Tapped))
-        report(key::kMissionControl);
+    if (key != std::exchange(tappedKey_, 0)) return;
+    if (const auto meaning = meaningOf(key, KeyShortcut::When::Tapped)) report(*meaning);
 }
 
 void X11KeyMonitor::repeat() {
@@ -65,26 +72,26 @@ void X11KeyMonitor::repeat() {
 }
 
 void X11KeyMonitor::reportPress(std::uint32_t key) {
-    if (opensOverview(key, OverviewShortcut::When::Pressed))
-        report(key::kMissionControl);
-    else if (const auto keyCode = virtualKeyCode(key))
-        report(*keyCode);
+    if (const auto meaning = meaningOf(key, KeyShortcut::When::Pressed)) return report(*meaning);
+    const auto keyCode = virtualKeyCode(key);
+    if (keyCode && !isOfOtherPrograms(*keyCode)) report({*keyCode, keyboard_.modifierFlags()});
 }
 
-void X11KeyMonitor::report(std::uint16_t keyCode) {
+void X11KeyMonitor::report(const KeyEvent& event) {
     if (ownWindowHasFocus_ && ownWindowHasFocus_()) return;
-    handlers_.notify({keyCode, keyboard_.modifierFlags()});
+    handlers_.notify(event);
 }
 
-bool X11KeyMonitor::opensOverview(std::uint32_t key, OverviewShortcut::When when) const {
+std::optional<KeyEvent> X11KeyMonitor::meaningOf(std::uint32_t key, KeyShortcut::When when) const {
     const auto flags = keyboard_.modifierFlags() & ~modifier::kCapsLock;
-    return std::ranges::any_of(shortcuts_, [&](const OverviewShortcut& shortcut) {
-        if (shortcut.when != when) return false;
+    const auto isPressed = [&](const KeyShortcut& keys) {
+        if (keys.when != when) return false;
         // A symbol on the key's second level takes Shift to type, which the shortcut does not name.
-        return (flags == shortcut.modifierFlags && keyboard_.gives(key, shortcut.symbol, false)) ||
-               (flags == (shortcut.modifierFlags | modifier::kShift) &&
-                keyboard_.gives(key, shortcut.symbol, true));
-    });
+        return (flags == keys.modifierFlags && keyboard_.gives(key, keys.symbol, false)) ||
+               (flags == (keys.modifierFlags | modifier::kShift) && keyboard_.gives(key, keys.symbol, true));
+    };
+    const auto found = std::ranges::find_if(shortcuts_, isPressed, &TranslatedShortcut::keys);
+    return found == shortcuts_.end() ? std::nullopt : std::optional(found->meaning);
 }
 
 }  // namespace platform::x11

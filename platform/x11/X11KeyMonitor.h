@@ -2,10 +2,11 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "platform/KeyMonitor.h"
-#include "platform/x11/OverviewShortcut.h"
+#include "platform/x11/KeyShortcut.h"
 #include "platform/x11/RawInput.h"
 #include "platform/x11/X11Keyboard.h"
 
@@ -22,8 +23,8 @@ class X11KeyMonitor final : public KeyMonitor {
 
     Subscription addGlobalKeyDownMonitor(std::function<void(const KeyEvent&)> handler) override;
 
-    // What is reported as key::kMissionControl instead of the key that is pressed.
-    void setOverviewShortcuts(std::vector<OverviewShortcut> shortcuts) { shortcuts_ = std::move(shortcuts); }
+    // The desktop's own, instead of those before.
+    void setShortcuts(std::vector<TranslatedShortcut> shortcuts) { shortcuts_ = std::move(shortcuts); }
 
   private:
     void handle(const RawInputEvent& event);
@@ -31,14 +32,15 @@ class X11KeyMonitor final : public KeyMonitor {
     void release(std::uint32_t key);
     void repeat();
     void reportPress(std::uint32_t key);
-    void report(std::uint16_t keyCode);
-    [[nodiscard]] bool opensOverview(std::uint32_t key, OverviewShortcut::When when) const;
+    void report(const KeyEvent& event);
+    // Absent for a key that is none of the desktop's shortcuts.
+    [[nodiscard]] std::optional<KeyEvent> meaningOf(std::uint32_t key, KeyShortcut::When when) const;
 
     RawInput& input_;
     const X11Keyboard& keyboard_;
     RunLoop& runLoop_;
     std::function<bool()> ownWindowHasFocus_;
-    std::vector<OverviewShortcut> shortcuts_;
+    std::vector<TranslatedShortcut> shortcuts_;
     std::uint32_t tappedKey_ = 0;  // pressed last, with nothing after it
     std::uint32_t heldKey_ = 0;    // the one that repeats
     Instant heldSince_;

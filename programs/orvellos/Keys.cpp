@@ -6,6 +6,27 @@
 #include "platform/freedesktop/ProgramSearch.h"
 #include "platform/x11/KeyAccelerators.h"
 
+using platform::freedesktop::SpaceKey;
+
+namespace {
+
+std::vector<platform::x11::KeyShortcut> shortcutsOf(const SpaceKey& key) {
+    // A modifier key does something when it comes up alone.
+    if (key.accelerator == "Super_L" || key.accelerator == "Super_R") return platform::x11::superTaps();
+    const auto shortcut = key.qtKey != 0 ? platform::x11::shortcutOfQtKey(key.qtKey)
+                                         : platform::x11::shortcutOfAccelerator(key.accelerator);
+    return shortcut ? std::vector{*shortcut} : std::vector<platform::x11::KeyShortcut>();
+}
+
+std::vector<platform::x11::TranslatedShortcut> translated(const std::vector<SpaceKey>& keys) {
+    std::vector<platform::x11::TranslatedShortcut> shortcuts;
+    for (const auto& key : keys)
+        for (const auto& shortcut : shortcutsOf(key)) shortcuts.push_back({shortcut, key.meaning});
+    return shortcuts;
+}
+
+}  // namespace
+
 Keys::Keys(platform::freedesktop::SessionBus& bus, ui::QtRunLoop& runLoop,
            platform::x11::XConnection& connection, platform::x11::XEvents& events)
     : rawInput_(connection, events),
@@ -18,14 +39,14 @@ Keys::Keys(platform::freedesktop::SessionBus& bus, ui::QtRunLoop& runLoop,
                 [](const std::string& name) {
                     return platform::freedesktop::findProgram(name).value_or(name).string();
                 }),
-      systemShortcuts_(shortcutServices(bus, runLoop)) {}
+      accelerators_({bus, programs_, runLoop, platform::freedesktop::currentDesktops()}),
+      systemShortcuts_(shortcutServices(bus)),
+      spaceKeys_(bus, runLoop, accelerators_,
+                 [this](const auto& keys) { monitor_.setShortcuts(translated(keys)); }) {}
 
 platform::freedesktop::DesktopShortcuts::Services Keys::shortcutServices(
-    platform::freedesktop::SessionBus& bus, platform::RunLoop& runLoop) {
-    return {bus,
-            programs_,
-            runLoop,
-            platform::freedesktop::currentDesktops(),
+    platform::freedesktop::SessionBus& bus) {
+    return {bus, accelerators_,
             [this](const auto& keys) {
                 const auto pressed = platform::x11::shortcutOfKeys(keys, keyboard_);
                 return pressed ? platform::x11::qtKeyOf(*pressed) : std::nullopt;

@@ -2,6 +2,7 @@
 
 #include "platform/freedesktop/DesktopShortcuts.h"
 #include "platform/freedesktop/PosixBackgroundProcesses.h"
+#include "platform/freedesktop/SpaceKeys.h"
 #include "platform/x11/RawInput.h"
 #include "platform/x11/X11HotKeys.h"
 #include "platform/x11/X11KeyMonitor.h"
@@ -20,13 +21,14 @@ class Keys {
 
     [[nodiscard]] platform::x11::RawInput& rawInput() { return rawInput_; }
     [[nodiscard]] const platform::KeyNames& names() const { return names_; }
-    [[nodiscard]] platform::x11::X11KeyMonitor& monitor() { return monitor_; }
+    [[nodiscard]] platform::KeyMonitor& monitor() { return monitor_; }
+    [[nodiscard]] platform::freedesktop::SpaceKeys& spaceKeys() { return spaceKeys_; }
     [[nodiscard]] platform::HotKeyService& hotKeys() { return hotKeys_; }
     [[nodiscard]] platform::SystemShortcuts& systemShortcuts() { return systemShortcuts_; }
 
   private:
     [[nodiscard]] platform::freedesktop::DesktopShortcuts::Services shortcutServices(
-        platform::freedesktop::SessionBus& bus, platform::RunLoop& runLoop);
+        platform::freedesktop::SessionBus& bus);
 
     platform::x11::RawInput rawInput_;
     platform::x11::X11Keyboard keyboard_;
@@ -34,5 +36,7 @@ class Keys {
     platform::x11::X11KeyMonitor monitor_;
     platform::x11::X11HotKeys hotKeys_;
     platform::freedesktop::PosixBackgroundProcesses programs_;
+    platform::freedesktop::DesktopAccelerators accelerators_;
     platform::freedesktop::DesktopShortcuts systemShortcuts_;
+    platform::freedesktop::SpaceKeys spaceKeys_;
 };

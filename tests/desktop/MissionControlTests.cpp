@@ -17,11 +17,11 @@ namespace {
 constexpr std::uint32_t kWallpaper = 0x30343F;
 constexpr std::uint32_t kPaper = 0xF4F1EA;
 
-// KWin with tagged desktops and the running application.
+// Tagged desktops and the running application, with KWin where nothing else is said.
 class OverviewDesktop : public TaggedDesktop {
   public:
-    explicit OverviewDesktop(int desktops = 4)
-        : TaggedDesktop({.kind = WindowManager::Kwin, .desktops = desktops, .composited = true}) {
+    explicit OverviewDesktop(WindowManagerOptions options = {.kind = WindowManager::Kwin, .composited = true})
+        : TaggedDesktop(std::move(options)) {
         environment["ORVELLO_DEBUG"] = "1";
     }
 
@@ -134,6 +134,69 @@ TEST(MissionControlTest, IsForeseenByTheDesktopsOwnShortcut) {
     }
 }
 
+// Presses Control-Left, Control-Right, Control-Up and F3, which edit and search in the program at work.
+void editText(OverviewDesktop& desktop) {
+    constexpr xcb_keycode_t kControl = 37, kLeft = 113, kRight = 114, kUp = 111, kF3 = 69;
+    auto hands = desktop.devices();
+    for (const auto arrow : {kLeft, kRight, kUp}) hands.typeKeys({kControl, arrow});
+    hands.typeKeys({kF3});
+}
+
+class DesktopsOwnKeysTest : public testing::TestWithParam<WindowManager> {};
+
+TEST_P(DesktopsOwnKeysTest, AreHeardAndThoseOfOtherProgramsAreNot) {
+    const bool isKwin = GetParam() == WindowManager::Kwin, isXfce = GetParam() == WindowManager::Xfwm4;
+    OverviewDesktop desktop({.kind = GetParam()});
+    if (isXfce) desktop.environment["XDG_CURRENT_DESKTOP"] = "XFCE";
+    desktop.startApplication();
+    constexpr xcb_keycode_t kControl = 37, kAlt = 64, kSuper = 133, kRight = 114, kN = 57;
+    // A switch is followed by a glance; a key that announces it is, too.
+    const auto heard = [&] {
+        return desktop.timesSaid("beginTransientReveal START") -
+               desktop.timesSaid("onActiveSpaceChanged FIRED");
+    };
+    // Goes one desktop on and back, until the application has heard the keys.
+    const auto isHeard = [&](std::initializer_list<xcb_keycode_t> keys) {
+        return waitUntil([&] {
+            const int before = heard();
+            desktop.devices().typeKeys(keys);
+            const auto isOn = [&] { return desktop.x().currentDesktop() == 1U; };
+            return waitUntil(isOn, std::chrono::seconds(2)) && desktop.goToDesktop(0) &&
+                   waitUntil([&] { return heard() > before; }, std::chrono::seconds(1));
+        });
+    };
+    editText(desktop);
+    if (isXfce) {
+        EXPECT_TRUE(isHeard({kControl, kAlt, kRight}));
+        const auto path = "/xfwm4/custom/<Super>n";
+        EXPECT_EQ(desktop
+                      .run({"xfconf-query", "-c", "xfce4-keyboard-shortcuts", "-p", path, "-n", "-t",
+                            "string", "-s", "right_workspace_key"})
+                      .status,
+                  0);
+        EXPECT_TRUE(isHeard({kSuper, kN})) << "changed while it runs";
+    }
+    if (isKwin) {
+        constexpr std::int32_t kQtMetaControlRight = 0x14000000 | 0x01000014;
+        EXPECT_GE(
+            sd_bus_call_method(desktop.bus().connection(), "org.kde.kglobalaccel", "/kglobalaccel",
+                               "org.kde.KGlobalAccel", "setForeignShortcut", nullptr, nullptr, "asai", 4,
+                               "kwin", "Switch One Desktop to the Right", "", "", 1, kQtMetaControlRight),
+            0);
+        EXPECT_TRUE(isHeard({kSuper, kControl, kRight})) << "changed while it runs";
+    }
+    const int before = heard();
+    EXPECT_EQ(before > 0, isXfce || isKwin);
+    editText(desktop);
+    ASSERT_TRUE(desktop.goToDesktop(1) && desktop.waitForTagOf(1));
+    EXPECT_EQ(heard(), before);
+    EXPECT_EQ(desktop.timesSaid("MC keystroke detected"), 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(WindowManagers, DesktopsOwnKeysTest,
+                         testing::Values(WindowManager::Openbox, WindowManager::Xfwm4, WindowManager::Kwin),
+                         [](const auto& tested) { return nameOf(tested.param); });
+
 TEST(MissionControlTest, FollowsATagThatTheUserMovesInIt) {
     OverviewDesktop desktop;
     desktop.startApplication();
@@ -226,7 +289,7 @@ TEST(MissionControlTest, TakesDesktopsThatComeAndGoWhileItIsOpen) {
 // their row.
 class RenumberedDesktop : public OverviewDesktop {
   public:
-    RenumberedDesktop() : OverviewDesktop(5) {
+    RenumberedDesktop() : OverviewDesktop({.kind = WindowManager::Kwin, .desktops = 5, .composited = true}) {
         auto tags = nlohmann::json::parse(std::ifstream(tagFile()));
         const auto row = spaces();
         for (const std::size_t tag : {1, 2}) tags[tag]["spaceUUID"] = row.at(tag + 1).at("uuid");

@@ -37,7 +37,7 @@ TEST(AcceleratorTest, AreReadAsGtkWritesThem) {
                                               {"<Super>", 0, 0},
                                               {"disabled", 0, 0},
                                               {"", 0, 0}}) {
-        const auto expected = symbol ? std::optional(x11::OverviewShortcut{symbol, flags}) : std::nullopt;
+        const auto expected = symbol ? std::optional(x11::KeyShortcut{symbol, flags}) : std::nullopt;
         EXPECT_EQ(x11::shortcutOfAccelerator(text), expected) << text;
     }
 }
@@ -48,23 +48,24 @@ TEST(AcceleratorListsTest, GiveWhatIsInForce) {
         ["/xfwm4/custom/<Alt>F5", "hide_window_key"], ["/commands/custom/<Alt>F2", "xfrun4"],
         ["/commands/custom/<Alt>F2/startup-notify", true], ["/commands/default/<Alt>F3", "appfinder"],
         ["/commands/custom/override", true], "garbage", [1, 2], ["/xfwm4/custom/override", "true"]])");
-    EXPECT_EQ(acceleratorsOfXfce(properties),
-              (Accelerators{{"<Alt>F4", "Close window"}, {"<Alt>F2", "xfrun4"}}));
+    EXPECT_EQ(acceleratorsOfXfce(properties), (Accelerators{{"<Alt>F4", "close_window_key", "Close window"},
+                                                            {"<Alt>F2", "xfrun4", "xfrun4"}}));
     EXPECT_EQ(acceleratorsOfXfce({{"not", "a list"}}), Accelerators{});
     EXPECT_EQ(
         acceleratorsOfGsettings("schema switch-windows ['<Alt>Tab', '<Super>Tab']\nschema always-on-top "
                                 "@as []\nschema panel-run-dialog '<Alt>F2'\nschema\n\nschema open '\n"),
-        (Accelerators{{"<Alt>Tab", "Switch windows"},
-                      {"<Super>Tab", "Switch windows"},
-                      {"<Alt>F2", "Panel run dialog"}}));
+        (Accelerators{{"<Alt>Tab", "switch-windows", "Switch windows"},
+                      {"<Super>Tab", "switch-windows", "Switch windows"},
+                      {"<Alt>F2", "panel-run-dialog", "Panel run dialog"}}));
 }
 
 class DesktopShortcutsTest : public testing::Test {
   protected:
     // What a desktop of that name answers; the test fails when it does not.
     std::optional<std::string> findUse(const char* desktop) {
+        DesktopAccelerators accelerators({bus_, processes_, loop_.runLoop, desktop});
         DesktopShortcuts shortcuts(
-            {bus_, processes_, loop_.runLoop, desktop,
+            {bus_, accelerators,
              [](const auto& keys) {
                  EXPECT_EQ(keys, kKeys);
                  return std::optional<std::uint32_t>(kQtKey);

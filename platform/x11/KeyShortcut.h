@@ -4,13 +4,14 @@
 
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <vector>
+
+#include "platform/KeyMonitor.h"
 
 namespace platform::x11 {
 
-// How the user opens the desktop's overview.
-struct OverviewShortcut {
+// Keys that do something on the desktop, by the symbol that they have in the user's layout.
+struct KeyShortcut {
     enum class When : std::uint8_t {
         Pressed,
         Tapped  // pressed and let go with nothing in between
@@ -18,16 +19,20 @@ struct OverviewShortcut {
     xcb_keysym_t symbol = XCB_NO_SYMBOL;  // a letter in lower case
     std::uint64_t modifierFlags = 0;      // exactly these of Shift, Control, Option and Command
     When when = When::Pressed;
-    bool operator==(const OverviewShortcut&) const = default;
+    bool operator==(const KeyShortcut&) const = default;
+};
+
+// One that means to the application what another key does.
+struct TranslatedShortcut {
+    KeyShortcut keys;
+    KeyEvent meaning;
 };
 
 // Qt's key code with its modifiers, as KDE's programs exchange shortcuts; absent when no key gives it.
-[[nodiscard]] std::optional<OverviewShortcut> shortcutOfQtKey(std::uint32_t qtKey);
+[[nodiscard]] std::optional<KeyShortcut> shortcutOfQtKey(std::uint32_t qtKey);
 // The same the other way round, for a shortcut that is pressed.
-[[nodiscard]] std::optional<std::uint32_t> qtKeyOf(const OverviewShortcut& shortcut);
-// Those of the keys that there are.
-[[nodiscard]] std::vector<OverviewShortcut> shortcutsOfQtKeys(std::span<const std::uint32_t> qtKeys);
-// GNOME Shell's: a tap on either Super key.
-[[nodiscard]] std::vector<OverviewShortcut> superTaps();
+[[nodiscard]] std::optional<std::uint32_t> qtKeyOf(const KeyShortcut& shortcut);
+// A tap on either Super key.
+[[nodiscard]] std::vector<KeyShortcut> superTaps();
 
 }  // namespace platform::x11

@@ -1,13 +1,11 @@
-#include "platform/x11/OverviewShortcut.h"
+#include "platform/x11/KeyShortcut.h"
 
 #include <gtest/gtest.h>
-
-#include "platform/KeyMonitor.h"
 
 namespace platform::x11 {
 namespace {
 
-TEST(OverviewShortcutTest, ReadsQtsKeyCodes) {
+TEST(KeyShortcutTest, ReadsQtsKeyCodes) {
     using namespace modifier;
     struct Row {
         const char* name;
@@ -27,15 +25,16 @@ TEST(OverviewShortcutTest, ReadsQtsKeyCodes) {
         {"Meta+1", 0x10000031, '1', kCommand},
         {"Alt+Ä", 0x080000C4, 0xE4, kOption},
         {"×", 0xD7, 0xD7, 0},
-        {"Meta+Ж", 0x10000416, 0x01000416, kCommand},
+        {"Meta+Ж", 0x10000416, 0x06D6, kCommand},
+        {"Meta+Ω", 0x100003A9, 0x07F9, kCommand},
+        {"Meta+Ә", 0x100004D8, 0x010004D9, kCommand},
         {"a key on the number pad", 0x30000035, '5', kCommand},
         {"no key", 0, 0, 0},
         {"a modifier alone", 0x10000000, 0, 0},
         {"a key that X has no symbol for", 0x01FFFFFF, 0, 0},
     };
     for (const auto& [name, qtKey, symbol, modifierFlags] : kRows) {
-        const auto expected =
-            symbol == 0 ? std::nullopt : std::optional(OverviewShortcut{symbol, modifierFlags});
+        const auto expected = symbol == 0 ? std::nullopt : std::optional(KeyShortcut{symbol, modifierFlags});
         EXPECT_EQ(shortcutOfQtKey(qtKey), expected) << name;
         constexpr std::uint32_t kNumberPad = 0x20000000;
         if (expected) {

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/KeyMonitor.h"
+#include "platform/freedesktop/BusServiceWatch.h"
+#include "platform/freedesktop/DesktopAccelerators.h"
+#include "platform/freedesktop/KwinShortcuts.h"
+
+namespace platform::freedesktop {
+
+// A shortcut of the desktop's own that switches the Space or opens the overview.
+struct SpaceKey {
+    std::uint32_t qtKey = 0;  // Qt's key code with its modifiers, or else
+    std::string accelerator;  // the keys in GTK's spelling
+    KeyEvent meaning;         // as a KeyMonitor reports it
+    bool operator==(const SpaceKey&) const = default;
+};
+
+// What an action of the desktop's, by its own name for it, means to the application; absent when nothing.
+[[nodiscard]] std::optional<KeyEvent> meaningOfAction(std::string_view name, std::string_view desktops);
+
+// Follows which keys of the desktop's own switch the Space or open its overview: KWin's, and those that the
+// desktop keeps in its settings. Window managers that cannot be asked have none here.
+class SpaceKeys {
+  public:
+    // `changed` is called at a later turn of the main loop, whenever they may be others.
+    SpaceKeys(SessionBus& bus, RunLoop& runLoop, DesktopAccelerators& accelerators,
+              std::function<void(const std::vector<SpaceKey>&)> changed);
+
+    // One of KWin's shortcuts has been pressed, which it may have since it loaded an effect.
+    void kwinMayHaveOthers();
+
+  private:
+    void followKwin(bool isRunning);
+    void readSoon();
+    void read();
+    void takeKwins(const std::vector<KwinShortcut>& shortcuts);
+    void takeAccelerators(const std::vector<Accelerator>& accelerators);
+    void tell() const;
+
+    RunLoop& runLoop_;
+    DesktopAccelerators& accelerators_;
+    std::function<void(const std::vector<SpaceKey>&)> changed_;
+    std::vector<SpaceKey> kwins_;
+    std::vector<SpaceKey> others_;
+    KwinShortcuts kwinShortcuts_;
+    Timer kwinHasStarted_;
+    Timer settled_;
+    Subscription reading_;
+    Subscription kwinsChange_;
+    std::vector<Subscription> acceleratorsChange_;
+    BusServiceWatch kwinRuns_;
+};
+
+}  // namespace platform::freedesktop
