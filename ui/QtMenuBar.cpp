@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QLineEdit>
+#include <algorithm>
 
 #include "ui/PlainText.h"
 #include "ui/QtKeys.h"
@@ -31,30 +32,21 @@ void edit(platform::EditAction action) {
     }
 }
 
-// The same key with the modifier of Command's own place.
-QKeySequence inPlace(const QKeySequence& keys) {
-    auto modifiers = keys[0].keyboardModifiers();
-    modifiers.setFlag(Qt::ControlModifier, false);
-    modifiers.setFlag(Qt::MetaModifier);
-    return QKeySequence(QKeyCombination(modifiers, keys[0].key()));
-}
-
 }  // namespace
 
 bool QtMenuBar::isChosenBy(const platform::KeyEquivalent& equivalent, std::string_view text,
                            std::uint64_t modifierFlags) const {
     if (text != std::string_view(&equivalent.key, 1)) return false;
     const auto pressed = toolkitModifiers(modifierFlags);
-    const auto keys = keySequence(equivalent);
-    return pressed == keys[0].keyboardModifiers() || pressed == inPlace(keys)[0].keyboardModifiers();
+    return std::ranges::any_of(keySequences(equivalent),
+                               [&](const auto& keys) { return keys[0].keyboardModifiers() == pressed; });
 }
 
 void QtMenuBar::attachTo(QWidget& window) const {
     for (const auto& menu : menus_)
         for (const auto& item : menu.items) {
             auto* action = new QAction(toQString(item.title), &window);
-            const auto keys = keySequence(item.keyEquivalent);
-            action->setShortcuts({keys, inPlace(keys)});
+            action->setShortcuts(keySequences(item.keyEquivalent));
             QObject::connect(action, &QAction::triggered, &window, [run = item.action] {
                 if (const auto* editing = std::get_if<platform::EditAction>(&run))
                     edit(*editing);

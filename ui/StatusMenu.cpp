@@ -20,19 +20,20 @@ constexpr int kDot = 12;
 
 }  // namespace
 
-QKeySequence keySequence(const platform::KeyEquivalent& key) {
+// Alone, Command is what this desktop's programs have Control for, and the key of that place does the same;
+// with others it is that key.
+QList<QKeySequence> keySequences(const platform::KeyEquivalent& key) {
     namespace modifier = platform::modifier;
-    // Alone, Command is what this desktop's programs have Control for; with others it is the key of that
-    // place.
-    const bool alone = (key.modifierFlags & ~modifier::kShift) == modifier::kCommand;
-    auto modifiers = toolkitModifiers(key.modifierFlags);
-    if (alone) modifiers ^= Qt::MetaModifier | Qt::ControlModifier;
-    const auto typed = QChar::fromLatin1(key.key).toUpper().unicode();
-    return QKeySequence(QKeyCombination(modifiers, static_cast<Qt::Key>(typed)));
+    const auto typed = static_cast<Qt::Key>(QChar::fromLatin1(key.key).toUpper().unicode());
+    const auto modifiers = toolkitModifiers(key.modifierFlags);
+    const QKeySequence inPlace(QKeyCombination(modifiers, typed));
+    if ((key.modifierFlags & ~modifier::kShift) != modifier::kCommand) return {inPlace};
+    return {QKeySequence(QKeyCombination(modifiers ^ (Qt::MetaModifier | Qt::ControlModifier), typed)),
+            inPlace};
 }
 
 QString keyText(const platform::KeyEquivalent& key) {
-    const auto keys = keySequence(key)[0];
+    const auto keys = keySequences(key).first()[0];
     QStringList words;
     const auto modifiers = keys.keyboardModifiers();
     if (modifiers & Qt::ControlModifier) words << QStringLiteral("Ctrl");
@@ -87,7 +88,7 @@ QAction* StatusMenu::addRow(const platform::MenuItem& row) {
     action->setCheckable(row.checked);
     action->setChecked(row.checked);
     action->setToolTip(toolTipText(row.toolTip));
-    if (row.keyEquivalent) keys_.push_back({keySequence(*row.keyEquivalent), action});
+    if (row.keyEquivalent) keys_.push_back({keySequences(*row.keyEquivalent), action});
     if (!row.symbol.empty()) action->setIcon(symbolIcon(row.symbol));
     auto faint = secondaryLabelColor(palette());
     faint.setAlphaF(0.25F);
@@ -117,13 +118,16 @@ void StatusMenu::showAlternates(bool shown) {
 
 void StatusMenu::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Alt) return showAlternates(true);
-    const QKeySequence pressed(event->keyCombination());
-    for (const auto& [keys, action] : keys_)
-        if (keys == pressed) {
-            close();
-            return action->trigger();
-        }
-    QMenu::keyPressEvent(event);
+    auto* row = rowOf(*event);
+    if (!row) return QMenu::keyPressEvent(event);
+    close();
+    row->trigger();
+}
+
+QAction* StatusMenu::rowOf(const QKeyEvent& pressed) const {
+    const QKeySequence keys(pressed.keyCombination());
+    const auto found = std::ranges::find_if(keys_, [&](const auto& row) { return row.first.contains(keys); });
+    return found == keys_.end() ? nullptr : found->second;
 }
 
 void StatusMenu::keyReleaseEvent(QKeyEvent* event) {

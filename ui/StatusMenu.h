@@ -19,6 +19,8 @@ class StatusMenu final : public QMenu {
     void open(const QPoint& place) { open(QRect(place, QSize(0, 0))); }
     // Opens below the item and to the right, or above and to the left where there is no room there.
     void open(const QRect& item);
+    // Whether these are the keys of one of its rows.
+    [[nodiscard]] bool uses(const QKeyEvent& pressed) const { return rowOf(pressed) != nullptr; }
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -30,6 +32,7 @@ class StatusMenu final : public QMenu {
     void keepWidth();
     QAction* addRow(const platform::MenuItem& row);
     void showAlternates(bool shown);
+    [[nodiscard]] QAction* rowOf(const QKeyEvent& pressed) const;
 
     // Rows that take each other's place.
     struct Pair {
@@ -39,11 +42,12 @@ class StatusMenu final : public QMenu {
 
     std::function<std::vector<platform::MenuItem>()> rows_;
     std::vector<Pair> alternates_;
-    std::vector<std::pair<QKeySequence, QAction*>> keys_;
+    std::vector<std::pair<QList<QKeySequence>, QAction*>> keys_;
 };
 
-// What is pressed for a key equivalent on this desktop, and how its users write that: "Ctrl+Q".
+// How this desktop's users write what is pressed for a key equivalent: "Ctrl+Q".
 [[nodiscard]] QString keyText(const platform::KeyEquivalent& key);
-[[nodiscard]] QKeySequence keySequence(const platform::KeyEquivalent& key);
+// All that is pressed for it, what is written first.
+[[nodiscard]] QList<QKeySequence> keySequences(const platform::KeyEquivalent& key);
 
 }  // namespace ui

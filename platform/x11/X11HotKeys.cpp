@@ -25,11 +25,9 @@ std::vector<std::uint16_t> lockStates(const X11Keyboard& keyboard) {
 
 }  // namespace
 
-X11HotKeys::X11HotKeys(XConnection& connection, XEvents& events, RawInput& input, const X11Keyboard& keyboard,
-                       std::function<bool()> ownMenuIsOpen)
+X11HotKeys::X11HotKeys(XConnection& connection, XEvents& events, RawInput& input, const X11Keyboard& keyboard)
     : connection_(connection),
       keyboard_(keyboard),
-      ownMenuIsOpen_(std::move(ownMenuIsOpen)),
       events_(events.subscribe([this](const auto& event) { handle(event); })),
       rawEvents_(input.subscribe([this](const auto& event) { handleRaw(event); })) {
     input.select(XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE);
@@ -96,21 +94,43 @@ void X11HotKeys::handle(const xcb_generic_event_t& event) {
 }
 
 void X11HotKeys::handleRaw(const RawInputEvent& event) {
-    if (event.type == XCB_INPUT_RAW_KEY_PRESS && ownMenuIsOpen_())
-        press({static_cast<xcb_keycode_t>(event.detail),
-               static_cast<std::uint16_t>(xModifiers(keyboard_.modifierFlags()) & kModifiers)});
-    else if (event.type == XCB_INPUT_RAW_KEY_RELEASE)
+    if (event.type == XCB_INPUT_RAW_KEY_PRESS) {
+        lastPresses_[event.detail] = {.time = event.time, .isDown = true};
+    } else if (event.type == XCB_INPUT_RAW_KEY_RELEASE) {
+        lastPresses_[event.detail].isDown = false;
         release(event.detail);
+    }
+}
+
+// The menu's events come on a connection of their own: that the key has come up may be known before that it
+// went down.
+bool X11HotKeys::pressInMenu(const MenuKeyPress& pressed) {
+    const auto& last = lastPresses_[pressed.key];
+    const bool isUp = last.time == pressed.time && !last.isDown;
+    if (pressed.isUsed) {
+        if (!isUp) usedUp_.insert(pressed.key);
+        return false;
+    }
+    const bool isHotKey = press({pressed.key, static_cast<std::uint16_t>(pressed.state & kModifiers)});
+    if (isUp) release(pressed.key);
+    return isHotKey;
 }
 
 // A key that repeats is pressed again while it is down.
-void X11HotKeys::press(const Keys& keys) {
-    for (const auto& [id, grab] : std::map(grabs_))
-        if (grab.keys == keys && held_.insert(id).second) handlers_.notify({id, true});
+bool X11HotKeys::press(const Keys& keys) {
+    if (usedUp_.contains(keys.key)) return false;
+    bool isHotKey = false;
+    for (const auto& [id, grab] : std::map(grabs_)) {
+        if (grab.keys != keys) continue;
+        isHotKey = true;
+        if (held_.insert(id).second) handlers_.notify({id, true});
+    }
+    return isHotKey;
 }
 
 // The modifiers may have come up before.
 void X11HotKeys::release(std::uint32_t key) {
+    usedUp_.erase(key);
     for (const auto& [id, grab] : std::map(grabs_))
         if (grab.keys.key == key && held_.erase(id) > 0) handlers_.notify({id, false});
 }

@@ -13,13 +13,19 @@
 
 namespace platform::x11 {
 
+// A key that went down while one of the application's own menus held the keyboard.
+struct MenuKeyPress {
+    xcb_keycode_t key = 0;
+    std::uint16_t state = 0;  // the X modifiers
+    xcb_timestamp_t time = XCB_CURRENT_TIME;
+    bool isUsed = false;  // whether the menu does something for these keys
+};
+
 // Hot keys by passive grabs on the root window. While one of the application's menus holds the keyboard no
-// grab is told of, so there the raw events of the same keys count.
+// grab is told of, so there the menu's own keys count. Raw events tell that a key came up, whoever has it.
 class X11HotKeys final : public HotKeyService {
   public:
-    // `ownMenuIsOpen` says whether a menu of this program holds the keyboard, without asking the server.
-    X11HotKeys(XConnection& connection, XEvents& events, RawInput& input, const X11Keyboard& keyboard,
-               std::function<bool()> ownMenuIsOpen);
+    X11HotKeys(XConnection& connection, XEvents& events, RawInput& input, const X11Keyboard& keyboard);
     ~X11HotKeys() override;
     X11HotKeys(const X11HotKeys&) = delete;
     X11HotKeys& operator=(const X11HotKeys&) = delete;
@@ -30,6 +36,9 @@ class X11HotKeys final : public HotKeyService {
     Subscription onHotKey(std::function<void(const HotKeyEvent&)> handler) override {
         return handlers_.subscribe(std::move(handler));
     }
+    // To be told of every key that a menu gets; whether it is a hot key's. One that the menu uses is no hot
+    // key's until it has come up.
+    bool pressInMenu(const MenuKeyPress& pressed);
 
   private:
     struct Keys {
@@ -42,17 +51,23 @@ class X11HotKeys final : public HotKeyService {
         std::vector<std::uint16_t> lockStates;  // those of the layout at that time
     };
 
+    struct LastPress {
+        xcb_timestamp_t time = XCB_CURRENT_TIME;
+        bool isDown = false;
+    };
+
     void handle(const xcb_generic_event_t& event);
     void handleRaw(const RawInputEvent& event);
-    void press(const Keys& keys);
+    bool press(const Keys& keys);
     void release(std::uint32_t key);
     void ungrab(const Grab& grab);
 
     XConnection& connection_;
     const X11Keyboard& keyboard_;
-    std::function<bool()> ownMenuIsOpen_;
-    std::map<std::uint32_t, Grab> grabs_;  // by the caller's number
-    std::set<std::uint32_t> held_;         // the numbers of those that are down
+    std::map<std::uint32_t, Grab> grabs_;             // by the caller's number
+    std::set<std::uint32_t> held_;                    // the numbers of those that are down
+    std::set<std::uint32_t> usedUp_;                  // the keys that a menu has used and that are down
+    std::map<std::uint32_t, LastPress> lastPresses_;  // by key
     Observers<const HotKeyEvent&> handlers_;
     Subscription events_;
     Subscription rawEvents_;

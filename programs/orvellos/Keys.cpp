@@ -1,6 +1,6 @@
 #include "programs/orvellos/Keys.h"
 
-#include <QApplication>
+#include <QGuiApplication>
 
 #include "platform/freedesktop/CurrentDesktop.h"
 #include "platform/freedesktop/ProgramSearch.h"
@@ -33,8 +33,8 @@ Keys::Keys(platform::freedesktop::SessionBus& bus, ui::QtRunLoop& runLoop,
       keyboard_(connection, events, runLoop),
       names_(keyboard_),
       monitor_(rawInput_, keyboard_, runLoop, [] { return QGuiApplication::focusWindow() != nullptr; }),
-      hotKeys_(connection, events, rawInput_, keyboard_,
-               [] { return QApplication::activePopupWidget() != nullptr; }),
+      hotKeys_(connection, events, rawInput_, keyboard_),
+      menuKeys_(hotKeys_),
       programs_(runLoop,
                 [](const std::string& name) {
                     return platform::freedesktop::findProgram(name).value_or(name).string();

@@ -8,6 +8,7 @@
 #include "platform/x11/X11KeyMonitor.h"
 #include "platform/x11/X11KeyNames.h"
 #include "platform/x11/X11Keyboard.h"
+#include "ui/MenuKeys.h"
 #include "ui/QtRunLoop.h"
 
 // All that has to do with the user's keys: what they are called, who sees them, and who has taken them.
@@ -35,6 +36,7 @@ class Keys {
     platform::x11::X11KeyNames names_;
     platform::x11::X11KeyMonitor monitor_;
     platform::x11::X11HotKeys hotKeys_;
+    ui::MenuKeys menuKeys_;
     platform::freedesktop::PosixBackgroundProcesses programs_;
     platform::freedesktop::DesktopAccelerators accelerators_;
     platform::freedesktop::DesktopShortcuts systemShortcuts_;

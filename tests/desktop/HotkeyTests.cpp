@@ -138,6 +138,24 @@ TEST_P(HotkeyTest, EachDoesItsWorkAndNoneReachesAnotherProgram) {
     press(XK_H);
     EXPECT_TRUE(comesToBeSeen(false)) << "while a menu is open";
     desktop_.press(XK_Escape);
+    for (const auto modifier : {XK_Control_L, XK_Super_L}) {
+        ASSERT_NO_FATAL_FAILURE(desktop_.openMenu());
+        hands_.typeKeys({hands_.keyFor(static_cast<xcb_keysym_t>(modifier)), hands_.keyFor(XK_comma)});
+        EXPECT_TRUE(desktop_.hasKeyboard("orvellos Settings")) << "the keys of a row";
+        desktop_.press(XK_Escape);
+        ASSERT_TRUE(desktop_.isGone("orvellos Settings"));
+    }
+    press(XK_H);
+    ASSERT_TRUE(comesToBeSeen(true));
+    ASSERT_NO_FATAL_FAILURE(desktop_.choose(menu_row::kCurrentSpace));
+    ASSERT_TRUE(desktop_.waitForLabels({})) << "untagged";
+    ASSERT_NO_FATAL_FAILURE(desktop_.openMenu());
+    hold(XK_T);
+    ASSERT_TRUE(desktop_.hasKeyboard("Tag This Space")) << "a row's that are a hotkey's, too";
+    letGo(XK_T);
+    desktop_.type("code");
+    desktop_.press(XK_Return);
+    EXPECT_TRUE(desktop_.waitForLabels({"code"})) << "once used they are used up";
     const auto& keys = below.keyPresses();
     for (const auto letter : {XK_H, XK_B, XK_equal, XK_minus})
         EXPECT_EQ(std::ranges::count(keys, hands_.keyFor(static_cast<xcb_keysym_t>(letter))), 0);

@@ -68,9 +68,8 @@ class HotKeysTest : public testing::Test {
     XEvents events_{*connection_, mainLoop_.runLoop, mainLoop_.runLoop};
     RawInput input_{*connection_, events_};
     X11Keyboard keyboard_{*connection_, events_, mainLoop_.runLoop};
-    bool menuIsOpen_ = false;
-    std::unique_ptr<X11HotKeys> hotKeys_ = std::make_unique<X11HotKeys>(
-        *connection_, events_, input_, keyboard_, [this] { return menuIsOpen_; });
+    std::unique_ptr<X11HotKeys> hotKeys_ =
+        std::make_unique<X11HotKeys>(*connection_, events_, input_, keyboard_);
     std::string told_;
     Subscription subscription_ = hotKeys_->onHotKey([this](const HotKeyEvent& event) {
         told_ += (event.isPressed ? "+" : "-") + std::to_string(event.id);
@@ -134,20 +133,35 @@ TEST_F(HotKeysTest, GivesBackWhatItUnregistersOrIsRefused) {
     EXPECT_EQ(std::count(keys.begin(), keys.end(), kF8), 1) << "the rest of a refused one is free";
 }
 
-TEST_F(HotKeysTest, WorksWhileAMenuOfItsProgramHoldsTheKeyboard) {
+TEST_F(HotKeysTest, TakesWhatAMenuOfItsProgramGetsAndDoesNotUse) {
     ASSERT_NO_FATAL_FAILURE(grabKeyboard());
+    std::optional<xcb_timestamp_t> start;  // of a press of H
+    const auto times = input_.subscribe([&](const RawInputEvent& event) {
+        if (event.detail == kH && event.type == XCB_INPUT_RAW_KEY_PRESS) start = event.time;
+    });
     type({kControlKey, kAltKey, kH});
     settle();
-    EXPECT_EQ(told_, "") << "the menu is another program's";
-    menuIsOpen_ = true;
+    EXPECT_EQ(told_, "") << "no menu of its program has got it";
+    const auto get = [&](std::uint16_t state, bool isUsed) {
+        return hotKeys_->pressInMenu({.key = kH, .state = state, .time = start.value(), .isUsed = isUsed});
+    };
+    constexpr std::uint16_t kState = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1 | XCB_MOD_MASK_2;
+    EXPECT_FALSE(get(kState, true));
+    EXPECT_FALSE(get(XCB_MOD_MASK_1, false)) << "other keys";
+    EXPECT_TRUE(get(kState, false));
+    EXPECT_EQ(std::exchange(told_, {}), "+1-1") << "it has come up already";
+
     auto hands = desktop_.devices();
-    for (const auto key : {kControlKey, kAltKey, kH}) hands.pressKey(key);
-    settle();
-    EXPECT_EQ(told_, "+1");
-    menuIsOpen_ = false;
-    hands.releaseKey(kH);
-    settle();
-    EXPECT_EQ(told_, "+1-1");
+    for (const bool isUsed : {true, false}) {
+        start.reset();
+        for (const auto key : {kControlKey, kAltKey, kH}) hands.pressKey(key);
+        ASSERT_TRUE(mainLoop_.runUntil([&] { return start.has_value(); }));
+        EXPECT_EQ(get(kState, isUsed), !isUsed);
+        EXPECT_EQ(get(kState, false), !isUsed) << "a held key repeats";
+        for (const auto key : {kH, kAltKey, kControlKey}) hands.releaseKey(key);
+        settle();
+        EXPECT_EQ(std::exchange(told_, {}), isUsed ? "" : "+1-1");
+    }
 }
 
 TEST_F(HotKeysTest, KeepsItsPlacesAndTellsTheirNamesInEveryLayout) {
