@@ -145,6 +145,7 @@ TEST(X11KeyMonitorTest, IsInactiveWhenTheServerDoesNotAnswer) {
     const auto connection = XConnection::open(desktop.display().c_str(), kGenerousDeadline);
     XEvents events(*connection, mainLoop.runLoop, mainLoop.runLoop);
     connection->setPatience(std::chrono::milliseconds(20));
+    connection->beginTurn();
     desktop.server().signal(SIGSTOP);
     RawInput input(*connection, events);
     X11Keyboard keyboard(*connection, events, mainLoop.runLoop);
