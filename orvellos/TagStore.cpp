@@ -35,37 +35,37 @@ TagStore::TagStore(platform::FileSystem& files, const platform::RunLoop& clock,
     : files_(files), clock_(clock), fileURL_(fileIn(folder)) {
     // Where the folder cannot be had, every later read and write fails and says so.
     [[maybe_unused]] const auto ignored = files_.createFolders(folder);
-    load();
-    writeBackup();
+    writeBackup(load());
 }
 
 std::filesystem::path TagStore::backupURL() const {
     return fileURL_.string() + ".bak";
 }
 
-std::optional<std::vector<Tag>> TagStore::readTags(const std::filesystem::path& file) const {
-    const auto text = files_.read(file);
-    return text ? decodeTags(text.value()) : std::nullopt;
+platform::Result<std::string> TagStore::readTags(const std::filesystem::path& file) {
+    auto text = files_.read(file);
+    if (!text) return text;
+    auto read = decodeTags(text.value());
+    if (!read) return platform::Error{"decode: Not a tag file"};
+    tags = std::move(*read);
+    return text;
 }
 
-void TagStore::load() {
-    if (!files_.exists(fileURL_)) return;
-    if (auto loaded = readTags(fileURL_)) {
-        tags = std::move(*loaded);
-        return;
-    }
+std::string TagStore::load() {
+    if (!files_.exists(fileURL_)) return {};
+    if (auto text = readTags(fileURL_)) return std::move(text.value());
     quarantineUnreadableStore();
-    auto recovered = readTags(backupURL());
-    if (!recovered) {
+    auto text = readTags(backupURL());
+    if (!text) {
         log(LogCategory::Nav,
             "TagStore: store was unreadable and no usable backup exists — starting empty (original "
             "preserved in quarantine)");
-        return;
+        return {};
     }
-    tags = std::move(*recovered);
     log(LogCategory::Nav,
         fmt::format("TagStore: store was unreadable — recovered {} tag(s) from backup", tags.size()));
     save();
+    return std::move(text.value());
 }
 
 void TagStore::quarantineUnreadableStore() {
@@ -79,11 +79,13 @@ void TagStore::quarantineUnreadableStore() {
     }
 }
 
-// One that already says the same is left alone: a durable write is a good part of a start.
-void TagStore::writeBackup() {
+// One that already says the same is left alone: a durable write is a good part of a start, and so is putting
+// many tags into words.
+void TagStore::writeBackup(const std::string& loaded) {
     if (tags.empty()) return;
-    const auto text = encodeTags(tags);
     const auto former = files_.read(backupURL());
+    if (former && former.value() == loaded) return;
+    const auto text = encodeTags(tags);
     if (text && former && former.value() == text.value()) return;
     if (const auto error = text ? files_.writeAtomically(backupURL(), text.value()) : text.error())
         log(LogCategory::Nav, "TagStore: backup write failed: " + error->description);

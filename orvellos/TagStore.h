@@ -39,10 +39,12 @@ class TagStore {
     void update(const Tag& tag);
 
   private:
-    void load();
-    void writeBackup();
+    // The text that the tags were read from; empty when there is none.
+    [[nodiscard]] std::string load();
+    void writeBackup(const std::string& loaded);
     void quarantineUnreadableStore();
-    [[nodiscard]] std::optional<std::vector<Tag>> readTags(const std::filesystem::path& file) const;
+    // Takes the tags of a file and gives its text; fails, and changes nothing, when there are none to be had.
+    [[nodiscard]] platform::Result<std::string> readTags(const std::filesystem::path& file);
     [[nodiscard]] std::filesystem::path backupURL() const;
     template <typename Change>
     void change(const TagID& id, Change apply);
