@@ -4,7 +4,7 @@
 #include <chrono>
 #include <utility>
 
-#include "platform/freedesktop/KwinDesktops.h"
+#include "platform/freedesktop/KwinDesktopRow.h"
 #include "programs/orvello/StartOver.h"
 
 using namespace platform;
@@ -24,7 +24,6 @@ struct CommandDesktop::Connected {
     std::unique_ptr<XConnection> connection;
     Instant deadline;
     Atoms atoms = internWithWindowList(*connection);
-    freedesktop::SystemdLibrary systemd;
     EwmhSpaceLayout layout{*connection, atoms, [this] { return askKwin(); }};
     X11WindowList windows{*connection, atoms};
     EwmhSpaceSwitching switching{
@@ -38,7 +37,7 @@ struct CommandDesktop::Connected {
     std::optional<DesktopRow> askKwin() {
         const auto left = deadline - monotonicNow();
         if (left <= Duration::zero()) return std::nullopt;
-        return freedesktop::readKwinDesktops(systemd, std::min(left, kBusPatience));
+        return freedesktop::readKwinDesktops(std::min(left, kBusPatience));
     }
 };
 

@@ -9,7 +9,6 @@
 #include "platform/Screens.h"
 #include "platform/Spaces.h"
 #include "platform/WindowList.h"
-#include "platform/freedesktop/SystemdLibrary.h"
 #include "platform/x11/EwmhSpaceLayout.h"
 #include "platform/x11/EwmhSpaceSwitching.h"
 #include "platform/x11/X11WindowList.h"

@@ -1,4 +1,4 @@
-#include "platform/freedesktop/KwinDesktops.h"
+#include "platform/freedesktop/KwinDesktopRow.h"
 
 #include <gtest/gtest.h>
 
@@ -61,36 +61,35 @@ TEST(KwinDesktopsTests, ReadsTheDesktopIdsInTheirOrder) {
         {"an error", [](auto*, auto*) { return -1; }, std::nullopt},
     };
     const PrivateBus bus;
-    SystemdLibrary library;
     for (const auto& each : rows) {
         SCOPED_TRACE(each.name);
         const StandInService kwin(bus.address(), kKwin, each.answer);
-        EXPECT_EQ(readKwinDesktops(library, kPatience, bus.address()), each.expected);
+        EXPECT_EQ(readKwinDesktops(kPatience, bus.address()), each.expected);
         EXPECT_EQ(kwin.calls(),
                   std::vector<std::string>{"/VirtualDesktopManager org.freedesktop.DBus.Properties.GetAll"});
     }
+    const StandInService kwin(bus.address(), kKwin, rows[0].answer);
+    auto escaped = bus.address();
+    escaped.replace(escaped.rfind("/bus"), 4, "%2fbus,guid=0");
+    EXPECT_EQ(readKwinDesktops(kPatience, "unix:abstract=nobody;" + escaped), rows[0].expected);
 }
 
-TEST(KwinDesktopsTests, FindsNothingWithoutKwinABusOrTheLibrary) {
+TEST(KwinDesktopsTests, FindsNothingWithoutKwinOrABus) {
     PrivateBus bus;
-    SystemdLibrary library;
-    SystemdLibrary missing("libsystemd-that-is-not-there.so.0");
-    EXPECT_EQ(readKwinDesktops(library, kPatience, bus.address()), std::nullopt);
-    EXPECT_EQ(readKwinDesktops(missing, kPatience, bus.address()), std::nullopt);
-    EXPECT_EQ(readKwinDesktops(library, kPatience, ""), std::nullopt);
-    EXPECT_EQ(readKwinDesktops(library, kPatience, "unix:path=relative"), std::nullopt);
+    EXPECT_EQ(readKwinDesktops(kPatience, bus.address()), std::nullopt);
+    EXPECT_EQ(readKwinDesktops(kPatience, ""), std::nullopt);
+    EXPECT_EQ(readKwinDesktops(kPatience, "unix:path=relative"), std::nullopt);
     bus.end();
-    EXPECT_EQ(readKwinDesktops(library, kPatience, bus.address()), std::nullopt);
+    EXPECT_EQ(readKwinDesktops(kPatience, bus.address()), std::nullopt);
 }
 
 TEST(KwinDesktopsTests, GivesUpInTimeWhenNobodyAnswers) {
     const PrivateBus bus;
-    SystemdLibrary library;
     const StandInService silent(bus.address(), kKwin, nullptr);
     for (const bool stopped : {false, true}) {
         if (stopped) bus.stop();
         const auto start = Clock::now();
-        EXPECT_EQ(readKwinDesktops(library, kImpatience, bus.address()), std::nullopt);
+        EXPECT_EQ(readKwinDesktops(kImpatience, bus.address()), std::nullopt);
         EXPECT_GE(Clock::now() - start, kImpatience);
         EXPECT_LT(Clock::now() - start, kPatience);
     }
