@@ -35,6 +35,10 @@ constexpr std::array<std::string_view, static_cast<std::size_t>(Atom::Count)> kN
 
 }  // namespace
 
+std::span<const std::string_view> Atoms::names() {
+    return kNames;
+}
+
 Atoms Atoms::intern(XConnection& connection) {
     Atoms atoms;
     std::ranges::copy(connection.intern(kNames), atoms.values_.begin());

@@ -4,6 +4,8 @@
 
 #include <array>
 #include <cstddef>
+#include <span>
+#include <string_view>
 
 #include "platform/x11/XConnection.h"
 
@@ -39,6 +41,7 @@ enum class Atom : std::size_t {
 // The atoms of the names above, asked for in one round trip; 0 for those that could not be had.
 class Atoms {
   public:
+    [[nodiscard]] static std::span<const std::string_view> names();
     [[nodiscard]] static Atoms intern(XConnection& connection);
     [[nodiscard]] xcb_atom_t operator[](Atom atom) const { return values_[static_cast<std::size_t>(atom)]; }
 

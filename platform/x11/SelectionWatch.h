@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 #include <string_view>
 
 #include "platform/x11/XEvents.h"
@@ -11,7 +12,9 @@ namespace platform::x11 {
 // "_NET_SYSTEM_TRAY". That can change at any time.
 class SelectionWatch {
   public:
-    // `name` is the selection's without "_Sn" for the screen. `changed` is called with the new owner, or
+    // The name with "_Sn" for the screen.
+    [[nodiscard]] static std::string atomName(const XConnection& connection, std::string_view name);
+    // `name` is the selection's without "_Sn". `changed` is called with the new owner, or
     // none.
     SelectionWatch(XConnection& connection, XEvents& events, std::string_view name,
                    std::function<void(xcb_window_t owner)> changed);

@@ -18,11 +18,8 @@ constexpr std::uint32_t kXembedMapped = 1;  // XEmbed, XEMBED_MAPPED
 SystemTray::SystemTray(XConnection& connection, XEvents& events, std::function<void()> changed)
     : connection_(connection),
       events_(events),
-      selection_(connection, events, "_NET_SYSTEM_TRAY",
-                 [changed = std::move(changed)](auto) { changed(); }) {
-    constexpr std::array<std::string_view, 3> names = {"_NET_SYSTEM_TRAY_OPCODE", "_XEMBED_INFO",
-                                                       "_NET_SYSTEM_TRAY_VISUAL"};
-    const auto atoms = connection.intern(names);
+      selection_(connection, events, kSelection, [changed = std::move(changed)](auto) { changed(); }) {
+    const auto atoms = connection.intern(kAtomNames);
     opcode_ = atoms[0];
     xembedInfo_ = atoms[1];
     visual_ = atoms[2];

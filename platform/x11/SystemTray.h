@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <functional>
 #include <optional>
 
@@ -13,6 +14,9 @@ namespace platform::x11 {
 // and XEmbed). There may be none, and one may come and go.
 class SystemTray {
   public:
+    static constexpr std::string_view kSelection = "_NET_SYSTEM_TRAY";
+    static constexpr std::array<std::string_view, 3> kAtomNames = {"_NET_SYSTEM_TRAY_OPCODE", "_XEMBED_INFO",
+                                                                   "_NET_SYSTEM_TRAY_VISUAL"};
     // `changed` is called when there is another tray, or none any more.
     SystemTray(XConnection& connection, XEvents& events, std::function<void()> changed);
 

@@ -11,8 +11,7 @@ constexpr std::uint32_t kSourcePager = 2;  // EWMH, source indication
 WindowActivation::WindowActivation(XConnection& connection, std::function<DesktopFacts()> desktops,
                                    std::function<xcb_timestamp_t()> time)
     : connection_(connection), desktops_(std::move(desktops)), time_(std::move(time)) {
-    constexpr std::array<std::string_view, 2> names = {"_NET_ACTIVE_WINDOW", "_NET_WM_DESKTOP"};
-    const auto atoms = connection.intern(names);
+    const auto atoms = connection.intern(kAtomNames);
     activeWindow_ = atoms[0];
     desktop_ = atoms[1];
 }

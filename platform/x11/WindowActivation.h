@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <functional>
 
 #include "platform/Identifiers.h"
@@ -10,6 +11,7 @@ namespace platform::x11 {
 // Brings windows to where the user is, as a pager would: nobody asks whether they may have the focus.
 class WindowActivation {
   public:
+    static constexpr std::array<std::string_view, 2> kAtomNames = {"_NET_ACTIVE_WINDOW", "_NET_WM_DESKTOP"};
     // `desktops` gives the last known desktops, `time` a server time stamp, both without asking the server.
     WindowActivation(XConnection& connection, std::function<DesktopFacts()> desktops,
                      std::function<xcb_timestamp_t()> time);

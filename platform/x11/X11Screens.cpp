@@ -55,10 +55,7 @@ struct X11Screens::Desktop {
 
 X11Screens::X11Screens(XConnection& connection, XEvents& events, RunLoop& runLoop, double scale)
     : connection_(connection), runLoop_(runLoop), scale_(scale), backoff_(kCoalesce, kLongestPause) {
-    constexpr std::array<std::string_view, 6> names = {"_NET_WORKAREA",         "_NET_CURRENT_DESKTOP",
-                                                       "_NET_CLIENT_LIST",      "_NET_WM_STRUT",
-                                                       "_NET_WM_STRUT_PARTIAL", "EDID"};
-    const auto atoms = connection_.intern(names);
+    const auto atoms = connection_.intern(kAtomNames);
     workArea_ = atoms[0];
     currentDesktop_ = atoms[1];
     clientList_ = atoms[2];

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <map>
 #include <string>
 #include <vector>
@@ -15,6 +16,9 @@ namespace platform::x11 {
 // pointer's comes from memory. A server without monitors (RandR 1.5) has one screen, its root window.
 class X11Screens final : public Screens, public Pointer {
   public:
+    static constexpr std::array<std::string_view, 6> kAtomNames = {
+        "_NET_WORKAREA", "_NET_CURRENT_DESKTOP",  "_NET_CLIENT_LIST",
+        "_NET_WM_STRUT", "_NET_WM_STRUT_PARTIAL", "EDID"};
     // `scale` is the desktop's device pixels per point.
     X11Screens(XConnection& connection, XEvents& events, RunLoop& runLoop, double scale);
 

@@ -33,8 +33,7 @@ X11SpaceServer::X11SpaceServer(XConnection& connection, const Atoms& atoms, XEve
       requestKwinRow_(std::move(requestKwinRow)),
       readBackoff_(kFrame, kLongestReadPause),
       kwinBackoff_(kKwinRetry, kLongestKwinPause) {
-    constexpr std::array<std::string_view, 1> names = {"_NET_DESKTOP_NAMES"};
-    desktopNames_ = connection_.intern(names).front();
+    desktopNames_ = connection_.intern(kAtomNames).front();
     events.selectOnRoot(XCB_EVENT_MASK_PROPERTY_CHANGE);
     subscription_ = events.subscribe([this](const auto& event) { handle(event); });
     read();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <functional>
 #include <optional>
 #include <string>
@@ -25,6 +26,7 @@ class X11SpaceServer final : public SpaceLayout, public SpaceNotifications {
     // question that has not been answered.
     using RequestKwinRow = std::function<void(std::function<void(KwinRow)>)>;
 
+    static constexpr std::array<std::string_view, 1> kAtomNames = {"_NET_DESKTOP_NAMES"};
     X11SpaceServer(XConnection& connection, const Atoms& atoms, XEvents& events, RunLoop& runLoop,
                    RequestKwinRow requestKwinRow);
 

@@ -71,6 +71,12 @@ void X11TagSurface::create() {
                       0, XCB_WINDOW_CLASS_INPUT_OUTPUT, context_.visual, mask, values.data());
 }
 
+void X11TagSurface::showCursor() const {
+    const std::uint32_t cursor = context_.openHand;
+    if (acceptsMouse_)
+        xcb_change_window_attributes(context_.connection.get(), window_, XCB_CW_CURSOR, &cursor);
+}
+
 template <typename T>
 void X11TagSurface::change32(xcb_atom_t property, xcb_atom_t type, std::initializer_list<T> values) {
     static_assert(sizeof(T) == 4);

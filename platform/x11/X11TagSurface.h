@@ -44,6 +44,8 @@ class X11TagSurface final : public TagSurface {
     // Makes a window that takes no mouse a part of the desktop's background, or a tag like the others again:
     // for an overview that shows only the former on the thumbnails of desktops.
     void becomePartOfDesktop(bool isPart);
+    // Shows the open hand where the window takes the mouse, when the hand has been loaded.
+    void showCursor() const;
     // Tells a new window manager the states again.
     void reassertStates();
 

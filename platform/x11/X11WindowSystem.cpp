@@ -9,6 +9,8 @@ namespace platform::x11 {
 namespace {
 
 constexpr auto kCompositorStarts = std::chrono::milliseconds(500);
+// By then the first label is there, and no pointer was on it yet.
+constexpr auto kCursorIsNeeded = std::chrono::milliseconds(100);
 
 xcb_cursor_t loadOpenHand(XConnection& connection) {
     xcb_cursor_context_t* cursors = nullptr;
@@ -54,17 +56,23 @@ X11WindowSystem::X11WindowSystem(XConnection& connection, XEvents& events, RunLo
       context_{connection, runLoop, screens, painter, TagWindowAtoms::intern(connection)},
       events_(events.subscribe([this](const auto& event) { handle(event); })),
       screensChanged_(screens.onParametersChanged([this] { refresh(); })),
-      compositor_(connection, events, "_NET_WM_CM",
+      compositor_(connection, events, kCompositorSelection,
                   [this](xcb_window_t owner) { followCompositor(owner != XCB_WINDOW_NONE); }) {
     context_.composited = compositor_.owner() != XCB_WINDOW_NONE;
     context_.currentDesktop = [this] { return desktops_().current; };
     context_.forget = [this](xcb_window_t window) { surfaces_.erase(window); };
-    context_.openHand = loadOpenHand(connection);
     chooseVisual();
+    cursorTimer_ = runLoop.after(kCursorIsNeeded, [this] { showOpenHand(); });
 }
 
 X11WindowSystem::~X11WindowSystem() {
     if (context_.openHand != XCB_CURSOR_NONE) xcb_free_cursor(context_.connection.get(), context_.openHand);
+}
+
+void X11WindowSystem::showOpenHand() {
+    context_.openHand = loadOpenHand(context_.connection);
+    for (const auto& [window, surface] : surfaces_) surface->showCursor();
+    context_.connection.flush();
 }
 
 // A visual with an alpha channel where the server has one, else the root window's.

@@ -19,6 +19,8 @@ struct DesktopFacts {
 // Makes the tag windows and tells on which Spaces they are. Windows of other programs are not its business.
 class X11WindowSystem final : public WindowSystem, public WindowSpaces {
   public:
+    // The selection that a compositor owns (EWMH), without the screen's number.
+    static constexpr std::string_view kCompositorSelection = "_NET_WM_CM";
     // `desktops` gives the last known desktops without asking the server.
     X11WindowSystem(XConnection& connection, XEvents& events, RunLoop& runLoop, X11Screens& screens,
                     LayerPainter& painter, std::function<DesktopFacts()> desktops);
@@ -45,6 +47,7 @@ class X11WindowSystem final : public WindowSystem, public WindowSpaces {
 
   private:
     void chooseVisual();
+    void showOpenHand();
     void handle(const xcb_generic_event_t& event);
     void followCompositor(bool composited);
     void refresh();
@@ -59,6 +62,7 @@ class X11WindowSystem final : public WindowSystem, public WindowSpaces {
     Observers<bool> compositingChanged_;
     SelectionWatch compositor_;
     Timer compositorStarts_;
+    Timer cursorTimer_;
 };
 
 }  // namespace platform::x11

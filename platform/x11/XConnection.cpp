@@ -1,37 +1,13 @@
 #include "platform/x11/XConnection.h"
 
 #include <poll.h>
-#include <xcb/randr.h>
-#include <xcb/shape.h>
 #include <xcb/xcbext.h>
-#include <xcb/xfixes.h>
 
 #include <algorithm>
-#include <future>
-#include <thread>
 
 namespace platform::x11 {
 
 namespace {
-
-struct Opened {
-    xcb_connection_t* connection = nullptr;
-    int screenNumber = 0;
-};
-
-// The library's own connect waits for ever for a server that is stopped, so a thread waits in our place; one
-// that is given up on ends with the process.
-std::optional<Opened> connectWithin(std::optional<std::string> displayName, Duration patience) {
-    std::promise<Opened> promise;
-    auto future = promise.get_future();
-    std::thread([promise = std::move(promise), displayName = std::move(displayName)]() mutable {
-        Opened opened;
-        opened.connection = xcb_connect(displayName ? displayName->c_str() : nullptr, &opened.screenNumber);
-        promise.set_value(opened);
-    }).detach();
-    if (future.wait_for(patience) != std::future_status::ready) return std::nullopt;
-    return future.get();
-}
 
 const xcb_screen_t* screenOf(xcb_connection_t* connection, int number) {
     auto screens = xcb_setup_roots_iterator(xcb_get_setup(connection));
@@ -43,15 +19,6 @@ const xcb_screen_t* screenOf(xcb_connection_t* connection, int number) {
 
 Instant monotonicNow() {
     return std::chrono::time_point_cast<Duration>(std::chrono::steady_clock::now());
-}
-
-std::unique_ptr<XConnection> XConnection::open(const char* displayName, Duration patience) {
-    const auto opened =
-        connectWithin(displayName ? std::optional<std::string>(displayName) : std::nullopt, patience);
-    auto connection = opened ? adopt(opened->connection, opened->screenNumber, patience) : nullptr;
-    if (!connection) return nullptr;
-    connection->prefetchExtensions();
-    return connection->isLate() ? nullptr : std::move(connection);
 }
 
 std::unique_ptr<XConnection> XConnection::openUnbounded(const char* displayName, Duration patience) {
@@ -74,14 +41,6 @@ XConnection::XConnection(xcb_connection_t* connection, int screenNumber, Duratio
 
 XConnection::~XConnection() {
     xcb_disconnect(connection_);
-}
-
-// What the X library has not been told about an extension by then it waits for without a bound.
-void XConnection::prefetchExtensions() {
-    for (auto* extension : {&xcb_randr_id, &xcb_shape_id, &xcb_xfixes_id})
-        xcb_prefetch_extension_data(connection_, extension);
-    xcb_prefetch_maximum_request_length(connection_);
-    synchronize();
 }
 
 void XConnection::beginTurn() {
@@ -126,16 +85,18 @@ Reply<xcb_generic_event_t> XConnection::nextEvent(Instant end) {
 }
 
 std::vector<xcb_atom_t> XConnection::intern(std::span<const std::string_view> names) {
-    std::vector<xcb_intern_atom_cookie_t> cookies;
-    cookies.reserve(names.size());
+    std::vector<std::pair<std::string_view, xcb_intern_atom_cookie_t>> questions;
     for (const auto name : names)
-        cookies.push_back(
-            xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.data()));
+        if (!atoms_.contains(name))
+            questions.emplace_back(
+                name, xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.data()));
+    for (const auto& [name, cookie] : questions)
+        if (const auto answer = reply<xcb_intern_atom_reply_t>(cookie)) atoms_.emplace(name, answer->atom);
     std::vector<xcb_atom_t> atoms;
     atoms.reserve(names.size());
-    for (const auto cookie : cookies) {
-        const auto answer = reply<xcb_intern_atom_reply_t>(cookie);
-        atoms.push_back(answer ? answer->atom : xcb_atom_t{XCB_ATOM_NONE});
+    for (const auto name : names) {
+        const auto known = atoms_.find(name);
+        atoms.push_back(known == atoms_.end() ? xcb_atom_t{XCB_ATOM_NONE} : known->second);
     }
     return atoms;
 }

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <span>
@@ -60,6 +61,8 @@ class XConnection {
     void beginTurn();
     // Whether an answer of this turn has not come in time: what is missing then is not known to be absent.
     [[nodiscard]] bool isLate() const { return late_; }
+    // Whether waiting has used up a good part of this turn's patience.
+    [[nodiscard]] bool isTurnLong() const { return late_ || patienceLeft_ < patience_ / 2; }
     // Called after every wait for a reply: events may have been read into memory meanwhile.
     void setAfterWait(std::function<void()> action) { afterWait_ = std::move(action); }
 
@@ -78,7 +81,8 @@ class XConnection {
     // The next event, waited for until `end` (and the deadline) at most; null when none has come.
     [[nodiscard]] Reply<xcb_generic_event_t> nextEvent(Instant end);
 
-    // The atoms of these names in their order, asked for together; 0 for one that could not be had.
+    // The atoms of these names in their order; 0 for one that could not be had. Those that have been asked
+    // for before are remembered, the others are asked for together.
     [[nodiscard]] std::vector<xcb_atom_t> intern(std::span<const std::string_view> names);
     void flush() { xcb_flush(connection_); }
     // Waits until the server has carried out everything that was asked. It may ignore what a connection asks
@@ -101,6 +105,7 @@ class XConnection {
     bool late_ = false;
     std::optional<Instant> deadline_;
     std::function<void()> afterWait_;
+    std::map<std::string, xcb_atom_t, std::less<>> atoms_;
 };
 
 // Asks for up to `longs` 32-bit units of a property.

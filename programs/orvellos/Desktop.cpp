@@ -22,6 +22,25 @@ std::string_view displayName() {
     return display ? display : "";
 }
 
+// Every atom that the services below use, asked for in one round trip instead of one each.
+platform::x11::Atoms internAtoms(platform::x11::XConnection& connection) {
+    using namespace platform::x11;
+    const auto compositor = SelectionWatch::atomName(connection, X11WindowSystem::kCompositorSelection);
+    const auto tray = SelectionWatch::atomName(connection, SystemTray::kSelection);
+    std::vector<std::string_view> names = {compositor, tray};
+    const auto add = [&](std::span<const std::string_view> more) {
+        names.insert(names.end(), more.begin(), more.end());
+    };
+    add(Atoms::names());
+    add(TagWindowAtoms::kNames);
+    add(X11Screens::kAtomNames);
+    add(X11SpaceServer::kAtomNames);
+    add(WindowActivation::kAtomNames);
+    add(SystemTray::kAtomNames);
+    static_cast<void>(connection.intern(names));
+    return Atoms::intern(connection);
+}
+
 }  // namespace
 
 Desktop::Core::Core(Desktop& desktop)
@@ -58,7 +77,7 @@ Desktop::Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
       settingsPages_(platform::freedesktop::currentDesktops()),
       fileBrowser_(bus_),
       system_(files_),
-      atoms_(platform::x11::Atoms::intern(connection)),
+      atoms_(internAtoms(connection)),
       events_(connection, runLoop, runLoop),
       screens_(connection, events_, runLoop, scale),
       spaceServer_(connection, atoms_, events_, runLoop,
