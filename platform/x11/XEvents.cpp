@@ -10,7 +10,7 @@ XEvents::XEvents(XConnection& connection, DescriptorWatcher& watcher, RunLoop& r
     : connection_(connection),
       runLoop_(runLoop),
       readable_(watcher.watchReadable(connection.descriptor(), [this] { drain(); })) {
-    connection_.setAfterWait([this] { drainLater(); });
+    connection_.setAfterWait([this] { followWait(); });
 }
 
 XEvents::~XEvents() {
@@ -31,11 +31,22 @@ void XEvents::selectOnRoot(std::uint32_t eventMask) {
     connection_.flush();
 }
 
+// Another turn is needed when events came with the reply, and before the waits of many turns add up.
+void XEvents::followWait() {
+    if (!first_) first_.reset(xcb_poll_for_queued_event(connection_.get()));
+    if (first_ || connection_.isTurnLong() || connection_.isBroken()) drainLater();
+}
+
+Reply<xcb_generic_event_t> XEvents::next() {
+    if (first_) return std::move(first_);
+    return Reply<xcb_generic_event_t>(xcb_poll_for_event(connection_.get()));
+}
+
 void XEvents::drain() {
     later_ = {};
     connection_.beginTurn();
     for (int count = 0; count < kEventsATurn; ++count) {
-        const Reply<xcb_generic_event_t> event(xcb_poll_for_event(connection_.get()));
+        const auto event = next();
         if (!event) {
             if (connection_.isBroken() && !std::exchange(isBroken_, true)) {
                 readable_.cancel();

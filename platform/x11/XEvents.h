@@ -34,6 +34,8 @@ class XEvents {
   private:
     void drain();
     void drainLater();
+    void followWait();
+    [[nodiscard]] Reply<xcb_generic_event_t> next();
 
     XConnection& connection_;
     RunLoop& runLoop_;
@@ -41,6 +43,7 @@ class XEvents {
     Observers<> broken_;
     std::uint32_t rootMask_ = 0;
     bool isBroken_ = false;
+    Reply<xcb_generic_event_t> first_;  // read into memory while a reply was waited for
     Timer later_;
     Subscription readable_;
 };
