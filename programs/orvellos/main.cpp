@@ -17,6 +17,7 @@
 #include "platform/x11/XConnection.h"
 #include "programs/orvellos/Desktop.h"
 #include "ui/Appearance.h"
+#include "ui/FontConfiguration.h"
 #include "ui/QtRunLoop.h"
 #include "ui/TerminationSignals.h"
 
@@ -65,6 +66,7 @@ void startAtNoRestoredSession(const QApplication& application) {
 }
 
 int runApplication(int argc, char** argv, platform::x11::XConnection& connection) {
+    const auto fonts = ui::readFontConfiguration();
     keepQtFromStartingABus();
     qInstallMessageHandler(handleQtMessage);
     argc = std::min(argc, 1);  // the user's arguments are not for Qt, which would take some of them
@@ -73,6 +75,7 @@ int runApplication(int argc, char** argv, platform::x11::XConnection& connection
     QApplication::setQuitOnLastWindowClosed(false);
     startAtNoRestoredSession(application);
     ui::applyColorScheme(ui::ColorScheme::Unknown);  // until the desktop says
+    fonts.wait();
     ui::QtRunLoop runLoop;
     platform::freedesktop::SystemdLibrary systemd;
     platform::freedesktop::JournalSystemLog systemLog;
