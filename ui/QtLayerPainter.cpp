@@ -2,14 +2,15 @@
 
 #include <QFontMetricsF>
 #include <QImage>
-#include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <numbers>
 
 #include "ui/Blur.h"
+#include "ui/PathCoverage.h"
 #include "ui/QtColor.h"
 #include "ui/QtText.h"
 
@@ -43,6 +44,47 @@ QPainterPath toQPath(const platform::Path& path, double height) {
     return result;
 }
 
+QImage alphaChannel(const QImage& drawing) {
+    QImage alpha(drawing.size(), QImage::Format_Alpha8);
+    for (int y = 0; y < drawing.height(); ++y) {
+        const auto* from = reinterpret_cast<const QRgb*>(drawing.constScanLine(y));
+        std::transform(from, from + drawing.width(), alpha.scanLine(y),
+                       [](QRgb pixel) { return static_cast<uchar>(qAlpha(pixel)); });
+    }
+    return alpha;
+}
+
+// Black of that opacity.
+QImage blackOf(const QImage& alpha) {
+    QImage black(alpha.size(), QImage::Format_ARGB32_Premultiplied);
+    for (int y = 0; y < alpha.height(); ++y) {
+        const auto* from = alpha.constScanLine(y);
+        std::transform(from, from + alpha.width(), reinterpret_cast<QRgb*>(black.scanLine(y)),
+                       [](uchar opacity) { return qRgba(0, 0, 0, opacity); });
+    }
+    return black;
+}
+
+QRgb scaled(QRgb pixel, int part) {
+    const auto scale = [part](int component) { return (component * part + 127) / 255; };
+    return qRgba(scale(qRed(pixel)), scale(qGreen(pixel)), scale(qBlue(pixel)), scale(qAlpha(pixel)));
+}
+
+// Both premultiplied, the upper one covering so much of the pixel (of 255).
+QRgb over(QRgb upper, int coverage, QRgb lower) {
+    const auto seen = scaled(upper, coverage);
+    return seen + scaled(lower, 255 - qAlpha(seen));
+}
+
+// Premultiplied, so much of the way (0…1) from the one to the other.
+QRgb between(const QColor& from, const QColor& to, double way) {
+    const auto a = qPremultiply(from.rgba());
+    const auto b = qPremultiply(to.rgba());
+    const auto mix = [way](int x, int y) { return static_cast<int>(std::lround(x + (y - x) * way)); };
+    return qRgba(mix(qRed(a), qRed(b)), mix(qGreen(a), qGreen(b)), mix(qBlue(a), qBlue(b)),
+                 mix(qAlpha(a), qAlpha(b)));
+}
+
 // Paints one set of layers; everything is drawn in points with y downward, the painter scales to pixels.
 class Painting {
   public:
@@ -68,8 +110,7 @@ class Painting {
 
     // How much of each pixel the outline covers.
     [[nodiscard]] QImage coverage() const {
-        return alphaOf({0, 0, geometry_.width, geometry_.height},
-                       [this](QPainter& p) { p.fillPath(outline_, Qt::black); });
+        return coverageOf(outline_, {0, 0, geometry_.width, geometry_.height});
     }
 
   private:
@@ -94,21 +135,44 @@ class Painting {
         painter.setTransform(toPixels_, true);
     }
 
-    // The opacity of a drawing in a part of the window, given in pixels.
-    template <typename Draw>
-    [[nodiscard]] QImage alphaOf(const QRect& part, Draw draw) const {
-        QImage alpha(part.size(), QImage::Format_Alpha8);
-        alpha.fill(0);
-        QPainter painter(&alpha);
-        painter.translate(-part.topLeft());
-        prepare(painter);
-        draw(painter);
-        return alpha;
+    // How much a path covers of the pixels of a part of the window.
+    [[nodiscard]] QImage coverageOf(const QPainterPath& path, const QRect& part) const {
+        return pathCoverage(toPixels_.map(path).translated(-part.topLeft()), part.size());
     }
 
-    // The shadow of a drawing that lies within `bounds` (points).
-    template <typename Draw>
-    void paintShadow(const platform::Shadow& shadow, const QRectF& bounds, Draw draw) {
+    // The same of a text.
+    [[nodiscard]] QImage coverageOf(const TextLine& line, const QRect& part) const {
+        QImage drawing(part.size(), QImage::Format_ARGB32_Premultiplied);
+        drawing.fill(Qt::transparent);
+        QPainter painter(&drawing);
+        painter.translate(-part.topLeft());
+        prepare(painter);
+        drawText(painter, line);
+        painter.end();
+        return alphaChannel(drawing);
+    }
+
+    // Fills a path with the colours, premultiplied, that `colorOf` gives to the rows of pixels.
+    template <typename ColorOf>
+    void fill(const QPainterPath& path, ColorOf colorOf) {
+        const QRect part = toPixels_.map(path).boundingRect().toAlignedRect() & image_.rect();
+        if (part.isEmpty()) return;
+        const QImage coverage = coverageOf(path, part);
+        for (int y = 0; y < part.height(); ++y) {
+            const QRgb color = colorOf(part.top() + y);
+            const auto* covered = coverage.constScanLine(y);
+            auto* pixels = reinterpret_cast<QRgb*>(image_.scanLine(part.top() + y)) + part.left();
+            for (int x = 0; x < part.width(); ++x)
+                if (covered[x] != 0) pixels[x] = over(color, covered[x], pixels[x]);
+        }
+    }
+    void fill(const QPainterPath& path, const QColor& color) {
+        fill(path, [premultiplied = qPremultiply(color.rgba())](int /*row*/) { return premultiplied; });
+    }
+
+    // The shadow of a drawing, a path or a text, that lies within `bounds` (points).
+    template <typename Drawing>
+    void paintShadow(const platform::Shadow& shadow, const QRectF& bounds, const Drawing& drawing) {
         if (shadow.opacity <= 0) return;
         const double sigma = shadow.radius * geometry_.scale;
         const int reach = static_cast<int>(std::ceil(3 * sigma)) + 1;
@@ -116,51 +180,40 @@ class Painting {
             toPixels_.mapRect(bounds).toAlignedRect().marginsAdded({reach, reach, reach, reach}) &
             image_.rect();
         if (part.isEmpty()) return;
-        QImage alpha = alphaOf(part, draw);
+        QImage alpha = coverageOf(drawing, part);
         blurAlpha(alpha, sigma);
-        QImage black(alpha.size(), QImage::Format_ARGB32_Premultiplied);
-        black.fill(Qt::black);
-        QPainter mask(&black);
-        mask.setCompositionMode(QPainter::CompositionMode_DestinationIn);
-        mask.drawImage(0, 0, alpha);
-        mask.end();
         QPainter painter(&image_);
         painter.setOpacity(shadow.opacity);
         const QPointF offset = QPointF(shadow.offset.x, -shadow.offset.y) * geometry_.scale;
-        painter.drawImage(offset + part.topLeft(), black);
+        painter.drawImage(offset + part.topLeft(), blackOf(alpha));
     }
 
     void paintShape() {
-        paintShadow(layers_.tintLayer.shadow, tint_,
-                    [this](QPainter& p) { p.fillPath(outline_, Qt::black); });
-        QPainter painter(&image_);
-        prepare(painter);
-        painter.fillPath(outline_, toQColor(layers_.tintLayer.fill));
+        paintShadow(layers_.tintLayer.shadow, tint_, outline_);
+        fill(outline_, toQColor(layers_.tintLayer.fill));
     }
 
     void paintHighlight() {
         const auto& highlight = layers_.highlightLayer;
         if (highlight.hidden) return;
-        QLinearGradient gradient(tint_.topLeft(), tint_.bottomLeft());
-        gradient.setColorAt(0, toQColor(highlight.top));
-        gradient.setColorAt(1, toQColor(highlight.bottom));
-        QPainter painter(&image_);
-        prepare(painter);
-        if (translucent_) {
-            painter.fillPath(toQPath(highlight.mask, tint_.height()).translated(tint_.topLeft()), gradient);
-        } else {
-            painter.fillRect(tint_, gradient);
-        }
+        QPainterPath path;
+        if (translucent_)
+            path = toQPath(highlight.mask, tint_.height()).translated(tint_.topLeft());
+        else
+            path.addRect(tint_);
+        const double top = toPixels_.map(tint_.topLeft()).y();
+        const double bottom = toPixels_.map(tint_.bottomLeft()).y();
+        fill(path, [&, from = toQColor(highlight.top), to = toQColor(highlight.bottom)](int row) {
+            return between(from, to, std::clamp((row + 0.5 - top) / (bottom - top), 0.0, 1.0));
+        });
     }
 
     void paintSwatch() {
         const auto& swatch = layers_.swatchLayer;
         if (swatch.hidden) return;
-        QPainter painter(&image_);
-        prepare(painter);
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(toQColor(swatch.background));
-        painter.drawRoundedRect(inTint(swatch.frame), swatch.cornerRadius, swatch.cornerRadius);
+        QPainterPath path;
+        path.addRoundedRect(inTint(swatch.frame), swatch.cornerRadius, swatch.cornerRadius);
+        fill(path, toQColor(swatch.background));
     }
 
     // The baseline is where the capitals stand centred in the frame: what the eye takes for the middle.
@@ -191,7 +244,7 @@ class Painting {
     void paintText() {
         if (layers_.textLayer.string.empty()) return;
         const auto line = textLine();
-        paintShadow(layers_.textLayer.shadow, line.bounds, [&](QPainter& p) { drawText(p, line); });
+        paintShadow(layers_.textLayer.shadow, line.bounds, line);
         QPainter painter(&image_);
         prepare(painter);
         drawText(painter, line);
