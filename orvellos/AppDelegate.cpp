@@ -19,6 +19,8 @@ constexpr std::array<std::string_view, 2> kBundleIdentifiers = {"org.norvath.orv
                                                                 "org.norvath.orvello.pro"};
 constexpr auto kLongestWaitForExit = platform::seconds(3);
 constexpr auto kExitCheck = platform::seconds(0.2);
+// By then the window manager has shown the tags, which taking keys and making panels would have held up.
+constexpr auto kTagsAreShown = platform::seconds(0.05);
 
 }  // namespace
 
@@ -63,8 +65,7 @@ void AppDelegate::startCore() {
     probeSpaceReader();
     core_.emplace(services_.makeCore());
     core_->manager.start();
-    // The tags are to be seen first.
-    nextStep_ = services_.runLoop.after(platform::Duration::zero(), [this] { startUserInterface(); });
+    nextStep_ = services_.runLoop.after(kTagsAreShown, [this] { startUserInterface(); });
 }
 
 void AppDelegate::startUserInterface() {

@@ -197,8 +197,10 @@ const SpaceIdentifier::EntryPoints& SpaceIdentifier::entryPoints() const {
 // main display, wherever on them the pointer is.
 std::optional<DisplayId> SpaceIdentifier::pointerDisplayID() const {
     if (isSharedSpacesMode()) return screens_.mainDisplayId();
+    const auto screens = screens_.screens();
+    if (screens.size() == 1) return screens.front().displayId;  // wherever the pointer is
     const auto location = pointer_.location();
-    for (const auto& screen : screens_.screens())
+    for (const auto& screen : screens)
         if (screen.frame.contains(location)) return screen.displayId;
     const auto main = screens_.mainScreen();
     return main ? main->displayId : std::nullopt;
