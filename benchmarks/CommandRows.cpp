@@ -39,18 +39,18 @@ std::vector<Row> measureCommands(const Effort& effort) {
         const PrivateDesktop desktop({.windowManager = {.kind = WindowManager::Kwin}});
         const auto& environment = desktop.environment;
         measure("orvello dump / wmctrl -d, KWin", wholeRun({orvello, "dump"}, environment),
-                wholeRun({"wmctrl", "-d"}, environment), 0.95);
+                wholeRun({"wmctrl", "-d"}, environment), 0.92);
     }
     PrivateDesktop desktop({.windowManager = {.kind = WindowManager::Openbox}});
     const auto& environment = desktop.environment;
     measure("orvello dump / wmctrl -d, openbox", wholeRun({orvello, "dump"}, environment),
-            wholeRun({"wmctrl", "-d"}, environment), 0.55);
+            wholeRun({"wmctrl", "-d"}, environment), 0.47);
     measure("orvello goto / xdotool set_desktop, until it is done",
             untilDesktop(desktop, {orvello, "goto", "3"}, 2),
-            untilDesktop(desktop, {"xdotool", "set_desktop", "2"}, 2), 1.0);
+            untilDesktop(desktop, {"xdotool", "set_desktop", "2"}, 2), 0.85);
     openWindows(desktop, 200);
     measure("orvello windows / wmctrl -lG, 200 windows", wholeRun({orvello, "windows"}, environment),
-            wholeRun({"wmctrl", "-lG"}, environment), 0.25);
+            wholeRun({"wmctrl", "-lG"}, environment), 0.10);
     return rows;
 }
 

@@ -17,20 +17,24 @@ void goToFirstDesktop(PrivateDesktop& desktop) {
     awaitDesktop(desktop, 0);
 }
 
-void awaitDesktop(PrivateDesktop& desktop, std::uint32_t number) {
+void awaitRoot(PrivateDesktop& desktop, const std::string& what, const std::function<bool()>& condition) {
     auto& x = desktop.x();
     const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(x.connection(), x.root(), XCB_CW_EVENT_MASK, &events);
     pollfd readable{xcb_get_file_descriptor(x.connection()), POLLIN, 0};
-    while (x.currentDesktop() != number) {
+    while (!condition()) {
         bool changed = false;
         while (auto* event = xcb_poll_for_event(x.connection())) {
             std::free(event);
             changed = true;
         }
         if (changed) continue;
-        if (poll(&readable, 1, 10000) <= 0) throw std::runtime_error("the desktop does not change");
+        if (poll(&readable, 1, 30000) <= 0) throw std::runtime_error(what + " does not come");
     }
+}
+
+void awaitDesktop(PrivateDesktop& desktop, std::uint32_t number) {
+    awaitRoot(desktop, "the change of desktop", [&] { return desktop.x().currentDesktop() == number; });
 }
 
 Timed untilDesktop(PrivateDesktop& desktop, std::vector<std::string> words, std::uint32_t target) {

@@ -20,9 +20,9 @@ namespace {
 using namespace benchmark;
 
 void print(const std::vector<Row>& rows) {
-    constexpr auto* kLine = "| {:<62} | {:>30} | {:>8} | {:<7} |\n";
+    constexpr auto* kLine = "| {:<64} | {:>30} | {:>11} | {:<7} |\n";
     fmt::print(kLine, "What", "Measured", "Goal", "Verdict");
-    fmt::print(kLine, std::string(62, '-'), std::string(30, '-'), std::string(8, '-'), std::string(7, '-'));
+    fmt::print(kLine, std::string(64, '-'), std::string(30, '-'), std::string(11, '-'), std::string(7, '-'));
     for (const auto& row : rows)
         fmt::print(kLine, row.what, row.measured, row.goal, row.reached ? "reached" : "missed");
 }
@@ -31,11 +31,10 @@ struct Group {
     std::string_view name;
     std::vector<Row> (*measure)(const Effort& effort);
 };
-constexpr Group kGroups[] = {{"commands", measureCommands},
-                             {"application", measureApplication},
-                             {"interface", measureInterface},
-                             {"screen", measureScreen},
-                             {"logic", measureLogic}};
+constexpr Group kGroups[] = {{"commands", measureCommands},       {"start", measureStart},
+                             {"application", measureApplication}, {"interface", measureInterface},
+                             {"screen", measureScreen},           {"flood", measureFlood},
+                             {"storage", measureStorage},         {"logic", measureLogic}};
 
 struct Arguments {
     Effort effort;
