@@ -65,8 +65,8 @@ void startAtNoRestoredSession(const QApplication& application) {
         Qt::DirectConnection);
 }
 
-int runApplication(int argc, char** argv, platform::x11::XConnection& connection) {
-    const auto fonts = ui::readFontConfiguration();
+int runApplication(int argc, char** argv, platform::x11::XConnection& connection,
+                   const std::future<void>& fonts) {
     keepQtFromStartingABus();
     qInstallMessageHandler(handleQtMessage);
     argc = std::min(argc, 1);  // the user's arguments are not for Qt, which would take some of them
@@ -75,7 +75,6 @@ int runApplication(int argc, char** argv, platform::x11::XConnection& connection
     QApplication::setQuitOnLastWindowClosed(false);
     startAtNoRestoredSession(application);
     ui::applyColorScheme(ui::ColorScheme::Unknown);  // until the desktop says
-    fonts.wait();
     ui::QtRunLoop runLoop;
     platform::freedesktop::SystemdLibrary systemd;
     platform::freedesktop::JournalSystemLog systemLog;
@@ -88,7 +87,10 @@ int runApplication(int argc, char** argv, platform::x11::XConnection& connection
         sayThatTheServerIsGone();
         QCoreApplication::exit(1);
     });
-    runLoop.post([&desktop] { desktop.launch(); });
+    runLoop.post([&] {
+        fonts.wait();
+        desktop.launch();
+    });
     // What was asked of the server up to here, atoms among it, is not asked again.
     const int status = connection.isLate() ? failToOpenDisplay() : QCoreApplication::exec();
     desktop.terminate();
@@ -99,6 +101,7 @@ int runApplication(int argc, char** argv, platform::x11::XConnection& connection
 }  // namespace
 
 int main(int argc, char** argv) {
+    const auto fonts = ui::readFontConfiguration();
     const auto connection = platform::x11::XConnection::open(nullptr, kPatienceAtStart);
-    return connection ? runApplication(argc, argv, *connection) : failToOpenDisplay();
+    return connection ? runApplication(argc, argv, *connection, fonts) : failToOpenDisplay();
 }
