@@ -171,7 +171,12 @@ std::vector<NavController::Attempt> NavController::attemptsOf(NavigationId id) {
     std::vector<Attempt> attempts;
     if (navigation.shortcutsOK) {
         attempts.push_back({"osascript", [this, uuid] { navigateViaOSAScript(uuid); }, wait});
-        attempts.push_back({"CGEvent", [this, uuid] { navigateViaKeyboard(uuid); }, wait});
+        const auto pressKeys = [this, uuid, id] {
+            const auto former = generation_;
+            navigateViaKeyboard(uuid);
+            if (generation_ != former) navigations_.at(id).keys = generation_;
+        };
+        attempts.push_back({"CGEvent", pressKeys, wait});
     }
     attempts.push_back({"CGS switchToSpace",
                         [this, uuid, id] { navigations_.at(id).cgsSucceeded = switchToSpace(spaces_, uuid); },
@@ -193,6 +198,7 @@ bool NavController::endIfReached(NavigationId id) {
     const auto& navigation = navigations_.at(id);
     if (!navigation.tried || !hasReached(navigation.uuid)) return false;
     say("  {} reached target ✓", navigation.attempts[*navigation.tried].label);
+    if (navigation.keys) keySequences_.erase(*navigation.keys);
     navigations_.erase(id);
     return true;
 }

@@ -102,6 +102,7 @@ class NavController {
         std::vector<Attempt> attempts = {};
         std::optional<std::size_t> tried = {};  // the last of them that was begun
         std::optional<bool> cgsSucceeded = {};  // absent while that way has not been tried
+        std::optional<std::int64_t> keys = {};  // the generation of its sequence of keys
         platform::Timer timer = {};
     };
     using NavigationId = std::uint64_t;

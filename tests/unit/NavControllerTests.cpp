@@ -237,6 +237,13 @@ TEST_F(NavControllerTest, HasEndedAsSoonAsItArrives) {
     desktop_.spaces.setCurrentSpace("D");
     wait(3);
     EXPECT_EQ(attempts().size(), 1U) << "the user is not taken back";
+
+    nav_.navigateToSpace("A");
+    wait(1);
+    desktop_.spaces.setCurrentSpace("A");
+    nav_.activeSpaceChanged();
+    wait(3);
+    EXPECT_EQ(desktop_.shortcuts.pressed.size(), 1U) << "nor taken on";
 }
 
 TEST_F(NavControllerTest, EndsWithoutAWordWhenItIsCancelled) {
