@@ -133,32 +133,40 @@ void TagManager::makeWindow(const Tag& tag) {
 // What the first decision would fade out must not be seen before it.
 void TagManager::hideFromTheStart() {
     const bool hidden = decideVisibility(visibilityInputs()) == TagVisibility::Hide;
-    for (const auto& [id, window] : windows_) {
-        if (!hidden && !binding_.orphanedTagIDs().get().contains(id)) continue;
-        window->setAlphaValue(0);
-        window->setIgnoresMouseEvents(true);
-        window->mcBackup()->setAlphaValue(0);
+    for (const auto& [id, window] : windows_)
+        if (hidden || binding_.orphanedTagIDs().get().contains(id)) hideAtOnce(*window);
+}
+
+void TagManager::hideAtOnce(TagWindow& window) {
+    window.setAlphaValue(0);
+    window.setIgnoresMouseEvents(true);
+    window.mcBackup()->setAlphaValue(0);
+}
+
+void TagManager::bringInPlacedWindows() {
+    for (const auto& tag : tags()) {
+        const auto* window = windowFor(tag.id);
+        if (window && !window->state().visible) bringToFront(tag);
     }
 }
 
 // A window whose Space cannot be told yet would come up on whatever Space is current, so it waits.
-void TagManager::bringInPlacedWindows() {
-    for (const auto& tag : tags()) {
-        auto* window = windowFor(tag.id);
-        if (!window || window->state().visible) continue;
-        if (tag.spaceUUID && !services_.spaces.managedSpaceID(*tag.spaceUUID)) continue;
-        window->orderFrontRegardless();
-        window->mcBackup()->orderFrontRegardless();
-    }
+void TagManager::bringToFront(const Tag& tag) {
+    auto& window = *windowFor(tag.id);
+    const bool isPlaced = !tag.spaceUUID || services_.spaces.managedSpaceID(*tag.spaceUUID);
+    if (!isPlaced && !window.state().visible) return;
+    window.orderFrontRegardless();
+    window.mcBackup()->orderFrontRegardless();
 }
 
 void TagManager::showNewWindow(const Tag& tag) {
     makeWindow(tag);
     auto& window = *windowFor(tag.id);
-    window.orderFrontRegardless();
-    window.mcBackup()->orderFrontRegardless();
+    if (settings_.killSwitchActive.get()) hideAtOnce(window);
+    bringToFront(tag);
     syncMCBackupFrame(tag);
     if (tag.spaceUUID) pinToSpace(window, *tag.spaceUUID);
+    binding_.recomputeSpaceOrphans();
     reconcile();
 }
 
@@ -246,7 +254,7 @@ void TagManager::assignTagToSpace(const TagID& id, std::optional<std::string> sp
         pinToSpace(*window, *target);
         binding_.recomputeSpaceOrphans();
     }
-    window->orderFrontRegardless();
+    bringToFront(*find(id));
     window->flash();
     reconcile();
 }

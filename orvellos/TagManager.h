@@ -115,7 +115,9 @@ class TagManager {
     // Making and placing windows.
     void makeWindow(const Tag& tag);
     void hideFromTheStart();
+    static void hideAtOnce(TagWindow& window);
     void bringInPlacedWindows();
+    void bringToFront(const Tag& tag);
     void showNewWindow(const Tag& tag);
     void pinToSpace(const TagWindow& window, const std::string& spaceUUID) const;
     void sendHome(const Tag& tag);

@@ -151,7 +151,7 @@ TEST_F(TagManagerTest, DecidesWhatIsSeen) {
     }
 }
 
-TEST_F(TagManagerTest, HidesFromTheFirstMomentWhatIsHiddenAtTheStart) {
+TEST_F(TagManagerTest, HidesFromItsFirstMomentWhatIsNotToBeSeen) {
     settings_.killSwitchActive.set(true);
     store_.tags[1].spaceUUID = "gone";
     manager_.start();
@@ -161,6 +161,11 @@ TEST_F(TagManagerTest, HidesFromTheFirstMomentWhatIsHiddenAtTheStart) {
     }
     EXPECT_TRUE(seen(0).orderedIn);
     EXPECT_FALSE(seen(1).orderedIn);
+    const Tag made = manager_.createTag("New", "#EF4444");
+    EXPECT_EQ(seen(2).alpha, 0);
+    manager_.deleteTag(made.id);
+    manager_.restoreTag(made);
+    EXPECT_EQ(seen(2).alpha, 0);
 }
 
 TEST_F(TagManagerTest, FollowsTheLastOfSeveralDecisionsOfOneMoment) {
@@ -464,7 +469,7 @@ TEST_F(TagManagerTest, AssignsATagToAnotherSpace) {
         EXPECT_EQ(tag(i).spaceUUID, "B");
         EXPECT_EQ(spacesOf(window(i)), std::vector{ManagedSpaceId{2}});
         EXPECT_EQ(spacesOf(backup(i)), std::vector{ManagedSpaceId{2}});
-        EXPECT_TRUE(seen(i).orderedIn);
+        EXPECT_TRUE(seen(i).orderedIn && seen(backup(i)).orderedIn);
         EXPECT_EQ(seen(i).alpha, 1);
     }
     EXPECT_GE(changes, 2);
@@ -496,6 +501,18 @@ TEST_F(TagManagerTest, DeletesATagUntilThatIsTakenBack) {
     EXPECT_EQ(tag(1), mail);
     EXPECT_EQ(spacesOf(window(1)), std::vector{ManagedSpaceId{1}});
     EXPECT_TRUE(seen(1).orderedIn);
+
+    desktop_.spaces.removeSpace("A");
+    settle();
+    manager_.deleteTag(mail.id);
+    desktop_.spaces.setCurrentSpace("C");
+    settle();
+    undo();
+    EXPECT_FALSE(seen(1).orderedIn || seen(backup(1)).orderedIn) << "its Space is nowhere";
+    desktop_.spaces.addSpace("A");
+    settle();
+    EXPECT_TRUE(seen(1).orderedIn);
+    EXPECT_EQ(seen(1).alpha, 1);
 }
 
 TEST_F(TagManagerTest, UpdatesATagInPlace) {
