@@ -8,6 +8,15 @@ using platform::Point;
 using platform::Rect;
 using platform::Size;
 
+std::optional<platform::Screen> screenOfDisplay(const platform::Screens& screens,
+                                                const std::optional<std::string>& uuid) {
+    const auto all = screens.screens();
+    const auto found = std::ranges::find_if(all, [&](const platform::Screen& screen) {
+        return uuid && screen.displayId && screens.displayUuid(*screen.displayId) == uuid;
+    });
+    return found == all.end() ? std::nullopt : std::optional(*found);
+}
+
 Point clampOrigin(Point origin, Size size, const Rect& area) {
     const auto clamp = [](double value, double low, double high) {
         return std::clamp(value, low, std::max(high, low));

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <optional>
+#include <string>
+
 #include "orvellos/AnchoredPosition.h"
 #include "platform/Screens.h"
 
@@ -14,6 +17,9 @@ struct ScreenContext {
         : anchorReferenceFrame(screen.visibleFrame), clampFrame(screen.frame.insetBy(-20)) {}
 };
 
+// The screen of the display with this uuid; absent while there is none.
+[[nodiscard]] std::optional<platform::Screen> screenOfDisplay(const platform::Screens& screens,
+                                                              const std::optional<std::string>& uuid);
 // The origin that keeps a window of this size inside the area; one larger than the area starts at its
 // minimum.
 [[nodiscard]] platform::Point clampOrigin(platform::Point origin, platform::Size size,

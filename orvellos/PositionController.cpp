@@ -37,9 +37,11 @@ std::optional<Tag> PositionController::tag(const TagID& id) const {
     return found == tags.end() ? std::nullopt : std::optional(*found);
 }
 
-std::optional<Screen> PositionController::screenOf(const Tag& tag, platform::Point center) const {
-    const auto preferred = preferredScreen(tag);
-    return preferred ? preferred : screenUnder(screens_, center);
+// Screens that share their Spaces share the anchored tags, too: they are on the one that the user has put
+// them on or, while that is not there, each where it is.
+std::optional<Screen> PositionController::anchorScreen(platform::Point center) const {
+    const auto chosen = screenOfDisplay(screens_, settings_.globalAnchoredDisplay.get());
+    return chosen ? chosen : screenUnder(screens_, center);
 }
 
 std::optional<Screen> PositionController::preferredScreen(const Tag& tag) const {
@@ -72,7 +74,7 @@ Rect PositionController::homeTargetFrame(const Tag& tag, TagSize size, const Rec
     const auto windowSize =
         tagWindowSize(tag.label, baseHeight(size, main), settings_.globalTagShape.get(), textMeasurer_);
     const auto preferred = preferredScreen(tag);
-    const auto screen = preferred ? preferred : screenUnder(screens_, currentFrame.center());
+    const auto screen = preferred ? preferred : anchorScreen(currentFrame.center());
     const auto& anchor = settings_.globalAnchoredPosition.get();
 
     Rect home = detachedFrame(windowSize, currentFrame);
@@ -102,8 +104,12 @@ void PositionController::tagFrameChanged(const TagID& id, const Rect& newFrame, 
 }
 
 void PositionController::setSharedPosition(const Tag& tag, const Rect& frame) {
-    if (const auto screen = screenOf(tag, frame.center()))
-        settings_.globalAnchoredPosition.set(anchoredPositionFromPoint(frame.center(), screen->visibleFrame));
+    const auto preferred = preferredScreen(tag);
+    const auto screen = preferred ? preferred : screenUnder(screens_, frame.center());
+    if (!screen) return;
+    settings_.globalAnchoredPosition.set(anchoredPositionFromPoint(frame.center(), screen->visibleFrame));
+    if (spaces_.isSharedSpacesMode() && screen->displayId)
+        settings_.globalAnchoredDisplay.set(screens_.displayUuid(*screen->displayId));
 }
 
 void PositionController::reapplyAnchoredFrames(const TagID& except) {

@@ -26,8 +26,8 @@ struct PositionCallbacks {
 };
 
 // Decides where on which screen a tag window belongs. A tag is anchored, at the one position that all such
-// tags share, or detached, with a frame of its own. Keeps no state: the shared position is a setting, a tag's
-// own frame is in the tag.
+// tags share, or detached, with a frame of its own. Keeps no state: the shared position and its screen are
+// settings, a tag's own frame is in the tag.
 class PositionController {
   public:
     PositionController(const SpaceIdentifier& spaces, const platform::Screens& screens,
@@ -42,7 +42,8 @@ class PositionController {
     // The screen that shows the tag's Space; none while the screens share their Spaces.
     [[nodiscard]] std::optional<platform::Screen> preferredScreen(const Tag& tag) const;
     // The frame of the tag's window at this size: around its own saved frame's centre, or at the shared
-    // position on its screen, or else around the centre of the present frame.
+    // position on its screen (the preferred one, that of the position, the one under it), or else around the
+    // centre of the present frame.
     [[nodiscard]] platform::Rect homeTargetFrame(const Tag& tag, TagSize size,
                                                  const platform::Rect& currentFrame) const;
 
@@ -58,7 +59,7 @@ class PositionController {
 
   private:
     [[nodiscard]] std::optional<Tag> tag(const TagID& id) const;
-    [[nodiscard]] std::optional<platform::Screen> screenOf(const Tag& tag, platform::Point center) const;
+    [[nodiscard]] std::optional<platform::Screen> anchorScreen(platform::Point center) const;
     void setSharedPosition(const Tag& tag, const platform::Rect& frame);
     void moveHome(const Tag& tag, TagWindow& window) const;
 

@@ -101,6 +101,8 @@ Settings::Settings(platform::DefaultsStore& store, platform::LoginItem& loginIte
       globalTagShape(store, objectChanged_, "globalTagShape", stored(store, "globalTagShape", TagShape::Tag)),
       globalAnchoredPosition(store, objectChanged_, "globalAnchoredPosition",
                              storedValue<AnchoredPosition>(store, "globalAnchoredPosition")),
+      globalAnchoredDisplay(store, objectChanged_, "globalAnchoredDisplay",
+                            storedValue<std::string>(store, "globalAnchoredDisplay")),
       loginItem_(loginItem) {}
 
 void Settings::setLaunchAtLogin(bool enabled) {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <string>
 
 #include "orvellos/AnchoredPosition.h"
 #include "orvellos/MissionControlStyle.h"
@@ -37,6 +38,7 @@ class Settings {
     Setting<std::int64_t> lastWelcomeVersion;
     Setting<TagShape> globalTagShape;
     Setting<std::optional<AnchoredPosition>> globalAnchoredPosition;
+    Setting<std::optional<std::string>> globalAnchoredDisplay;  // its uuid, where displays share their Spaces
 
     // Called with every assignment of a field and after every setLaunchAtLogin.
     platform::Subscription subscribe(std::function<void()> callback) {

@@ -86,8 +86,10 @@ Rect TagWindow::initialFrame(const Tag& tag, std::size_t existing) const {
     const Size size = sizeForLabel(tag.label);
     if (tag.frame) return centred(size, tag.frame->center());
     const auto main = services_.screens.mainScreen();
-    if (const auto& anchor = services_.settings.globalAnchoredPosition.get(); anchor && main)
-        return anchoredFrame(size, *anchor, ScreenContext(*main));
+    const auto chosen = screenOfDisplay(services_.screens, services_.settings.globalAnchoredDisplay.get());
+    const auto& screen = chosen ? chosen : main;
+    if (const auto& anchor = services_.settings.globalAnchoredPosition.get(); anchor && screen)
+        return anchoredFrame(size, *anchor, ScreenContext(*screen));
     const Rect area = main ? main->visibleFrame : kAssumedScreen;
     const double step = (size.height + kStackGap) * static_cast<double>(existing);
     return {area.maxX() - size.width - kStackMargin, area.maxY() - size.height - kStackMargin - step,

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+
 #include "tests/desktop/TaggedDesktop.h"
 
 using namespace desktop_test;
@@ -64,11 +66,17 @@ TEST_P(TagsOnMonitorsTest, StayInReachWhenTheirMonitorIsUnplugged) {
     drag("Mail", {kLarge.width + 500, 400}, true);
     EXPECT_TRUE(waitUntil([&] { return isDetached(0); }));
 
-    // An anchored one takes the shared position along: the others keep it on the monitor that they are on.
+    // An anchored one takes the others along, for good.
+    const Center shared{kLarge.width + kMedium.width - 300, 100};
     ASSERT_TRUE(desktop.goToDesktop(1));
     ASSERT_TRUE(desktop.waitForTagOf(1));
-    drag("Code", {kLarge.width + kMedium.width - 300, 100});
-    EXPECT_TRUE(isAt("Music", {kLarge.width - 300, 100}));
+    drag("Code", shared);
+    EXPECT_TRUE(isAt("Music", shared)) << centerOf("Music").x;
+    application->signal(SIGTERM);
+    ASSERT_EQ(application->wait(), 0);
+    application.emplace(desktop.start({desktop.program("orvello")}));
+    ASSERT_TRUE(desktop.waitForTagOf(1)) << application->standardError();
+    for (const char* each : {"Code", "Music"}) EXPECT_TRUE(isAt(each, shared)) << centerOf(each).x;
     EXPECT_TRUE(isAt("Mail", {kLarge.width + 500, 400}));
 
     desktop.setMonitors({kLarge});
@@ -78,7 +86,7 @@ TEST_P(TagsOnMonitorsTest, StayInReachWhenTheirMonitorIsUnplugged) {
     EXPECT_TRUE(desktop.waitForTagOf(1));
 
     desktop.setMonitors({kSmall, kLarge});
-    EXPECT_TRUE(isAt("Mail", {kSmall.width - 300, 100})) << centerOf("Mail").x;
+    EXPECT_TRUE(isAt("Mail", {kSmall.width + kLarge.width - 300, 100})) << centerOf("Mail").x;
 }
 
 TEST_P(TagsOnMonitorsTest, AreThereAgainAfterNoMonitorAtAll) {

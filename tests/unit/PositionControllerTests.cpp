@@ -110,6 +110,26 @@ TEST_F(PositionControllerTests, PlacesATagOnTheScreenOfItsSpace) {
               400);
 }
 
+TEST_F(PositionControllerTests, AnchoredTagsShareTheMonitorThatTheUserPutsThemOn) {
+    auto& screens = desktop_.screens;
+    screens.setDisplayUuid({1}, "FIRST");
+    screens.addScreen({1440, 0, 1000, 800}, "SECOND");
+    const auto both = screens.screens();
+    start();
+    drag(0, 700, -200);
+    settle();
+    manager_.createTag("New", "#EF4444");
+    for (const std::size_t i : {0U, 1U, 2U}) expectCentre(i, {1916, 644});
+    screens.setScreens({both[0]});
+    settle();
+    expectCentre(1, {476, 744});
+    drag(1, 100, 0);
+    settle();
+    screens.setScreens(both);
+    settle();
+    for (const std::size_t i : {0U, 1U}) expectCentre(i, {2016, 644});
+}
+
 TEST_F(PositionControllerTests, WithoutAScreenEveryTagKeepsItsPlace) {
     start();
     const Point place = window(0).frame().center();

@@ -36,12 +36,13 @@ class SettingsTests : public ApplicationTest {
     // Every field in the order of its declaration.
     [[nodiscard]] std::string fields() const {
         const auto& s = *opened_;
-        return fmt::format("{} {} {} {} {} {} {} {} {} {}", rawValue(s.visibilityMode.get()),
+        return fmt::format("{} {} {} {} {} {} {} {} {} {} {}", rawValue(s.visibilityMode.get()),
                            s.showRevealOnSwipe.get(), s.killSwitchActive.get(), rawValue(s.tagSize.get()),
                            s.embiggenAllTags.get(), rawValue(s.missionControlStyle.get()),
                            s.hasSeenWelcome.get(), s.lastWelcomeVersion.get(),
                            rawValue(s.globalTagShape.get()),
-                           s.globalAnchoredPosition.get().value_or(AnchoredPosition{}).hOffset);
+                           s.globalAnchoredPosition.get().value_or(AnchoredPosition{}).hOffset,
+                           s.globalAnchoredDisplay.get().value_or("anywhere"));
     }
 
     std::optional<platform::freedesktop::JsonDefaultsStore> store_;
@@ -52,17 +53,19 @@ TEST_F(SettingsTests, ReadWhatIsThereAndFallBackFromTheRest) {
     const auto complete = R"({
         "visibilityMode": "hiddenDuringWork", "showRevealOnSwipe": false, "killSwitchActive": true,
         "tagSize": "missionControl", "embiggenAllTags": true, "missionControlStyle": "fullscreen",
-        "hasSeenWelcome": true, "lastWelcomeVersion": 3, "globalTagShape": "pill"})"_json;
+        "hasSeenWelcome": true, "lastWelcomeVersion": 3, "globalTagShape": "pill",
+        "globalAnchoredDisplay": "X"})"_json;
     const auto unusable = R"({
         "visibilityMode": true, "showRevealOnSwipe": 0, "revealOnSpaceChange": "yes",
         "killSwitchActive": "yes", "hideAllLabels": true, "tagSize": "huge", "embiggenAllTags": 1,
         "missionControlStyle": "Pill", "hasSeenWelcome": "yes", "lastWelcomeVersion": true,
-        "globalTagShape": "Pill", "globalAnchoredPosition": {"data": "{\"hEdge\":\"middle\"}"}})"_json;
+        "globalTagShape": "Pill", "globalAnchoredPosition": {"data": "{\"hEdge\":\"middle\"}"},
+        "globalAnchoredDisplay": 1})"_json;
     const std::pair<json, std::string> rows[] = {
-        {json::object(), "alwaysVisible true false medium false headerBar false 0 tag 224"},
+        {json::object(), "alwaysVisible true false medium false headerBar false 0 tag 224 anywhere"},
         {with(complete, "globalAnchoredPosition", kLeftTop),
-         "hiddenDuringWork false true missionControl true fullscreen true 3 pill 100"},
-        {unusable, "alwaysVisible true true medium false headerBar false 0 tag 0"}};
+         "hiddenDuringWork false true missionControl true fullscreen true 3 pill 100 X"},
+        {unusable, "alwaysVisible true true medium false headerBar false 0 tag 0 anywhere"}};
     for (const auto& [before, expected] : rows) {
         open(before);
         EXPECT_EQ(fields(), expected);
@@ -82,9 +85,10 @@ TEST_F(SettingsTests, WriteEachFieldInTheFormInWhichItIsRead) {
     s.lastWelcomeVersion.set(3);
     s.globalTagShape.set(TagShape::Pill);
     s.globalAnchoredPosition.set(AnchoredPosition{HEdge::Left, 100, VEdge::Top, -25});
+    s.globalAnchoredDisplay.set("X");
     EXPECT_EQ(stored()["globalAnchoredPosition"], kLeftTop);
     open(stored());
-    EXPECT_EQ(fields(), "hiddenDuringWork false true missionControl true fullscreen true 3 pill 100");
+    EXPECT_EQ(fields(), "hiddenDuringWork false true missionControl true fullscreen true 3 pill 100 X");
 
     const AnchoredPosition nowhere{HEdge::Left, std::nan(""), VEdge::Top, 0};
     for (const auto& none : {std::optional<AnchoredPosition>(), std::optional(nowhere)}) {
