@@ -212,6 +212,10 @@ void TagWindow::applyFrameAndSize(TagSize size, const std::string& label, const 
         frame, fmt::format("applyFrameAndSize[{}]: cross-display move from screen#", redactedLabel(label)),
         fmt::format(" animate={}", animate));
     const bool relabelled = std::exchange(appearance_.label, label) != label;
+    if (isInGesture()) {
+        placeAfterGesture(frame);
+        return layOut();
+    }
     if (animate && !frame_.isEmpty() && !frame.isEmpty()) {
         if (relabelled) layOut();
         if (frame != targetFrame()) animateFrame(frame, cubicEaseInOut);
@@ -232,7 +236,9 @@ void TagWindow::applyFrameAndSize(TagSize size, const std::string& label, const 
 void TagWindow::setFrameWithoutPersisting(const Rect& frame, bool animate) {
     logIfCrossingDisplays(frame, "setFrameWithoutPersisting: cross-display from screen#",
                           fmt::format(" animate={}", animate));
-    if (animate) {
+    if (isInGesture()) {
+        placeAfterGesture(frame);
+    } else if (animate) {
         animateFrame(frame, [](double time) { return kEaseInEaseOut.progress(time); });
     } else {
         frameAnimation_.stop();
@@ -283,7 +289,9 @@ void TagWindow::layOut() {
 void TagWindow::mouseDown(const platform::MouseEvent& event) {
     mouseDownScreenLocation_ = event.location;
     mouseDownWindowOrigin_ = frame_.origin();
+    pointer_ = event.location;
     didDragThisGesture_ = false;
+    if (frameAnimation_.isRunning()) placeAfterGesture(animationTarget_);
     services_.editingContext.begin("drag-" + tagID_.text());
     log(LogCategory::Nav, fmt::format("TagWindow[{}] mouseDown @ {} origin={}", shortId(),
                                       describe(event.location), describe(frame_.origin())));
@@ -292,11 +300,29 @@ void TagWindow::mouseDown(const platform::MouseEvent& event) {
 void TagWindow::mouseDragged(const platform::MouseEvent& event) {
     didDragThisGesture_ = true;
     if (!mouseDownScreenLocation_ || !mouseDownWindowOrigin_) return;
+    pointer_ = event.location;
+    follow(frame_.size());
+}
+
+void TagWindow::follow(Size size) {
+    const Point moved{mouseDownWindowOrigin_->x + pointer_.x - mouseDownScreenLocation_->x,
+                      mouseDownWindowOrigin_->y + pointer_.y - mouseDownScreenLocation_->y};
+    setFrame(clampedTo(screenForDrag(pointer_), {moved.x, moved.y, size.width, size.height}));
+}
+
+// The tag stays in the hand. It takes the size at once, held at the same part of what is drawn of it.
+void TagWindow::placeAfterGesture(const Rect& frame) {
     frameAnimation_.stop();
-    const Rect moved{mouseDownWindowOrigin_->x + event.location.x - mouseDownScreenLocation_->x,
-                     mouseDownWindowOrigin_->y + event.location.y - mouseDownScreenLocation_->y, frame_.width,
-                     frame_.height};
-    setFrame(clampedTo(screenForDrag(event.location), moved));
+    frameAfterGesture_ = frame;
+    const auto shift = [](double grip, double before, double after) {
+        const double part = (grip - kTagMargin) / (before - 2 * kTagMargin);
+        return grip - (kTagMargin + part * (after - 2 * kTagMargin));
+    };
+    auto& origin = *mouseDownWindowOrigin_;
+    const Point& press = *mouseDownScreenLocation_;
+    origin.x += shift(press.x - origin.x, frame_.width, frame.width);
+    origin.y += shift(press.y - origin.y, frame_.height, frame.height);
+    follow(frame.size());
 }
 
 void TagWindow::mouseUp(const platform::MouseEvent& event) {
@@ -320,6 +346,8 @@ void TagWindow::forgetGesture() {
     mouseDownScreenLocation_.reset();
     mouseDownWindowOrigin_.reset();
     didDragThisGesture_ = false;
+    const auto frame = std::exchange(frameAfterGesture_, std::nullopt);
+    if (frame && frame != frame_) setFrameWithoutPersisting(*frame, true);
     services_.editingContext.end("drag-" + tagID_.text());
 }
 
@@ -334,6 +362,7 @@ void TagWindow::finishGesture(const platform::MouseEvent& event) {
         log(LogCategory::Nav, fmt::format("TagWindow[{}] → onClick()", shortId()));
         if (onClick_) onClick_();
     } else if (onFrameChange_) {
+        frameAfterGesture_.reset();
         onFrameChange_(frame_, event.shiftHeld);
     }
 }

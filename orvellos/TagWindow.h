@@ -120,6 +120,8 @@ class TagWindow final : public platform::TagWindowDelegate {
     void animateFrame(const platform::Rect& target, std::function<double(double)> easing);
     void logIfCrossingDisplays(const platform::Rect& target, const std::string& start,
                                const std::string& end) const;
+    void follow(platform::Size size);
+    void placeAfterGesture(const platform::Rect& frame);
     void finishGesture(const platform::MouseEvent& event);
     void forgetGesture();
 
@@ -131,6 +133,8 @@ class TagWindow final : public platform::TagWindowDelegate {
     PreferredScreenProvider preferredScreenProvider_;
     std::optional<platform::Point> mouseDownScreenLocation_;
     std::optional<platform::Point> mouseDownWindowOrigin_;
+    platform::Point pointer_;                          // where it was last in this gesture
+    std::optional<platform::Rect> frameAfterGesture_;  // asked for meanwhile
     bool didDragThisGesture_ = false;
     std::optional<platform::Instant> lastMouseUpTime_;
     TagSize currentSize_;

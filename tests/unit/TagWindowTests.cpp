@@ -142,6 +142,34 @@ TEST_F(TagWindowTest, ForgetsAGestureThatTheDesktopTookAway) {
     EXPECT_EQ(clicks_, 0);
 }
 
+TEST_F(TagWindowTest, StaysInTheHandThroughASizeStep) {
+    auto& window = make();
+    const Point to{760, 520};
+    // Where within the drawn tag a point is, as parts of its width and height.
+    const auto part = [&](Point point) {
+        const Rect tag = window.frame().insetBy(20);
+        return Point{(point.x - tag.x) / tag.width, (point.y - tag.y) / tag.height};
+    };
+    press({650, 450});
+    const Point held = part({650, 450});
+    window.applyFrameAndSize(TagSize::Large, "Mail", {100, 100, 300, 140}, true);
+    loop_.advance(seconds(0.3));
+    drag(to);
+    EXPECT_NEAR(part(to).x, held.x, 1e-9);
+    EXPECT_NEAR(part(to).y, held.y, 1e-9);
+    release(to);
+    loop_.advance(seconds(1));
+    EXPECT_EQ(window.frame().size(), (platform::Size{300, 140}));
+    EXPECT_EQ(moves_.at(0).first, window.frame());
+
+    const Rect next{200, 100, 320, 150};
+    window.applyFrameAndSize(TagSize::Large, "Mail", next, true);
+    loop_.advance(seconds(0.1));
+    click(window.frame().center());
+    loop_.advance(seconds(1));
+    EXPECT_EQ(window.frame(), next) << "a click stops it for as long as it lasts";
+}
+
 TEST_F(TagWindowTest, SwallowsTheSecondClickOfADoubleClick) {
     make();
     click({700, 450});
