@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "platform/RunLoop.h"
+#include "platform/x11/FullScreenWindows.h"
 #include "platform/x11/LayerPainter.h"
 #include "platform/x11/TagWindowAtoms.h"
 #include "platform/x11/X11Screens.h"
@@ -23,6 +24,7 @@ struct TagSurfaceContext {
     xcb_colormap_t colormap = 0;
     xcb_cursor_t openHand = 0;
     bool composited = false;
+    const FullScreenWindows* fullScreenWindows = nullptr;  // never null once there are surfaces
     std::function<std::optional<std::uint32_t>()> currentDesktop = {};
     std::function<void(xcb_window_t)> forget = {};
 };

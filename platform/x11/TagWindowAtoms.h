@@ -9,14 +9,15 @@ namespace platform::x11 {
 // The atoms that tag windows speak to window managers with (EWMH and ICCCM names, and KDE's skip-switcher
 // state).
 struct TagWindowAtoms {
-    xcb_atom_t windowType, notification, state, above, skipTaskbar, skipPager, skipSwitcher, desktop, name,
-        utf8String, pid, userTime, motifHints, opacity, protocols, deleteWindow, ping, restack, wmState,
+    xcb_atom_t windowType, notification, state, above, below, skipTaskbar, skipPager, skipSwitcher, desktop,
+        name, utf8String, pid, userTime, motifHints, opacity, protocols, deleteWindow, ping, restack, wmState,
         desktopType;
 
-    static constexpr std::array<std::string_view, 20> kNames = {"_NET_WM_WINDOW_TYPE",
+    static constexpr std::array<std::string_view, 21> kNames = {"_NET_WM_WINDOW_TYPE",
                                                                 "_NET_WM_WINDOW_TYPE_NOTIFICATION",
                                                                 "_NET_WM_STATE",
                                                                 "_NET_WM_STATE_ABOVE",
+                                                                "_NET_WM_STATE_BELOW",
                                                                 "_NET_WM_STATE_SKIP_TASKBAR",
                                                                 "_NET_WM_STATE_SKIP_PAGER",
                                                                 "_KDE_NET_WM_STATE_SKIP_SWITCHER",
@@ -36,8 +37,8 @@ struct TagWindowAtoms {
 
     [[nodiscard]] static TagWindowAtoms intern(XConnection& connection) {
         const auto a = connection.intern(kNames);
-        return {a[0],  a[1],  a[2],  a[3],  a[4],  a[5],  a[6],  a[7],  a[8],  a[9],
-                a[10], a[11], a[12], a[13], a[14], a[15], a[16], a[17], a[18], a[19]};
+        return {a[0],  a[1],  a[2],  a[3],  a[4],  a[5],  a[6],  a[7],  a[8],  a[9], a[10],
+                a[11], a[12], a[13], a[14], a[15], a[16], a[17], a[18], a[19], a[20]};
     }
 };
 

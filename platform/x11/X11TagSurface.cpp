@@ -108,7 +108,7 @@ void X11TagSurface::writeStates() {
     const auto& atoms = context_.atoms;
     change32(atoms.windowType, XCB_ATOM_ATOM, {isPartOfDesktop_ ? atoms.desktopType : atoms.notification});
     change32(atoms.state, XCB_ATOM_ATOM,
-             {atoms.above, atoms.skipTaskbar, atoms.skipPager, atoms.skipSwitcher});
+             {lowered_ ? atoms.below : atoms.above, atoms.skipTaskbar, atoms.skipPager, atoms.skipSwitcher});
     if (const auto own = desktop_.wanted()) change32(atoms.desktop, XCB_ATOM_CARDINAL, {*own});
 }
 
@@ -229,6 +229,7 @@ void X11TagSurface::commit() {
     silhouetteChanged_ = false;
     if (repaint) xcb_clear_area(connection, 0, window_, 0, 0, 0, 0);
     applyMapping();
+    applyStacking();
     context_.connection.flush();
 }
 
@@ -326,6 +327,29 @@ void X11TagSurface::applyMapping() {
     raise_ = false;
 }
 
+// A window manager that keeps a tag in front of a full-screen window, where others let it be covered, is
+// asked to put it below all windows for that time. While it is there nothing else tells that it would be in
+// front.
+void X11TagSurface::applyStacking() {
+    const FullScreenWindows::Subject self{window_, desktop(), placed_};
+    const auto& fullScreen = *context_.fullScreenWindows;
+    const bool lowered = lowered_ ? fullScreen.covers(self) : fullScreen.liesBefore(self);
+    if (std::exchange(lowered_, lowered) != lowered && mapped_) sendStacking();
+}
+
+// xfwm4 takes the one state only from a window that has not the other.
+void X11TagSurface::sendStacking() {
+    const auto& atoms = context_.atoms;
+    constexpr std::uint32_t remove = 0;
+    constexpr std::uint32_t add = 1;
+    const auto former = lowered_ ? atoms.above : atoms.below;
+    const auto wanted = lowered_ ? atoms.below : atoms.above;
+    for (const auto& [action, state] : {std::pair(remove, former), std::pair(add, wanted)}) {
+        const std::array<std::uint32_t, 4> data = {action, state, XCB_ATOM_NONE, kSourceApplication};
+        sendRootMessage(context_.connection, window_, atoms.state, data);
+    }
+}
+
 void X11TagSurface::raise() {
     const std::array<std::uint32_t, 3> data = {kSourcePager, XCB_WINDOW_NONE, XCB_STACK_MODE_ABOVE};
     sendRootMessage(context_.connection, window_, context_.atoms.restack, data);
@@ -402,7 +426,8 @@ void X11TagSurface::reassertStates() {
     if (!managed_) mapUntilManaged(kManagedWithin);
     const auto& atoms = context_.atoms;
     constexpr std::uint32_t add = 1;
-    const std::array<std::uint32_t, 4> first = {add, atoms.above, atoms.skipTaskbar, kSourceApplication};
+    const std::array<std::uint32_t, 4> first = {add, lowered_ ? atoms.below : atoms.above, atoms.skipTaskbar,
+                                                kSourceApplication};
     const std::array<std::uint32_t, 4> second = {add, atoms.skipPager, atoms.skipSwitcher,
                                                  kSourceApplication};
     sendRootMessage(context_.connection, window_, atoms.state, first);
@@ -443,7 +468,10 @@ void X11TagSurface::handle(const xcb_generic_event_t& event) {
                 withdrawTimer_ = context_.runLoop.after(kWithdrawingSettles, [this] { endWithdrawing(); });
             else if (atom == atoms.wmState)
                 becomeManaged();
-            if (atom == atoms.desktop) readDesktop();
+            if (atom == atoms.desktop) {
+                readDesktop();
+                commitLater();
+            }
             break;
         }
         case XCB_CLIENT_MESSAGE: {

@@ -41,6 +41,8 @@ class X11TagSurface final : public TagSurface {
     void handle(const xcb_generic_event_t& event);
     // A compositor came or went, or the coordinates changed: draws and places the window anew.
     void refresh();
+    // Other windows in full screen are in front than before.
+    void fullScreenChanged() { commitLater(); }
     // Makes a window that takes no mouse a part of the desktop's background, or a tag like the others again:
     // for an overview that shows only the former on the thumbnails of desktops.
     void becomePartOfDesktop(bool isPart);
@@ -65,6 +67,8 @@ class X11TagSurface final : public TagSurface {
     void applyBoundingShape();
     void applyInputShape();
     void applyMapping();
+    void applyStacking();
+    void sendStacking();
     void mapUntilManaged(Duration patience);
     void raise();
     void raiseAboveWallpaper(Duration pause);
@@ -101,6 +105,7 @@ class X11TagSurface final : public TagSurface {
     bool isPartOfDesktop_ = false;
     bool mappedAsPartOfDesktop_ = false;
     bool raise_ = false;
+    bool lowered_ = false;  // below all windows, since one in full screen has to cover it
     bool titleChanged_ = true;
     bool contentsChanged_ = true;
     bool silhouetteChanged_ = true;

@@ -54,10 +54,15 @@ X11WindowSystem::X11WindowSystem(XConnection& connection, XEvents& events, RunLo
                                  std::function<DesktopFacts()> desktops)
     : desktops_(std::move(desktops)),
       context_{connection, runLoop, screens, painter, TagWindowAtoms::intern(connection)},
+      fullScreenWindows_(connection, events, runLoop,
+                         [this] {
+                             for (const auto& [window, surface] : surfaces_) surface->fullScreenChanged();
+                         }),
       events_(events.subscribe([this](const auto& event) { handle(event); })),
       screensChanged_(screens.onParametersChanged([this] { refresh(); })),
       compositor_(connection, events, kCompositorSelection,
                   [this](xcb_window_t owner) { followCompositor(owner != XCB_WINDOW_NONE); }) {
+    context_.fullScreenWindows = &fullScreenWindows_;
     context_.composited = compositor_.owner() != XCB_WINDOW_NONE;
     context_.currentDesktop = [this] { return desktops_().current; };
     context_.forget = [this](xcb_window_t window) { surfaces_.erase(window); };

@@ -57,6 +57,7 @@ class X11WindowSystem final : public WindowSystem, public WindowSpaces {
     TagSurfaceContext context_;
     std::map<xcb_window_t, X11TagSurface*> surfaces_;
     bool isDesktopGridOpen_ = false;
+    FullScreenWindows fullScreenWindows_;
     Subscription events_;
     Subscription screensChanged_;
     Observers<bool> compositingChanged_;

@@ -101,6 +101,26 @@ TEST_P(TagWindowsTest, KeepOutOfTheUsersWay) {
         << "the list that the click on the tag opened gives the focus back";
 }
 
+TEST_P(TagWindowsTest, AreCoveredByAWindowInFullScreen) {
+    TaggedDesktop desktop(GetParam().windowManager);
+    PlainWindow film(desktop.display(), {.frame = {0, 0, 1280, 700}, .color = 0x202020});
+    auto application = desktop.start({desktop.program("orvello")});
+    ASSERT_TRUE(desktop.waitForTagOf(0)) << application.standardError();
+    film.setFullScreen(true);
+    EXPECT_TRUE(desktop.waitForTagOf(kNoTag));
+    for (const std::size_t space : {1, 0}) {
+        ASSERT_TRUE(desktop.goToDesktop(static_cast<std::uint32_t>(space)));
+        EXPECT_TRUE(desktop.waitForTagOf(space == 0 ? kNoTag : space)) << space;
+    }
+    {
+        const PlainWindow dialog(desktop.display());
+        EXPECT_TRUE(desktop.waitForTagOf(0)) << "the user looks at something else";
+    }
+    EXPECT_TRUE(desktop.waitForTagOf(kNoTag));
+    film.setFullScreen(false);
+    EXPECT_TRUE(desktop.waitForTagOf(0));
+}
+
 TEST_P(TagWindowsTest, FollowADragAndStopPastTheEdge) {
     TaggedDesktop desktop(GetParam().windowManager);
     auto application = desktop.start({desktop.program("orvello")});
@@ -122,6 +142,17 @@ TEST_P(TagWindowsTest, FollowADragAndStopPastTheEdge) {
         << " " << x.geometry(tag)->y;
     drag(-1200, 0);
     EXPECT_TRUE(waitUntil([&] { return x.geometry(tag)->x == -20; })) << x.geometry(tag)->x;
+
+    // A size step leaves it in the hand.
+    auto hands = desktop.devices();
+    ASSERT_TRUE(desktop.pointAtTag(tag, 60, x.geometry(tag)->y + 50));
+    hands.pressButton(XCB_BUTTON_INDEX_1);
+    hands.movePointer(560, 400);
+    hands.typeKeys({hands.keyFor(0xFFE3), hands.keyFor(0xFFE9), hands.keyFor(0xFFEB), hands.keyFor('=')});
+    ASSERT_TRUE(waitUntil([&] { return x.geometry(tag)->height == 100 + 40; }));
+    hands.releaseButton(XCB_BUTTON_INDEX_1);
+    const auto larger = x.geometry(tag).value();
+    EXPECT_TRUE(larger.x < 560 && larger.x + larger.width > 560) << larger.x;
 }
 
 TEST_P(TagWindowsTest, EndADragWhoseReleaseTheyNeverSee) {

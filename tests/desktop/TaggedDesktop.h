@@ -22,6 +22,7 @@ struct TagOnDesktop {
 // The tags of the first three desktops; the fourth has none.
 inline constexpr TagOnDesktop kTags[] = {
     {"Mail", "#3B82F6", 0x3B82F6}, {"Code", "#10B981", 0x10B981}, {"Music", "#EF4444", 0xEF4444}};
+inline constexpr std::size_t kNoTag = std::size(kTags);
 inline constexpr int kEnoughPixels = 600;  // of a tag's own colour, which its highlight lightens at the top
 
 // Whether the monitors of the desktop can be changed.

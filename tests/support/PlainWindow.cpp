@@ -45,6 +45,13 @@ void PlainWindow::announce(const PlainWindowOptions& options) {
                         XCB_ATOM_WM_SIZE_HINTS, 32, sizeHints.size(), sizeHints.data());
 }
 
+void PlainWindow::setFullScreen(bool isFullScreen) {
+    const std::array<std::uint32_t, 4> data{isFullScreen ? 1U : 0U, client_.atom("_NET_WM_STATE_FULLSCREEN"),
+                                            0, 1};
+    client_.sendToRoot(window_, "_NET_WM_STATE", data);
+    client_.synchronize();
+}
+
 void PlainWindow::readEvents() {
     while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(client_.connection())}) {
         const auto type = event->response_type & 0x7FU;

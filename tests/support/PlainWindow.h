@@ -35,6 +35,8 @@ class PlainWindow {
     explicit PlainWindow(const std::string& display, const PlainWindowOptions& options = {});
 
     [[nodiscard]] xcb_window_t id() const { return window_; }
+    // As a program does at its user's F11.
+    void setFullScreen(bool isFullScreen);
     // Everything since it was made.
     [[nodiscard]] const std::vector<ButtonPress>& buttonPresses();
     [[nodiscard]] const std::vector<xcb_keycode_t>& keyPresses();
