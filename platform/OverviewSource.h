@@ -2,6 +2,9 @@
 
 namespace platform {
 
+// What an overview shows: windows beside small pictures of the Spaces, or the Spaces alone, large.
+enum class OverviewKind { None, Windows, DesktopGrid };
+
 // One of those that can tell whether the desktop's overview of windows and Spaces is open.
 class OverviewSource {
   public:

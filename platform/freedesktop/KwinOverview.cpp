@@ -1,7 +1,6 @@
 #include "platform/freedesktop/KwinOverview.h"
 
 #include <algorithm>
-#include <array>
 #include <string_view>
 #include <utility>
 
@@ -15,12 +14,10 @@ constexpr Duration kBusyPause = std::chrono::milliseconds(50);
 constexpr Duration kAfterHint = std::chrono::milliseconds(250);
 constexpr Duration kExpectation = std::chrono::milliseconds(1500);
 
-constexpr std::string_view kDesktopGrid = "desktopgrid";
-
-bool isOverview(const nlohmann::json& effect) {
-    static constexpr std::array<std::string_view, 3> kOverviews = {"overview", kDesktopGrid, "cube"};
-    return effect.is_string() &&
-           std::ranges::find(kOverviews, effect.get_ref<const std::string&>()) != kOverviews.end();
+OverviewKind kindOf(const nlohmann::json& effects) {
+    const auto has = [&](std::string_view effect) { return std::ranges::count(effects, effect) > 0; };
+    if (has("desktopgrid")) return OverviewKind::DesktopGrid;
+    return has("overview") || has("cube") ? OverviewKind::Windows : OverviewKind::None;
 }
 
 }  // namespace
@@ -68,10 +65,9 @@ void KwinOverview::handleAnswer(const std::optional<BusArguments>& answer) {
     isAsking_ = false;
     const bool isList = answer && answer->size() == 1 && answer->front().is_array();
     if (isList || std::exchange(hasFailed_, true)) {
-        isOpen_ = isList && std::ranges::any_of(answer->front(), isOverview);
         hasEffects_ = isList;
         hasFailed_ = !isList;
-        setDesktopGridOpen(isList && std::ranges::count(answer->front(), kDesktopGrid) > 0);
+        setKind(isList ? kindOf(answer->front()) : OverviewKind::None);
     }
     if (std::exchange(asksAgain_, false))
         ask();
@@ -82,22 +78,22 @@ void KwinOverview::handleAnswer(const std::optional<BusArguments>& answer) {
 void KwinOverview::handleServiceChanged(bool isRunning) {
     question_.cancel();
     next_.cancel();
-    isOpen_ = hasEffects_ = isAsking_ = asksAgain_ = hasFailed_ = false;
-    setDesktopGridOpen(false);
+    hasEffects_ = isAsking_ = asksAgain_ = hasFailed_ = false;
+    setKind(OverviewKind::None);
     if (isRunning) ask();
 }
 
-Subscription KwinOverview::followDesktopGrid(const std::function<void(bool)>& action) {
-    action(isDesktopGridOpen_);
-    return desktopGridChanged_.subscribe(action);
+Subscription KwinOverview::followKind(const std::function<void(OverviewKind)>& action) {
+    action(kind_);
+    return kindChanged_.subscribe(action);
 }
 
-void KwinOverview::setDesktopGridOpen(bool isOpen) {
-    if (std::exchange(isDesktopGridOpen_, isOpen) != isOpen) desktopGridChanged_.notify(isOpen);
+void KwinOverview::setKind(OverviewKind kind) {
+    if (std::exchange(kind_, kind) != kind) kindChanged_.notify(kind);
 }
 
 Duration KwinOverview::pause() const {
-    return isOpen_ || runLoop_.now() < hurryEnds_ ? kBusyPause : kQuietPause;
+    return isOverviewOpen() || runLoop_.now() < hurryEnds_ ? kBusyPause : kQuietPause;
 }
 
 }  // namespace platform::freedesktop

@@ -16,12 +16,12 @@ class KwinOverview final : public BusOverview {
   public:
     KwinOverview(SessionBus& bus, RunLoop& runLoop);
 
-    [[nodiscard]] bool isOverviewOpen() const override { return isOpen_; }
+    [[nodiscard]] bool isOverviewOpen() const override { return kind_ != OverviewKind::None; }
     [[nodiscard]] std::string name() const override { return "KWin"; }
     [[nodiscard]] std::optional<BusCall> openingCall() const override;
 
-    // Tells at once and on every change whether the overview that is open is the desktop grid.
-    Subscription followDesktopGrid(const std::function<void(bool isOpen)>& action);
+    // Tells at once and on every change which kind is open.
+    Subscription followKind(const std::function<void(OverviewKind kind)>& action);
 
     // The display server has shown something that goes with an overview's opening or closing.
     void overviewMayHaveChanged();
@@ -33,14 +33,13 @@ class KwinOverview final : public BusOverview {
     void ask();
     void handleAnswer(const std::optional<BusArguments>& answer);
     void handleServiceChanged(bool isRunning);
-    void setDesktopGridOpen(bool isOpen);
+    void setKind(OverviewKind kind);
     [[nodiscard]] Duration pause() const;
 
     SessionBus& bus_;
     RunLoop& runLoop_;
-    bool isOpen_ = false;
-    bool isDesktopGridOpen_ = false;
-    Observers<bool> desktopGridChanged_;
+    OverviewKind kind_ = OverviewKind::None;
+    Observers<OverviewKind> kindChanged_;
     bool hasEffects_ = false;
     bool isAsking_ = false;
     bool asksAgain_ = false;  // what has been asked may be answered from before the latest hint

@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 
+#include "platform/OverviewSource.h"
 #include "platform/RunLoop.h"
 #include "platform/x11/FullScreenWindows.h"
 #include "platform/x11/LayerPainter.h"
@@ -24,6 +25,7 @@ struct TagSurfaceContext {
     xcb_colormap_t colormap = 0;
     xcb_cursor_t openHand = 0;
     bool composited = false;
+    OverviewKind overview = OverviewKind::None;            // that the desktop shows
     const FullScreenWindows* fullScreenWindows = nullptr;  // never null once there are surfaces
     std::function<std::optional<std::uint32_t>()> currentDesktop = {};
     std::function<void(xcb_window_t)> forget = {};

@@ -106,7 +106,11 @@ void X11TagSurface::writeInitialProperties() {
 // A window manager removes these from a window that is withdrawn (EWMH, ICCCM 4.1.4).
 void X11TagSurface::writeStates() {
     const auto& atoms = context_.atoms;
-    change32(atoms.windowType, XCB_ATOM_ATOM, {isPartOfDesktop_ ? atoms.desktopType : atoms.notification});
+    if (role_ == Role::OverFullScreen)
+        change32(atoms.windowType, XCB_ATOM_ATOM, {atoms.criticalNotification, atoms.notification});
+    else
+        change32(atoms.windowType, XCB_ATOM_ATOM,
+                 {role_ == Role::PartOfDesktop ? atoms.desktopType : atoms.notification});
     change32(atoms.state, XCB_ATOM_ATOM,
              {lowered_ ? atoms.below : atoms.above, atoms.skipTaskbar, atoms.skipPager, atoms.skipSwitcher});
     if (const auto own = desktop_.wanted()) change32(atoms.desktop, XCB_ATOM_CARDINAL, {*own});
@@ -182,6 +186,12 @@ void X11TagSurface::refresh() {
     commitLater();
 }
 
+X11TagSurface::Role X11TagSurface::wantedRole() const {
+    if (acceptsMouse_ || context_.overview == OverviewKind::None) return Role::Tag;
+    if (context_.overview == OverviewKind::DesktopGrid) return Role::PartOfDesktop;
+    return context_.fullScreenWindows->covers(self()) ? Role::OverFullScreen : Role::Tag;
+}
+
 PixelRect X11TagSurface::wantedPlace() const {
     const auto place = context_.screens.coordinates().toPixels(frame_);
     if (!isParked()) return place;
@@ -199,6 +209,7 @@ void X11TagSurface::commitLater() {
 
 void X11TagSurface::commit() {
     commitTimer_ = {};
+    role_ = wantedRole();
     if (titleChanged_) writeTitle();
     const auto place = wantedPlace();
     const bool moved = place != placed_;
@@ -314,13 +325,13 @@ void X11TagSurface::setShape(std::uint8_t kind, const std::vector<PixelRect>& re
 }
 
 void X11TagSurface::applyMapping() {
-    const bool anew = mapped_ && isPartOfDesktop_ != mappedAsPartOfDesktop_;
+    const bool anew = mapped_ && role_ != mappedRole_;
     if (mapped_ && (anew || !orderedIn_)) withdraw();
     if (orderedIn_ && !mapped_ && !withdrawTimer_.isActive()) {
         writeStates();
         mapUntilManaged(kManagedWithin);
         mapped_ = true;
-        mappedAsPartOfDesktop_ = isPartOfDesktop_;
+        mappedRole_ = role_;
     } else if (mapped_ && raise_) {
         raise();
     }
@@ -331,9 +342,8 @@ void X11TagSurface::applyMapping() {
 // asked to put it below all windows for that time. While it is there nothing else tells that it would be in
 // front.
 void X11TagSurface::applyStacking() {
-    const FullScreenWindows::Subject self{window_, desktop(), placed_};
     const auto& fullScreen = *context_.fullScreenWindows;
-    const bool lowered = lowered_ ? fullScreen.covers(self) : fullScreen.liesBefore(self);
+    const bool lowered = lowered_ ? fullScreen.covers(self()) : fullScreen.liesBefore(self());
     if (std::exchange(lowered_, lowered) != lowered && mapped_) sendStacking();
 }
 
@@ -358,7 +368,7 @@ void X11TagSurface::raise() {
 // A window manager puts a new window that does not ask for the focus below the active one, at a time of its
 // own, and that may be the desktop's background itself.
 void X11TagSurface::raiseAboveWallpaper(Duration pause) {
-    if (!mappedAsPartOfDesktop_ || pause > kLongestRaisePause) return;
+    if (mappedRole_ != Role::PartOfDesktop || pause > kLongestRaisePause) return;
     raise();
     context_.connection.flush();
     raiseTimer_ = context_.runLoop.after(pause, [this, pause] { raiseAboveWallpaper(4 * pause); });
@@ -384,11 +394,6 @@ void X11TagSurface::withdraw() {
 
 void X11TagSurface::endWithdrawing() {
     withdrawTimer_.cancel();
-    commitLater();
-}
-
-void X11TagSurface::becomePartOfDesktop(bool isPart) {
-    if (acceptsMouse_ || std::exchange(isPartOfDesktop_, isPart) == isPart) return;
     commitLater();
 }
 

@@ -41,17 +41,17 @@ class X11TagSurface final : public TagSurface {
     void handle(const xcb_generic_event_t& event);
     // A compositor came or went, or the coordinates changed: draws and places the window anew.
     void refresh();
-    // Other windows in full screen are in front than before.
-    void fullScreenChanged() { commitLater(); }
-    // Makes a window that takes no mouse a part of the desktop's background, or a tag like the others again:
-    // for an overview that shows only the former on the thumbnails of desktops.
-    void becomePartOfDesktop(bool isPart);
+    // The desktop shows another overview, or other windows in full screen are in front.
+    void surroundingsChanged() { commitLater(); }
     // Shows the open hand where the window takes the mouse, when the hand has been loaded.
     void showCursor() const;
     // Tells a new window manager the states again.
     void reassertStates();
 
   private:
+    // What a window is to the window manager. One that takes no mouse is in the desktop grid, which draws no
+    // tags, a part of the desktop's background, and in another overview in front of what is in full screen.
+    enum class Role { Tag, PartOfDesktop, OverFullScreen };
     enum class BoundingShape { Unset, Empty, Silhouette, Whole };
     enum class InputShape { Unset, Empty, Silhouette };
 
@@ -83,7 +83,11 @@ class X11TagSurface final : public TagSurface {
     // A window that can neither be seen nor clicked keeps the pixel in the middle of its place, so that
     // neither the server nor a compositor spends memory on the rest, and it still is on the same screen.
     // (KWin lets a part of the desktop keep the size that it came with.)
-    [[nodiscard]] bool isParked() const { return alpha_ <= 0 && !acceptsMouse_ && !isPartOfDesktop_; }
+    [[nodiscard]] bool isParked() const {
+        return alpha_ <= 0 && !acceptsMouse_ && role_ != Role::PartOfDesktop;
+    }
+    [[nodiscard]] Role wantedRole() const;
+    [[nodiscard]] FullScreenWindows::Subject self() const { return {window_, desktop(), placed_}; }
     [[nodiscard]] PixelRect wantedPlace() const;
     [[nodiscard]] PaintGeometry geometry() const;
     template <typename T>
@@ -102,8 +106,8 @@ class X11TagSurface final : public TagSurface {
     bool orderedIn_ = false;
     bool mapped_ = false;
     bool managed_ = false;  // a window manager has taken it over
-    bool isPartOfDesktop_ = false;
-    bool mappedAsPartOfDesktop_ = false;
+    Role role_ = Role::Tag;
+    Role mappedRole_ = Role::Tag;
     bool raise_ = false;
     bool lowered_ = false;  // below all windows, since one in full screen has to cover it
     bool titleChanged_ = true;

@@ -54,10 +54,7 @@ X11WindowSystem::X11WindowSystem(XConnection& connection, XEvents& events, RunLo
                                  std::function<DesktopFacts()> desktops)
     : desktops_(std::move(desktops)),
       context_{connection, runLoop, screens, painter, TagWindowAtoms::intern(connection)},
-      fullScreenWindows_(connection, events, runLoop,
-                         [this] {
-                             for (const auto& [window, surface] : surfaces_) surface->fullScreenChanged();
-                         }),
+      fullScreenWindows_(connection, events, runLoop, [this] { surroundingsChanged(); }),
       events_(events.subscribe([this](const auto& event) { handle(event); })),
       screensChanged_(screens.onParametersChanged([this] { refresh(); })),
       compositor_(connection, events, kCompositorSelection,
@@ -105,13 +102,15 @@ std::unique_ptr<TagSurface> X11WindowSystem::makeTagSurface(const Rect& frame, b
                                                             TagWindowDelegate& delegate) {
     auto surface = std::make_unique<X11TagSurface>(context_, frame, acceptsMouse, delegate);
     surfaces_[static_cast<xcb_window_t>(surface->number().value)] = surface.get();
-    surface->becomePartOfDesktop(isDesktopGridOpen_);
     return surface;
 }
 
-void X11WindowSystem::setDesktopGridOpen(bool isOpen) {
-    isDesktopGridOpen_ = isOpen;
-    for (const auto& [window, surface] : surfaces_) surface->becomePartOfDesktop(isOpen);
+void X11WindowSystem::setOverview(OverviewKind kind) {
+    if (std::exchange(context_.overview, kind) != kind) surroundingsChanged();
+}
+
+void X11WindowSystem::surroundingsChanged() {
+    for (const auto& [window, surface] : surfaces_) surface->surroundingsChanged();
 }
 
 X11TagSurface* X11WindowSystem::find(WindowNumber window) const {

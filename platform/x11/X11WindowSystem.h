@@ -35,9 +35,9 @@ class X11WindowSystem final : public WindowSystem, public WindowSpaces {
     // A window lives on one desktop, so adding it elsewhere has removed it already.
     void removeWindowFromSpace(WindowNumber window, ManagedSpaceId space) override;
 
-    // While the desktop shows an overview that leaves windows of the tags' type out, those that take no mouse
-    // are parts of the desktop's background.
-    void setDesktopGridOpen(bool isOpen);
+    // What overview the desktop shows. The windows that take no mouse are for it, and become what it draws in
+    // front of all else.
+    void setOverview(OverviewKind kind);
     // Nothing is known of a window's Spaces until it has been put on one again.
     void desktopsWereRenumbered();
     // Tells at once and on every change whether a compositor shows the windows.
@@ -51,12 +51,12 @@ class X11WindowSystem final : public WindowSystem, public WindowSpaces {
     void handle(const xcb_generic_event_t& event);
     void followCompositor(bool composited);
     void refresh();
+    void surroundingsChanged();
     [[nodiscard]] X11TagSurface* find(WindowNumber window) const;
 
     std::function<DesktopFacts()> desktops_;
     TagSurfaceContext context_;
     std::map<xcb_window_t, X11TagSurface*> surfaces_;
-    bool isDesktopGridOpen_ = false;
     FullScreenWindows fullScreenWindows_;
     Subscription events_;
     Subscription screensChanged_;

@@ -122,8 +122,8 @@ Desktop::Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
           windowSystem_.reassertStates();
           interface_.windowManagerChanged();
       })),
-      desktopGridChanged_(overview_.kwin().followDesktopGrid(
-          [this](bool isOpen) { windowSystem_.setDesktopGridOpen(isOpen); })) {
+      overviewKindChanged_(
+          overview_.kwin().followKind([this](auto kind) { windowSystem_.setOverview(kind); })) {
     connection.setPatience(kPatienceWhileRunning);
 }
 

@@ -112,7 +112,7 @@ class Desktop {
     orvellos::AppDelegate delegate_;
     platform::Subscription desktopsRenumbered_;
     platform::Subscription windowManagerChanged_;
-    platform::Subscription desktopGridChanged_;
+    platform::Subscription overviewKindChanged_;
     platform::Subscription spacesKnown_;
     platform::Timer launchDeadline_;
 };

@@ -112,6 +112,12 @@ TEST_P(TagWindowsTest, AreCoveredByAWindowInFullScreen) {
         ASSERT_TRUE(desktop.goToDesktop(static_cast<std::uint32_t>(space)));
         EXPECT_TRUE(desktop.waitForTagOf(space == 0 ? kNoTag : space)) << space;
     }
+    if (GetParam().windowManager.kind == WindowManager::Kwin) {
+        ASSERT_TRUE(desktop.toggleOverview("Overview"));
+        EXPECT_TRUE(waitUntil([&] { return takePicture(desktop.x()).count(kTags[0].color, 24) > 300; }));
+        ASSERT_TRUE(desktop.toggleOverview("Overview"));
+        EXPECT_TRUE(desktop.waitForTagOf(kNoTag));
+    }
     {
         const PlainWindow dialog(desktop.display());
         EXPECT_TRUE(desktop.waitForTagOf(0)) << "the user looks at something else";
