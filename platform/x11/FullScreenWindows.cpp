@@ -33,10 +33,7 @@ FullScreenWindows::FullScreenWindows(XConnection& connection, XEvents& events, R
       changed_(std::move(changed)),
       backoff_(kFrame, kLongestPause),
       subscription_(events.subscribe([this](const auto& event) { handle(event); })) {
-    constexpr std::array<std::string_view, 6> names = {
-        "_NET_CLIENT_LIST_STACKING", "_NET_ACTIVE_WINDOW",   "_NET_WM_STATE",
-        "_NET_WM_STATE_FULLSCREEN",  "_NET_WM_STATE_HIDDEN", "_NET_WM_DESKTOP"};
-    const auto atoms = connection.intern(names);
+    const auto atoms = connection.intern(kAtomNames);
     stacking_ = atoms[0];
     activeWindow_ = atoms[1];
     state_ = atoms[2];

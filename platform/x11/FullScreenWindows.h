@@ -1,9 +1,11 @@
 #pragma once
 
+#include <array>
 #include <functional>
 #include <optional>
 #include <set>
 #include <span>
+#include <string_view>
 #include <vector>
 
 #include "platform/RunLoop.h"
@@ -17,6 +19,10 @@ namespace platform::x11 {
 // the active window does not lie before. One that is active on another monitor leaves them in front.
 class FullScreenWindows {
   public:
+    static constexpr std::array<std::string_view, 6> kAtomNames = {
+        "_NET_CLIENT_LIST_STACKING", "_NET_ACTIVE_WINDOW",   "_NET_WM_STATE",
+        "_NET_WM_STATE_FULLSCREEN",  "_NET_WM_STATE_HIDDEN", "_NET_WM_DESKTOP"};
+
     // `changed` is called when the answers below may be others.
     FullScreenWindows(XConnection& connection, XEvents& events, RunLoop& runLoop,
                       std::function<void()> changed);

@@ -33,6 +33,7 @@ platform::x11::Atoms internAtoms(platform::x11::XConnection& connection) {
     };
     add(Atoms::names());
     add(TagWindowAtoms::kNames);
+    add(FullScreenWindows::kAtomNames);
     add(X11Screens::kAtomNames);
     add(X11SpaceServer::kAtomNames);
     add(WindowActivation::kAtomNames);
