@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
+#include <QToolButton>
 #include <QVBoxLayout>
 #include <QWindow>
 #include <utility>
@@ -91,11 +92,23 @@ void QtPanel::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape) {
         close();
     } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        for (auto* button : findChildren<QPushButton*>())
-            if (button->isDefault() && button->isEnabled()) return button->click();
+        // A button that is gone when it was pressed has often left the keyboard to another of its kind.
+        if (!event->isAutoRepeat()) pressButton();
     } else {
         QWidget::keyPressEvent(event);
     }
+}
+
+// The one that has the keyboard, else the default one among those that can be seen. A choice of several is
+// made by other keys.
+void QtPanel::pressButton() {
+    auto* focused = qobject_cast<QAbstractButton*>(focusWidget());
+    if (focused && focused->isEnabled() && !focused->isCheckable()) {
+        auto* withMenu = qobject_cast<QToolButton*>(focused);
+        return withMenu && withMenu->menu() ? withMenu->showMenu() : focused->click();
+    }
+    for (auto* button : findChildren<QPushButton*>())
+        if (button->isDefault() && button->isVisible() && button->isEnabled()) return button->click();
 }
 
 void QtPanel::mousePressEvent(QMouseEvent* event) {

@@ -31,6 +31,7 @@ class QtPanel final : public QWidget {
 
   private:
     void centerOnScreen();
+    void pressButton();
 
     const bool isMovableByBackground_;
     QWidget* content_;

@@ -58,7 +58,7 @@ TEST_P(JourneyTest, TagsJumpsRenamesDeletesUndoesMovesAndRelinks) {
 
     ASSERT_NO_FATAL_FAILURE(openList(desktop));
     desktop.press(XK_Tab, 2);
-    desktop.press(XK_space);
+    desktop.press(XK_Return);
     desktop.type("post");
     desktop.press(XK_Return);
     ASSERT_TRUE(desktop.waitForLabels({"post", "code"}));

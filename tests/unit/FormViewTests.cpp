@@ -127,6 +127,9 @@ TEST_F(FormViewTest, TheListIsReadInTheOrderItIsSeen) {
     EXPECT_EQ(stops.at(0), "button Settings");
     EXPECT_EQ(Texts(stops.begin() + 1, stops.begin() + 5), row);
     EXPECT_EQ(stops.at(5), "button Edit Code, Edit label and color");
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, {}, true);
+    QApplication::sendEvent(QApplication::focusWidget(), &held);
+    EXPECT_EQ(spoken(), stops.at(5)) << "a key that repeats";
 }
 
 TEST_F(FormViewTest, WhatIsReadOfTheListIsNoMarkup) {
