@@ -112,15 +112,21 @@ void QtPanel::pressButton() {
 }
 
 void QtPanel::mousePressEvent(QMouseEvent* event) {
-    pressedAt_ = event->position().toPoint();
+    if (isMovableByBackground_ && event->button() == Qt::LeftButton) heldAt_ = event->position().toPoint();
 }
 
-// A window manager that is told of a mere click too late would go on moving the window.
+// A window manager that is told of a mere click too late would go on moving the window. The toolkit tells of
+// motions after the window manager has taken the button over, too.
 void QtPanel::mouseMoveEvent(QMouseEvent* event) {
-    const auto distance = (event->position().toPoint() - pressedAt_).manhattanLength();
-    if (isMovableByBackground_ && (event->buttons() & Qt::LeftButton) &&
-        distance >= QApplication::startDragDistance())
-        windowHandle()->startSystemMove();
+    if (!heldAt_ || !(event->buttons() & Qt::LeftButton)) return;
+    const auto distance = (event->position().toPoint() - *heldAt_).manhattanLength();
+    if (distance < QApplication::startDragDistance()) return;
+    heldAt_.reset();
+    windowHandle()->startSystemMove();
+}
+
+void QtPanel::mouseReleaseEvent(QMouseEvent* /*event*/) {
+    heldAt_.reset();
 }
 
 }  // namespace ui

@@ -2,6 +2,7 @@
 
 #include <QWidget>
 #include <functional>
+#include <optional>
 
 #include "platform/PanelWindow.h"
 
@@ -28,6 +29,7 @@ class QtPanel final : public QWidget {
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
 
   private:
     void centerOnScreen();
@@ -36,8 +38,8 @@ class QtPanel final : public QWidget {
     const bool isMovableByBackground_;
     QWidget* content_;
     Callbacks callbacks_;
-    QPoint pressedAt_;
-    bool isComing_ = false;  // shown, but not on the screen yet
+    std::optional<QPoint> heldAt_;  // where the background was pressed, until it moves the panel
+    bool isComing_ = false;         // shown, but not on the screen yet
 };
 
 }  // namespace ui

@@ -1,6 +1,9 @@
 #include "platform/x11/X11MouseMonitor.h"
 
+#include <algorithm>
 #include <utility>
+
+#include "platform/x11/WindowFrame.h"
 
 namespace platform::x11 {
 
@@ -46,6 +49,7 @@ void X11MouseMonitor::handle(const RawInputEvent& event) {
     if (local_.isEmpty() && global_.isEmpty()) return;
     if (toolkit_.isMenuClick(event.time)) return;
     const auto window = ownWindowUnderPointer();
+    if (connection_.isLate()) return;
     if (window == XCB_WINDOW_NONE)
         global_.notify();
     else
@@ -57,15 +61,20 @@ bool X11MouseMonitor::isOwn(xcb_window_t window) const {
 }
 
 xcb_window_t X11MouseMonitor::ownWindowUnderPointer() {
+    xcb_window_t top = XCB_WINDOW_NONE;
     auto window = connection_.root();
     for (int depth = 0; depth < kDeepest; ++depth) {
         const auto cookie = xcb_query_pointer(connection_.get(), window);
         const auto pointer = connection_.reply<xcb_query_pointer_reply_t>(cookie);
-        if (!pointer || pointer->child == XCB_WINDOW_NONE) return XCB_WINDOW_NONE;
+        if (!pointer || pointer->child == XCB_WINDOW_NONE) break;
         window = pointer->child;
         if (isOwn(window)) return window;
+        if (top == XCB_WINDOW_NONE) top = window;
     }
-    return XCB_WINDOW_NONE;
+    if (top == XCB_WINDOW_NONE) return top;
+    const auto framed = windowsInFrame(connection_, top);
+    const auto own = std::ranges::find_if(framed, [this](xcb_window_t each) { return isOwn(each); });
+    return own == framed.end() ? xcb_window_t{XCB_WINDOW_NONE} : *own;
 }
 
 }  // namespace platform::x11

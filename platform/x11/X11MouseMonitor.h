@@ -28,7 +28,7 @@ class X11MouseMonitor final : public MouseMonitor {
     void follow();
     void handle(const RawInputEvent& event);
     [[nodiscard]] bool isOwn(xcb_window_t window) const;
-    // The application's window under the pointer; none when the pointer is elsewhere.
+    // The application's window under the pointer, or in the frame there; none when the pointer is elsewhere.
     [[nodiscard]] xcb_window_t ownWindowUnderPointer();
 
     RawInput& input_;

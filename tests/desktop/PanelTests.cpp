@@ -69,6 +69,37 @@ TEST_P(PanelTest, ComeUpWhereTheUserIsAndGoWithAClickElsewhere) {
     EXPECT_TRUE(desktop_.hasKeyboard("Edit Tag"));
 }
 
+TEST_P(PanelTest, AreMovedAndResizedByWhereverTheUserTakesHold) {
+    desktop_.environment["ORVELLO_DEBUG"] = "1";
+    ASSERT_NO_FATAL_FAILURE(desktop_.startApplication());
+    desktop_.choose(menu_row::kEditTags);
+    ASSERT_TRUE(desktop_.hasKeyboard("Edit Tag"));
+    const auto list = desktop_.shown("Edit Tag");
+    const auto said = [&] { return desktop_.application().standardError().size(); };
+    // Drags down from there until the list follows, and lets go.
+    const auto follows = [&](int fromX, int fromY) {
+        const auto before = x().geometry(list);
+        const auto saidBefore = said();
+        auto hands = desktop_.devices();
+        hands.movePointer(fromX, fromY);
+        hands.pressButton(XCB_BUTTON_INDEX_1);
+        if (!waitUntil([&] { return said() > saidBefore; })) return false;
+        int way = 0;
+        const bool changed = waitUntil([&] {
+            hands.movePointer(fromX, fromY + (way = way % 80 + 4));
+            return x().geometry(list) != before;
+        });
+        hands.releaseButton(XCB_BUTTON_INDEX_1);
+        return changed && waitUntil([&] { return x().isPointerFree(); });
+    };
+    const auto place = x().geometry(list).value();
+    const auto frame = x().geometry(x().frameOf(list)).value();
+    EXPECT_TRUE(follows(place.x + 150, (place.y + place.height + frame.y + frame.height) / 2))
+        << "its border";
+    EXPECT_TRUE(follows(place.x + 150, (place.y + frame.y) / 2)) << "its title bar";
+    EXPECT_TRUE(follows(x().geometry(list)->x + 20, x().geometry(list)->y + 10)) << "its background";
+}
+
 TEST_P(PanelTest, TheToastIsOnEverySpaceAndNeverTakesTheKeyboard) {
     PlainWindow below(desktop_.display(), {.frame = {40, 40, 700, 740}, .color = 0xCCCCCC});
     ASSERT_NO_FATAL_FAILURE(desktop_.startApplication());

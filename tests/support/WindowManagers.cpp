@@ -10,7 +10,8 @@ namespace desktop_test {
 
 namespace {
 
-// Focus by click and window moves by the title bar; no pop-up that would show in a picture.
+// Focus by click, window moves by the title bar and resizing by the bottom; no pop-up that would show in a
+// picture.
 std::string openboxConfiguration(int desktops) {
     return fmt::format(R"(<?xml version="1.0" encoding="UTF-8"?>
 <openbox_config xmlns="http://openbox.org/3.4/rc">
@@ -21,6 +22,9 @@ std::string openboxConfiguration(int desktops) {
     <context name="Titlebar">
       <mousebind button="Left" action="Press"><action name="Focus"/><action name="Raise"/></mousebind>
       <mousebind button="Left" action="Drag"><action name="Move"/></mousebind>
+    </context>
+    <context name="Bottom">
+      <mousebind button="Left" action="Drag"><action name="Resize"/></mousebind>
     </context>
     <context name="Client">
       <mousebind button="Left" action="Press"><action name="Focus"/><action name="Raise"/></mousebind>

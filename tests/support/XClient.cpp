@@ -206,6 +206,14 @@ std::vector<Rectangle> XClient::shape(xcb_window_t window, ShapeKind kind) {
     return rectangles;
 }
 
+bool XClient::isPointerFree() {
+    const auto cookie = xcb_grab_pointer(connection(), 0, root(), 0, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC,
+                                         XCB_WINDOW_NONE, XCB_CURSOR_NONE, XCB_CURRENT_TIME);
+    const Reply<xcb_grab_pointer_reply_t> reply(xcb_grab_pointer_reply(connection(), cookie, nullptr));
+    xcb_ungrab_pointer(connection(), XCB_CURRENT_TIME);
+    return reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+}
+
 xcb_window_t XClient::inputFocus() {
     const Reply<xcb_get_input_focus_reply_t> reply(
         xcb_get_input_focus_reply(connection(), xcb_get_input_focus(connection()), nullptr));

@@ -84,6 +84,8 @@ class XClient {
     // In the window's own coordinates; the whole window when it has no shape, empty for an empty one.
     [[nodiscard]] std::vector<Rectangle> shape(xcb_window_t window, ShapeKind kind);
     [[nodiscard]] xcb_window_t inputFocus();
+    // Whether nobody has grabbed the pointer.
+    [[nodiscard]] bool isPointerFree();
 
     // Returns when the server has carried out everything asked so far.
     void synchronize();
