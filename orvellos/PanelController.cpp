@@ -27,17 +27,12 @@ PanelTraits traitsOf(PanelKind kind) {
         case PanelKind::CreateTag:
             return {.shell = {.title = "Tag This Space",
                               .contentSize = {380, 280},
-                              .hasFullSizeContent = true,
-                              .hidesTitle = true,
-                              .hasTransparentTitleBar = true,
                               .isMovableByBackground = true},
                     .autoDismisses = true};
         case PanelKind::EditTags:
             return {.shell = {.title = "Edit Tag",
                               .contentSize = {460, 0},
                               .isResizable = true,
-                              .hasFullSizeContent = true,
-                              .hasTransparentTitleBar = true,
                               .isMovableByBackground = true},
                     .autoDismisses = true,
                     .editingSource = "edit-tags"};
@@ -49,24 +44,13 @@ PanelTraits traitsOf(PanelKind kind) {
                     .autoDismisses = true,
                     .editingSource = "settings"};
         case PanelKind::About:
-            return {.shell = {.title = "About orvellos",
-                              .contentSize = {320, 360},
-                              .hasFullSizeContent = true,
-                              .hasTransparentTitleBar = true}};
+            return {.shell = {.title = "About orvellos", .contentSize = {320, 360}}};
         case PanelKind::Welcome:
             return {.shell = {.title = "Welcome to orvellos",
                               .contentSize = {480, 0},
-                              .hasFullSizeContent = true,
-                              .hasTransparentTitleBar = true,
-                              .isMovableByBackground = true,
-                              .floats = false}};
+                              .isMovableByBackground = true}};
         case PanelKind::QuickSwitcher:
-            return {.shell = {.title = "Jump to Space",
-                              .contentSize = {460, 360},
-                              .hasFullSizeContent = true,
-                              .hidesTitle = true,
-                              .hasTransparentTitleBar = true},
-                    .autoDismisses = true};
+            return {.shell = {.title = "Jump to Space", .contentSize = {460, 360}}, .autoDismisses = true};
     }
     return {};
 }

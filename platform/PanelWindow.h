@@ -13,15 +13,12 @@ struct PanelShell {
     std::string title;
     Size contentSize;  // points; a height of 0 is the content's own
     bool isResizable = false;
-    bool hasFullSizeContent = false;
-    bool hidesTitle = false;
-    bool hasTransparentTitleBar = false;
     bool isMovableByBackground = false;
-    bool floats = true;  // over other programs' windows
     bool operator==(const PanelShell&) const = default;
 };
 
-// A titled window with a close button, which the Escape key closes too. It is made off the screen.
+// A titled window with a close button, over other programs' windows, which the Escape key closes too. It is
+// made off the screen.
 class PanelWindow {
   public:
     virtual ~PanelWindow() = default;

@@ -32,10 +32,8 @@ QtPanel::QtPanel(const platform::PanelShell& shell, QWidget* content, Callbacks 
     : isMovableByBackground_(shell.isMovableByBackground),
       content_(content),
       callbacks_(std::move(callbacks)) {
-    Qt::WindowFlags flags =
-        Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint;
-    if (shell.floats) flags |= Qt::WindowStaysOnTopHint;
-    setWindowFlags(flags);
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint |
+                   Qt::WindowStaysOnTopHint);
     setWindowTitle(toQString(shell.title));
     setWindowIcon(applicationIcon());
     auto* column = new QVBoxLayout(this);

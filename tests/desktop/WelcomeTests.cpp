@@ -71,6 +71,8 @@ TEST_P(WelcomeTest, PermissionsTurnGreenByThemselves) {
     };
     ASSERT_TRUE(comesToShow(2)) << "here both are granted";
     auto& x = desktop_.x();
+    const auto states = x.atoms(desktop_.shown("Welcome to orvellos"), "_NET_WM_STATE");
+    EXPECT_EQ(std::ranges::count(states, "_NET_WM_STATE_ABOVE"), 1) << "as every panel";
     xcb_delete_property(x.connection(), x.root(), x.atom("_NET_SUPPORTED"));
     x.synchronize();
     EXPECT_TRUE(comesToShow(1));
