@@ -76,6 +76,11 @@ void PanelController::showWelcome(WelcomeForm::Mode mode) {
     show(PanelKind::Welcome);
 }
 
+void PanelController::showQuickSwitcher() {
+    if (const auto& open = panel(PanelKind::QuickSwitcher)) open->quickSwitcher->showAgain(spaceRows());
+    show(PanelKind::QuickSwitcher);
+}
+
 void PanelController::toggleCreatePanel(const std::optional<std::string>& spaceUUID) {
     if (isVisible(PanelKind::CreateTag))
         close(PanelKind::CreateTag);
@@ -154,7 +159,6 @@ PanelContent PanelController::makeContent(PanelKind kind, Panel& panel) {
 
 std::unique_ptr<QuickSwitcher> PanelController::makeQuickSwitcher() {
     auto& manager = services_.manager;
-    auto rows = manager.menuRows([this] { return services_.spaces.orderedSpaceUUIDsOnPointerDisplay(); });
     const auto navigate = [&manager](const MenuSpaceRow& row) {
         auto& navigation = manager.navigation();
         if (row.tag)
@@ -162,8 +166,13 @@ std::unique_ptr<QuickSwitcher> PanelController::makeQuickSwitcher() {
         else
             navigation.navigateToSpace(row.spaceUUID);
     };
-    return std::make_unique<QuickSwitcher>(std::move(rows), navigate,
+    return std::make_unique<QuickSwitcher>(spaceRows(), navigate,
                                            [this] { close(PanelKind::QuickSwitcher); });
+}
+
+std::vector<MenuSpaceRow> PanelController::spaceRows() {
+    return services_.manager.menuRows(
+        [this] { return services_.spaces.orderedSpaceUUIDsOnPointerDisplay(); });
 }
 
 std::unique_ptr<SettingsForm> PanelController::makeSettings() {

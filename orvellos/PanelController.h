@@ -41,7 +41,7 @@ class PanelController {
     void showSettingsPanel() { show(PanelKind::Settings); }
     void showAbout() { show(PanelKind::About); }
     void showWelcome(WelcomeForm::Mode mode);
-    void showQuickSwitcher() { show(PanelKind::QuickSwitcher); }
+    void showQuickSwitcher();
     // The same, but a panel that is on the screen closes.
     void toggleCreatePanel(const std::optional<std::string>& spaceUUID);
     void toggleEditPanel();
@@ -67,6 +67,7 @@ class PanelController {
     [[nodiscard]] std::unique_ptr<Panel> make(PanelKind kind);
     [[nodiscard]] PanelContent makeContent(PanelKind kind, Panel& panel);
     [[nodiscard]] std::unique_ptr<QuickSwitcher> makeQuickSwitcher();
+    [[nodiscard]] std::vector<MenuSpaceRow> spaceRows();
     [[nodiscard]] std::unique_ptr<SettingsForm> makeSettings();
     [[nodiscard]] std::unique_ptr<WelcomeForm> makeWelcome();
     [[nodiscard]] PermissionTargets permissionTargets();

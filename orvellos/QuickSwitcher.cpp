@@ -17,6 +17,16 @@ namespace key = platform::key;
 QuickSwitcher::QuickSwitcher(std::vector<MenuSpaceRow> rows,
                              std::function<void(const MenuSpaceRow&)> navigate, std::function<void()> onClose)
     : navigate_(std::move(navigate)), onClose_(std::move(onClose)) {
+    take(std::move(rows));
+}
+
+void QuickSwitcher::showAgain(std::vector<MenuSpaceRow> rows) {
+    take(std::move(rows));
+    shownAgain_.notify();
+}
+
+void QuickSwitcher::take(std::vector<MenuSpaceRow> rows) {
+    entries_.clear();
     for (auto& row : rows) {
         auto label = row.tag ? lowerCased(row.tag->label) : std::string();
         auto desktop = fmt::format("desktop {}", row.displayIndex);
@@ -24,7 +34,8 @@ QuickSwitcher::QuickSwitcher(std::vector<MenuSpaceRow> rows,
     }
     filter();
     const auto active = std::ranges::find_if(filtered_, &MenuSpaceRow::isActive);
-    if (active != filtered_.end()) selectedIndex_ = static_cast<std::size_t>(active - filtered_.begin());
+    const bool isThere = active != filtered_.end();
+    selectedIndex_ = isThere ? static_cast<std::size_t>(active - filtered_.begin()) : 0;
 }
 
 void QuickSwitcher::setQuery(std::string_view query) {

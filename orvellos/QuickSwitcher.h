@@ -8,11 +8,12 @@
 #include <vector>
 
 #include "orvellos/MenuSpaceRow.h"
+#include "platform/Observers.h"
 
 namespace orvellos {
 
 // What the panel for jumping to a Space by typing says and does. The Spaces are those of the moment in which
-// it is made.
+// it is shown.
 class QuickSwitcher {
   public:
     static constexpr std::string_view kPlaceholder = "Jump to Space…";
@@ -23,6 +24,13 @@ class QuickSwitcher {
     QuickSwitcher(std::vector<MenuSpaceRow> rows, std::function<void(const MenuSpaceRow&)> navigate,
                   std::function<void()> onClose);
 
+    // The panel is shown again: selects the current Space among the rows that match what is typed already.
+    void showAgain(std::vector<MenuSpaceRow> rows);
+    // Called when it has been.
+    platform::Subscription subscribe(std::function<void()> callback) {
+        return shownAgain_.subscribe(std::move(callback));
+    }
+
     // What the user has typed. Selects the first of the rows that match it.
     void setQuery(std::string_view query);
     [[nodiscard]] const std::vector<MenuSpaceRow>& filteredRows() const { return filtered_; }
@@ -30,6 +38,8 @@ class QuickSwitcher {
     [[nodiscard]] std::size_t selectedIndex() const { return selectedIndex_; }
     // Beyond one end it goes on at the other.
     void moveSelection(std::ptrdiff_t delta);
+    // One of the filtered rows.
+    void select(std::size_t index) { selectedIndex_ = index; }
     void activateSelected() const;
     void jump(const MenuSpaceRow& row) const;
     // Whether this key, a virtual key code, meant something here; else it is the search field's.
@@ -48,6 +58,7 @@ class QuickSwitcher {
         std::string desktop;  // "desktop " and the number
     };
     [[nodiscard]] static bool matches(const Entry& entry, const std::string& query);
+    void take(std::vector<MenuSpaceRow> rows);
     void filter();
 
     std::vector<Entry> entries_;
@@ -57,6 +68,7 @@ class QuickSwitcher {
     bool queryIsEmpty_ = true;
     std::vector<MenuSpaceRow> filtered_;
     std::size_t selectedIndex_ = 0;
+    platform::Observers<> shownAgain_;
 };
 
 }  // namespace orvellos

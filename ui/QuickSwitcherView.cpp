@@ -201,6 +201,10 @@ QuickSwitcherView::QuickSwitcherView(QuickSwitcher& switcher) : switcher_(switch
     column->addWidget(below, 1);
     setFocusProxy(field_);
     showRows();
+    shownAgain_ = switcher_.subscribe([this] {
+        showRows();
+        field_->selectAll();
+    });
 }
 
 QWidget* QuickSwitcherView::makeSearch() {
@@ -245,6 +249,11 @@ QWidget* QuickSwitcherView::makeList() {
     connect(list_, &QListView::clicked, this, [this](const QModelIndex& index) {
         switcher_.jump(MenuSpaceRow(switcher_.filteredRows().at(static_cast<std::size_t>(index.row()))));
     });
+    // The mouse moves the highlight with any button, and also when it lets go of it elsewhere.
+    connect(list_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex& current) {
+                if (current.isValid()) switcher_.select(static_cast<std::size_t>(current.row()));
+            });
     return list_;
 }
 

@@ -39,6 +39,7 @@ class QuickSwitcherView final : public QWidget {
     QStackedLayout* stack_ = nullptr;
     SpaceRows* rows_ = nullptr;
     QPropertyAnimation scrolling_;
+    platform::Subscription shownAgain_;
 };
 
 }  // namespace ui

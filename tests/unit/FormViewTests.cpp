@@ -207,6 +207,13 @@ TEST_F(FormViewTest, TheQuickSwitcherIsTypedIntoAndReadAloud) {
     EXPECT_EQ(row(0) + "; " + row(1), "Mail, Desktop 1, current Space; Untagged, Desktop 2");
     press(Qt::Key_Down);
     EXPECT_EQ(list->currentIndex().row(), 1);
+    QTest::mouseClick(list->viewport(), Qt::RightButton, {},
+                      list->visualRect(list->model()->index(2, 0)).center());
+    EXPECT_EQ(list->currentIndex().row(), switcher.selectedIndex()) << "what is highlighted is chosen";
+    desktop_.spaces.setCurrentSpace("B");
+    panels_.showQuickSwitcher();
+    EXPECT_EQ(row(1), "Untagged, Desktop 2, current Space");
+    EXPECT_EQ(list->currentIndex().row(), 1);
     type("co");
     EXPECT_EQ(row(0), "Code, Desktop 3");
     type("zz");
