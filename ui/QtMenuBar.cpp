@@ -2,6 +2,8 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QClipboard>
+#include <QLabel>
 #include <QLineEdit>
 #include <algorithm>
 
@@ -13,9 +15,7 @@ namespace ui {
 
 namespace {
 
-void edit(platform::EditAction action) {
-    auto* field = qobject_cast<QLineEdit*>(QApplication::focusWidget());
-    if (!field) return;
+void editField(QLineEdit* field, platform::EditAction action) {
     switch (action) {
         case platform::EditAction::Undo:
             return field->undo();
@@ -30,6 +30,23 @@ void edit(platform::EditAction action) {
         case platform::EditAction::SelectAll:
             return field->selectAll();
     }
+}
+
+// A selection has the toolkit's own character for the end of a line.
+void editText(QLabel* label, platform::EditAction action) {
+    if (action == platform::EditAction::SelectAll)
+        label->setSelection(0, static_cast<int>(label->text().size()));
+    else if (action == platform::EditAction::Copy && label->hasSelectedText())
+        QApplication::clipboard()->setText(
+            label->selectedText().replace(QChar::ParagraphSeparator, QLatin1Char('\n')));
+}
+
+void edit(platform::EditAction action) {
+    auto* focused = QApplication::focusWidget();
+    if (auto* field = qobject_cast<QLineEdit*>(focused))
+        editField(field, action);
+    else if (auto* label = qobject_cast<QLabel*>(focused))
+        editText(label, action);
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 // The forms, the menu and the other widgets, without a screen.
 
 #include <QAccessible>
+#include <QClipboard>
+#include <QColorDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
@@ -10,6 +12,7 @@
 #include <QToolTip>
 
 #include "orvellos/Hotkeys.h"
+#include "orvellos/MainMenuItems.h"
 #include "tests/support/InterfaceTest.h"
 #include "tests/support/OffscreenApplication.h"
 #include "ui/AboutView.h"
@@ -17,6 +20,7 @@
 #include "ui/Appearance.h"
 #include "ui/CreateTagView.h"
 #include "ui/EditTagsView.h"
+#include "ui/QtMenuBar.h"
 #include "ui/QtPanel.h"
 #include "ui/QtToast.h"
 #include "ui/QuickSwitcherView.h"
@@ -316,6 +320,18 @@ TEST_F(FormViewTest, TheAboutWindowTellsTheShortcutsOfNow) {
     EXPECT_NE(texts().find("Peek at hidden tags|⌃⌥⌘P|"), std::string::npos) << texts();
     hotkeys_.setShortcut(keyboard_shortcuts::Shortcut{96, 0}, orvellos::hotkey::peekTags);
     EXPECT_NE(texts().find("Peek at hidden tags|F5|"), std::string::npos) << texts();
+}
+
+TEST_F(FormViewTest, TheBuildIsCopiedFromTheAboutWindow) {
+    panels_.showAbout();
+    const auto about = std::get<orvellos::About>(host_.titled("About orvellos")->content);
+    QtMenuBar menuBar;
+    menuBar.setMainMenu(orvellos::mainMenu([] {}));
+    menuBar.attachTo(show("About orvellos", new AboutView(about)));
+    press(Qt::Key_Tab);
+    press(Qt::Key_A, Qt::ControlModifier);
+    press(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text().toStdString(), about.buildText);
 }
 
 TEST_F(FormViewTest, AnOpenPanelFollowsTheColorScheme) {
