@@ -129,8 +129,22 @@ void EditTagsView::fill() {
                              scroll_->verticalScrollBar()->sizeHint().width());
     giveFocus(focus);
     updateGeometry();
-    if (auto* panel = window(); panel != this && panel->isVisible())
-        panel->resize(panel->width(), std::max(panel->minimumHeight(), sizeHint().height()));
+    fitPanel();
+}
+
+// The panel is as high as the rows until the user has made it higher or lower.
+void EditTagsView::fitPanel() {
+    const int former = std::exchange(fittingHeight_, sizeHint().height());
+    auto* panel = window();
+    if (panel == this || !panel->isVisible()) return;
+    const int least = panel->minimumHeight();
+    if (panel->height() == std::max(least, former))
+        panel->resize(panel->width(), std::max(least, fittingHeight_));
+}
+
+// After the first click of a double click the next row is under the pointer.
+bool EditTagsView::eventFilter(QObject* object, QEvent* event) {
+    return event->type() == QEvent::MouseButtonDblClick || QWidget::eventFilter(object, event);
 }
 
 EditTagsView::Focus EditTagsView::focusNow() const {
@@ -204,14 +218,16 @@ QWidget* EditTagsView::makeRow(const Row& row) {
         button->setObjectName(toQString(symbol));
         connect(button, &QToolButton::clicked, this, [action, id = tag.id] { action(id); });
         line->addWidget(button);
+        return button;
     };
     add("pencil", EditTagsList::kEditHelp, EditTagsList::editLabel(tag),
         [this](const auto& id) { list_.edit(id); });
     add("arrow.right.circle", EditTagsList::kJumpHelp, EditTagsList::jumpLabel(tag),
         [this](const auto& id) { list_.jump(id); });
     line->addWidget(makePositionButton(tag));
-    add("trash", EditTagsList::kDeleteHelp, EditTagsList::deleteLabel(tag),
-        [this](const auto& id) { list_.remove(id); });
+    auto* trash = add("trash", EditTagsList::kDeleteHelp, EditTagsList::deleteLabel(tag),
+                      [this](const auto& id) { list_.remove(id); });
+    trash->installEventFilter(this);
     return frame;
 }
 

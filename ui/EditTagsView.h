@@ -21,6 +21,7 @@ class EditTagsView final : public QWidget {
 
     // As high as its rows, up to a bound.
     [[nodiscard]] QSize sizeHint() const override;
+    bool eventFilter(QObject* object, QEvent* event) override;
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -47,6 +48,7 @@ class EditTagsView final : public QWidget {
     [[nodiscard]] Shown present() const;
     void follow();
     void fill();
+    void fitPanel();
     [[nodiscard]] QWidget* makeTop();
     [[nodiscard]] QWidget* makeEmptyState() const;
     [[nodiscard]] QWidget* makeRow(const Row& row);
@@ -59,6 +61,7 @@ class EditTagsView final : public QWidget {
     QLabel* count_ = nullptr;
     QScrollArea* scroll_ = nullptr;
     std::vector<QWidget*> rowWidgets_;
+    int fittingHeight_ = 0;
     platform::Subscription changes_;
 };
 

@@ -114,10 +114,14 @@ TEST_F(FormViewTest, TheCreateFormIsFilledInByKeysAlone) {
     EXPECT_EQ(std::tie(tag(2).label, tag(2).colorHex), std::tuple("Home", "#F59E0B"));
 }
 
-TEST_F(FormViewTest, EscapeClosesAPanel) {
-    showCreateForm();
-    press(Qt::Key_Escape);
-    EXPECT_TRUE(closed_);
+TEST_F(FormViewTest, ADoubleClickDeletesOneTagAndTheListKeepsTheHeightItWasGiven) {
+    auto& panel = showList();
+    panel.resize(panel.width(), 400);
+    auto* trash = panel.findChild<QToolButton*>("trash");
+    const auto place = trash->mapTo(&panel, trash->rect().center());
+    QTest::mouseDClick(panel.windowHandle(), Qt::LeftButton, {}, place);
+    EXPECT_EQ(store_.tags.size(), 1U);
+    EXPECT_EQ(panel.height(), 400);
 }
 
 TEST_F(FormViewTest, TheListIsReadInTheOrderItIsSeen) {
