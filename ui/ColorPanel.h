@@ -6,14 +6,14 @@
 
 namespace ui {
 
-// The one panel in which any colour is chosen, by hand or picked from the screen. It has no button to accept:
-// a colour counts as soon as it is chosen.
+// The one panel in which any colour is chosen, by hand or picked from the screen. A colour counts as soon as
+// it is chosen, until the user cancels.
 class ColorPanel {
   public:
-    // Opens it, above the panel of `owner`. `onChange` is called with each colour that is chosen, until it is
-    // opened for another, or closed, which happens when the owner goes too.
+    // Opens it beside the panel of `owner`, as far as the screen has room. `onChange` is called with each
+    // colour that is chosen, and with the former one when the user cancels, until it is opened for another,
+    // or the owner goes.
     void show(QWidget* owner, const QColor& color, std::function<void(const QColor&)> onChange);
-    void close();
     [[nodiscard]] bool isVisible() const { return dialog_ && dialog_->isVisible(); }
 
   private:

@@ -3,9 +3,11 @@
 #include <QAccessibleWidget>
 #include <QConicalGradient>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QRadioButton>
 #include <QStyle>
+#include <algorithm>
 #include <array>
 
 #include "orvellos/CreateTagForm.h"
@@ -38,7 +40,8 @@ QColor colorOf(const std::string& hex) {
 
 }  // namespace
 
-// A filled circle, in a ring when it is the chosen one. Radio buttons bring the keys and the role along.
+// A filled circle, in a ring when it is the chosen one. Radio buttons bring the role along, and the space
+// bar.
 class ColorSwatch final : public QRadioButton {
   public:
     ColorSwatch(const QString& name, QWidget* parent) : QRadioButton(parent) {
@@ -58,6 +61,13 @@ class ColorSwatch final : public QRadioButton {
 
   protected:
     [[nodiscard]] bool hitButton(const QPoint& point) const override { return rect().contains(point); }
+    // The row's.
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() >= Qt::Key_Left && event->key() <= Qt::Key_Down)
+            event->ignore();
+        else
+            QRadioButton::keyPressEvent(event);
+    }
     void paintEvent(QPaintEvent* /*event*/) override {
         QPainter painter(this);
         painter.setRenderHint(QPainter::Antialiasing);
@@ -154,11 +164,22 @@ void ColorSwatches::resizeEvent(QResizeEvent* /*event*/) {
     place(*custom_);
 }
 
-QHBoxLayout* makeRowAboveSwatches(QWidget* widget) {
-    auto* row = new QHBoxLayout;
-    row->setContentsMargins(kAroundSwatch, 0, 0, 0);
-    row->addWidget(widget);
-    return row;
+void ColorSwatches::keyPressEvent(QKeyEvent* event) {
+    const auto [left, right] = isRightToLeft() ? std::pair(1, -1) : std::pair(-1, 1);
+    const int key = event->key();
+    const int step = key == Qt::Key_Up      ? -1
+                     : key == Qt::Key_Down  ? 1
+                     : key == Qt::Key_Left  ? left
+                     : key == Qt::Key_Right ? right
+                                            : 0;
+    if (step == 0) return QWidget::keyPressEvent(event);
+    const auto count = std::ssize(swatches_);
+    const auto next = std::ranges::find_if(swatches_, &QWidget::hasFocus) - swatches_.begin() + step;
+    if (next < 0 || next > count) return;
+    if (next == count) return custom_->setFocus(Qt::TabFocusReason);
+    const auto index = static_cast<std::size_t>(next);
+    choose(std::string(orvellos::tagPalette.at(index).hex));
+    swatches_[index]->setFocus(Qt::TabFocusReason);
 }
 
 void ColorSwatches::choose(const std::string& colorHex) {
@@ -176,6 +197,13 @@ void ColorSwatches::showChoice() {
     }
     custom_->setChosen(!isInPalette);
     custom_->setFill(isInPalette ? colorWheel() : QBrush(colorOf(chosen_)));
+}
+
+QHBoxLayout* makeRowAboveSwatches(QWidget* widget) {
+    auto* row = new QHBoxLayout;
+    row->setContentsMargins(kAroundSwatch, 0, 0, 0);
+    row->addWidget(widget);
+    return row;
 }
 
 }  // namespace ui

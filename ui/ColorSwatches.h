@@ -22,6 +22,8 @@ class ColorSwatches final : public QWidget {
 
   protected:
     void resizeEvent(QResizeEvent* event) override;
+    // The arrow keys go along the row. On a colour of the palette they choose it; any other is asked for.
+    void keyPressEvent(QKeyEvent* event) override;
 
   private:
     void choose(const std::string& colorHex);

@@ -98,7 +98,7 @@ class FormViewTest : public orvellos::InterfaceTest {
 };
 
 TEST_F(FormViewTest, TheCreateFormIsFilledInByKeysAlone) {
-    showCreateForm();
+    showCreateForm().move(0, 0);
     EXPECT_EQ(spoken(), "field Label, WORK");
     press(Qt::Key_Return);
     EXPECT_EQ(store_.tags.size(), 2U) << "there is no label yet";
@@ -109,9 +109,20 @@ TEST_F(FormViewTest, TheCreateFormIsFilledInByKeysAlone) {
     press(Qt::Key_Right);
     press(Qt::Key_Space);
     EXPECT_EQ(spoken(), "choice Amber is Selected");
+    for (int i = 0; i < 7; ++i) press(Qt::Key_Right);
+    EXPECT_FALSE(colorPanel_.isVisible()) << "until any other color is asked for";
+    for (const auto answer : {Qt::Key_Return, Qt::Key_Escape}) {
+        press(Qt::Key_Space);
+        auto* dialog = panel_->findChild<QColorDialog*>();
+        EXPECT_FALSE(dialog->geometry().intersects(panel_->geometry()));
+        dialog->setCurrentColor(answer == Qt::Key_Return ? QColor("#F59E0C") : QColor("#000000"));
+        QTest::keyClick(dialog, answer);
+        panel_->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(panel_.get()));
+    }
     press(Qt::Key_Return);
     ASSERT_EQ(store_.tags.size(), 3U);
-    EXPECT_EQ(std::tie(tag(2).label, tag(2).colorHex), std::tuple("Home", "#F59E0B"));
+    EXPECT_EQ(std::tie(tag(2).label, tag(2).colorHex), std::tuple("Home", "#F59E0C"));
 }
 
 TEST_F(FormViewTest, ADoubleClickDeletesOneTagAndTheListKeepsTheHeightItWasGiven) {
