@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -162,6 +163,11 @@ EditTagsView::Focus EditTagsView::focusNow() const {
 void EditTagsView::giveFocus(Focus focus) {
     if (auto* field = scroll_->widget()->findChild<QLineEdit*>(kEditorName)) {
         field->setFocus();
+        // Once the row has its place, it must not be out of sight.
+        QTimer::singleShot(0, field, [this, field] {
+            for (auto* part : {field->parentWidget(), static_cast<QWidget*>(field)})
+                scroll_->ensureWidgetVisible(part, 0, 0);
+        });
         if (focus.part == kEditorName)
             field->setCursorPosition(focus.cursor);
         else

@@ -126,13 +126,18 @@ TEST_F(FormViewTest, TheCreateFormIsFilledInByKeysAlone) {
 }
 
 TEST_F(FormViewTest, ADoubleClickDeletesOneTagAndTheListKeepsTheHeightItWasGiven) {
+    manager_.createTag("Between", "#123456", "B");
     auto& panel = showList();
-    panel.resize(panel.width(), 400);
+    panel.resize(panel.width(), 190);
     auto* trash = panel.findChild<QToolButton*>("trash");
     const auto place = trash->mapTo(&panel, trash->rect().center());
     QTest::mouseDClick(panel.windowHandle(), Qt::LeftButton, {}, place);
-    EXPECT_EQ(store_.tags.size(), 1U);
-    EXPECT_EQ(panel.height(), 400);
+    EXPECT_EQ(store_.tags.size(), 2U);
+    panel.findChildren<QToolButton*>("pencil").back()->click();
+    desktop_test::OffscreenApplication::settle();
+    EXPECT_EQ(panel.height(), 190);
+    const auto* save = panel.findChild<QPushButton*>();
+    EXPECT_EQ(save->visibleRegion().boundingRect(), save->rect()) << "it is scrolled to";
 }
 
 TEST_F(FormViewTest, TheListIsReadInTheOrderItIsSeen) {
