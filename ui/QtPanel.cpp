@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
+#include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <QWindow>
@@ -103,7 +104,9 @@ void QtPanel::pressButton() {
     auto* focused = qobject_cast<QAbstractButton*>(focusWidget());
     if (focused && focused->isEnabled() && !focused->isCheckable()) {
         auto* withMenu = qobject_cast<QToolButton*>(focused);
-        return withMenu && withMenu->menu() ? withMenu->showMenu() : focused->click();
+        if (!withMenu || !withMenu->menu()) return focused->click();
+        // Not from here: the panel may go while the menu is open.
+        return QTimer::singleShot(0, withMenu, &QToolButton::showMenu);
     }
     for (auto* button : findChildren<QPushButton*>())
         if (button->isDefault() && button->isVisible() && button->isEnabled()) return button->click();
