@@ -3,6 +3,7 @@
 #include <QScreen>
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace ui {
 
@@ -37,7 +38,8 @@ void ColorPanel::show(QWidget* owner, const QColor& color, std::function<void(co
     dialog_->setWindowTitle(QStringLiteral("Colors"));
     QObject::connect(dialog_, &QColorDialog::currentColorChanged, owner,
                      [onChange](const QColor& chosen) { onChange(chosen); });
-    QObject::connect(dialog_, &QDialog::rejected, owner, [onChange, color] { onChange(color); });
+    QObject::connect(dialog_, &QDialog::rejected, owner,
+                     [onChange = std::move(onChange), color] { onChange(color); });
     QObject::connect(owner, &QObject::destroyed, dialog_, &QObject::deleteLater);
     dialog_->move(placeBeside(*panel, dialog_->sizeHint() + panel->frameSize() - panel->size()));
     dialog_->show();

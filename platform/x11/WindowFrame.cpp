@@ -15,6 +15,7 @@ bool areOfOneProgram(const XConnection& connection, xcb_window_t a, xcb_window_t
 
 std::vector<xcb_window_t> childrenOf(XConnection& connection, const std::vector<xcb_window_t>& parents) {
     std::vector<xcb_query_tree_cookie_t> cookies;
+    cookies.reserve(parents.size());
     for (const auto parent : parents) cookies.push_back(xcb_query_tree(connection.get(), parent));
     std::vector<xcb_window_t> children;
     for (const auto cookie : cookies) {
@@ -31,9 +32,10 @@ std::vector<xcb_window_t> windowsInside(XConnection& connection, xcb_window_t fr
     std::vector<xcb_window_t> level = {frame};
     for (int depth = 0; depth < kDeepest; ++depth) {
         level = childrenOf(connection, level);
-        const auto others = std::ranges::partition(
-            level, [&](xcb_window_t part) { return areOfOneProgram(connection, part, frame); });
-        if (!others.empty()) return {others.begin(), others.end()};
+        const auto others = std::partition(level.begin(), level.end(), [&](xcb_window_t part) {
+            return areOfOneProgram(connection, part, frame);
+        });
+        if (others != level.end()) return {others, level.end()};
     }
     return {};
 }
