@@ -1,5 +1,6 @@
 #include "ui/Style.h"
 
+#include <QDialogButtonBox>
 #include <QPainter>
 #include <algorithm>
 
@@ -77,6 +78,7 @@ int Style::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWi
 int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                      QStyleHintReturn* data) const {
     if (hint == SH_Menu_Scrollable || hint == SH_Menu_MouseTracking) return 1;
+    if (hint == SH_DialogButtonLayout) return QDialogButtonBox::GnomeLayout;  // the default button is the last
     return QProxyStyle::styleHint(hint, option, widget, data);
 }
 

@@ -95,8 +95,12 @@ class InterfaceDesktop : public DesktopWithTags {
     }
     // Opens the status menu, with its first row highlighted.
     void openMenu() {
-        const auto place = x().geometry(statusButton()).value();
-        devices().click(place.x + 12, place.y + place.height / 2);
+        // A button that has just come up may still be on its way to its place.
+        ASSERT_TRUE(waitUntil([&] {
+            const auto place = x().geometry(statusButton());
+            if (place) devices().click(place->x + 12, place->y + place->height / 2);
+            return waitUntil([&] { return menu() != 0; }, std::chrono::seconds(5));
+        }));
         enterMenu();
     }
     // Opens the status menu and chooses a row by the arrow keys.

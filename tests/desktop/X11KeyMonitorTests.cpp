@@ -25,7 +25,7 @@ using namespace desktop_test;
 using namespace platform::modifier;
 
 // X key codes of places on the keyboard.
-constexpr xcb_keycode_t kA = 38, kW = 25, kZ = 52, kF3 = 69, kF8 = 74, kUp = 111, kLeft = 113, kRight = 114;
+constexpr xcb_keycode_t kA = 38, kW = 25, kZ = 52, kF3 = 69, kUp = 111, kLeft = 113, kRight = 114;
 constexpr xcb_keycode_t kControlKey = 37, kRightControlKey = 105, kShiftKey = 50, kAltKey = 64;
 constexpr xcb_keycode_t kSuperKey = 133, kRightSuperKey = 134, kCapsLockKey = 66;
 

@@ -3,15 +3,14 @@
 #include <QTest>
 #include <stdexcept>
 
-#include "orvellos/PanelController.h"
-#include "tests/support/ManagerTest.h"
 #include "tests/support/OffscreenApplication.h"
+#include "tests/support/PanelServicesTest.h"
 #include "ui/QtPanelHost.h"
 
 namespace orvellos {
 
 // A running manager with the panels of the application as windows, without a screen.
-class PanelsTest : public ManagerTest {
+class PanelsTest : public PanelServicesTest {
   protected:
     // The open panel with this title, with the keyboard.
     static QWidget& panel(const char* title) {
@@ -22,23 +21,10 @@ class PanelsTest : public ManagerTest {
     }
 
     desktop_test::OffscreenApplication application_;
-    keyboard_shortcuts::Registry hotkeys_{
-        {desktop_.defaults, desktop_.hotKeys, desktop_.keyNames, [](auto) {}}};
-    PrivacyPermissions permissions_{privacyServices([] {})};
     ui::QtMenuBar menuBar_;
     ui::QtPanelHost host_{
         {menuBar_, desktop_.screens, [](auto) {}, [](const auto&) { return platform::Subscription(); }}};
-    PanelController panels_{{manager_,
-                             identifier_,
-                             editing_,
-                             settings_,
-                             desktop_.runLoop,
-                             desktop_.mouse,
-                             host_,
-                             {hotkeys_, desktop_.keyNames, desktop_.systemShortcuts, desktop_.alerts,
-                              [](const auto&, const auto&) { return std::nullopt; }},
-                             permissions_,
-                             [this] { return makeAbout(hotkeys_, "2026-03-14 09:26"); }}};
+    PanelController panels_{panelServices(host_)};
 };
 
 }  // namespace orvellos

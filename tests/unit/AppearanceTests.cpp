@@ -2,6 +2,7 @@
 
 #include "ui/Appearance.h"
 
+#include <QColorDialog>
 #include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
@@ -219,6 +220,10 @@ TEST_F(AppearanceTest, ButtonsHaveOneHeightAndTheDefaultOneIsTheLast) {
         }
     };
     check(alert);
+    QColorDialog colors;
+    colors.setOption(QColorDialog::DontUseNativeDialog);
+    colors.layout()->activate();
+    check(colors);
     for (const auto& each : kPanels) {
         auto& window = open(each);
         if (auto* pencil = window.findChild<QToolButton*>("pencil")) pencil->click();
