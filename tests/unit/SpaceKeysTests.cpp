@@ -22,7 +22,7 @@ constexpr KeyEvent kLeft{123, 0x40000}, kRight{124, 0x40000}, kOverview{160, 0};
 
 TEST(SpaceKeysTest, ActionsMeanSomethingByTheirOwnNames) {
     struct Row {
-        const char* name;
+        const char* name = "";
         std::optional<KeyEvent> meaning;
         const char* desktops = "";
     };
