@@ -78,7 +78,7 @@ int Style::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWi
 int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                      QStyleHintReturn* data) const {
     if (hint == SH_Menu_Scrollable || hint == SH_Menu_MouseTracking) return 1;
-    if (hint == SH_DialogButtonLayout) return QDialogButtonBox::GnomeLayout;  // the default button is the last
+    if (hint == SH_DialogButtonLayout) return QDialogButtonBox::GnomeLayout;  // the default button last
     return QProxyStyle::styleHint(hint, option, widget, data);
 }
 
