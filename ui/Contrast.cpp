@@ -3,15 +3,15 @@
 #include <algorithm>
 #include <cmath>
 
+#include "orvellos/TagColor.h"
+#include "ui/QtColor.h"
+
 namespace ui {
 
 namespace {
 
 double luminance(const QColor& color) {
-    const auto linear = [](double value) {
-        return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+    return orvellos::relativeLuminance(toColor(color));
 }
 
 QColor mixed(const QColor& from, const QColor& to, double share) {

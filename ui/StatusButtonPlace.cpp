@@ -40,9 +40,8 @@ void StatusButtonPlace::rememberIn(platform::DefaultsStore& defaults) {
 }
 
 std::optional<Screen> StatusButtonPlace::screenOf(const std::string& display) const {
-    for (const auto& each : screens_.screens())
-        if (each.displayId && screens_.displayUuid(*each.displayId) == display) return each;
-    return screens_.mainScreen();
+    const auto screen = orvellos::screenOfDisplay(screens_, display);
+    return screen ? screen : screens_.mainScreen();
 }
 
 std::optional<Screen> StatusButtonPlace::nearestScreen(Point place) const {

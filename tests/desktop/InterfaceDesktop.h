@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "tests/desktop/TaggedDesktop.h"
 
@@ -96,11 +97,12 @@ class InterfaceDesktop : public DesktopWithTags {
     // Opens the status menu, with its first row highlighted.
     void openMenu() {
         // A button that has just come up may still be on its way to its place.
+        std::optional<Rectangle> place;
         ASSERT_TRUE(waitUntil([&] {
-            const auto place = x().geometry(statusButton());
-            if (place) devices().click(place->x + 12, place->y + place->height / 2);
-            return waitUntil([&] { return menu() != 0; }, std::chrono::seconds(5));
+            const auto former = std::exchange(place, x().geometry(statusButton()));
+            return place && place == former;
         }));
+        devices().click(place->x + 12, place->y + place->height / 2);
         enterMenu();
     }
     // Opens the status menu and chooses a row by the arrow keys.

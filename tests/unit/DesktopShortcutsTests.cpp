@@ -4,13 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-
-#include "platform/freedesktop/PosixBackgroundProcesses.h"
 #include "platform/x11/KeyAccelerators.h"
-#include "tests/support/MainLoop.h"
-#include "tests/support/PrivateBus.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/support/DesktopSettingsTest.h"
 
 namespace platform::freedesktop {
 namespace {
@@ -59,7 +54,7 @@ TEST(AcceleratorListsTest, GiveWhatIsInForce) {
                       {"<Alt>F2", "panel-run-dialog", "Panel run dialog"}}));
 }
 
-class DesktopShortcutsTest : public testing::Test {
+class DesktopShortcutsTest : public DesktopSettingsTest {
   protected:
     // What a desktop of that name answers; the test fails when it does not.
     std::optional<std::string> findUse(const char* desktop) {
@@ -80,19 +75,6 @@ class DesktopShortcutsTest : public testing::Test {
         EXPECT_TRUE(loop_.runUntil([&] { return found.has_value(); }));
         return found.value_or("nothing");
     }
-    void writeGsettings(const char* script) {
-        const auto file = folder_.path() / "gsettings";
-        std::ofstream(file) << "#!/bin/sh\n" << script << "\n";
-        std::filesystem::permissions(file, std::filesystem::perms::owner_all);
-    }
-
-    desktop_test::PrivateBus daemon_;
-    desktop_test::MainLoop loop_;
-    desktop_test::TemporaryFolder folder_;
-    SystemdLibrary library_;
-    SessionBus bus_{library_, loop_.runLoop, loop_.runLoop, [this] { return daemon_.address(); }};
-    PosixBackgroundProcesses processes_{
-        loop_.runLoop, [this](const std::string& name) { return (folder_.path() / name).string(); }};
 };
 
 TEST_F(DesktopShortcutsTest, KdesDaemonIsAskedForTheKey) {

@@ -5,12 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <fstream>
 
-#include "platform/freedesktop/PosixBackgroundProcesses.h"
-#include "tests/support/MainLoop.h"
-#include "tests/support/PrivateBus.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/support/DesktopSettingsTest.h"
 
 namespace platform::freedesktop {
 namespace {
@@ -38,7 +34,7 @@ TEST(SpaceKeysTest, ActionsMeanSomethingByTheirOwnNames) {
         EXPECT_EQ(meaningOfAction(name, desktops), meaning) << name;
 }
 
-class FollowedSpaceKeysTest : public testing::Test {
+class FollowedSpaceKeysTest : public DesktopSettingsTest {
   protected:
     // Follows a desktop of that name.
     void follow(const char* desktop) {
@@ -48,21 +44,10 @@ class FollowedSpaceKeysTest : public testing::Test {
     bool comeToBe(const Keys& expected) {
         return loop_.runUntil([&] { return keys_ == expected; });
     }
-    // A program that prints this for the schema.
-    void writeGsettings(const std::string& schema, const std::string& setting) {
-        std::ofstream(folder_.path() / "new")
-            << "#!/bin/sh\n[ $2 = " << schema << " ] && echo \"$2 " << setting << "\"\n";
-        std::filesystem::permissions(folder_.path() / "new", std::filesystem::perms::owner_all);
-        std::filesystem::rename(folder_.path() / "new", folder_.path() / "gsettings");
+    void set(const std::string& schema, const std::string& setting) const {
+        writeGsettings("[ $2 = " + schema + " ] && echo \"$2 " + setting + "\"");
     }
 
-    desktop_test::PrivateBus daemon_;
-    desktop_test::MainLoop loop_;
-    desktop_test::TemporaryFolder folder_;
-    SystemdLibrary library_;
-    SessionBus bus_{library_, loop_.runLoop, loop_.runLoop, [this] { return daemon_.address(); }};
-    PosixBackgroundProcesses processes_{
-        loop_.runLoop, [this](const std::string& name) { return (folder_.path() / name).string(); }};
     Keys keys_;
     std::optional<DesktopAccelerators> accelerators_;
     std::optional<SpaceKeys> spaceKeys_;
@@ -102,7 +87,7 @@ TEST_F(FollowedSpaceKeysTest, AreGnomesWithTheirChanges) {
         const char* path;
         const char* rest;
     };
-    writeGsettings("org.gnome.mutter", "overlay-key 'Super_L'");
+    set("org.gnome.mutter", "overlay-key 'Super_L'");
     follow("ubuntu:GNOME");
     ASSERT_TRUE(comeToBe({{0, "Super_L", kOverview}}));
     std::string key = "a";
@@ -110,7 +95,7 @@ TEST_F(FollowedSpaceKeysTest, AreGnomesWithTheirChanges) {
          {Row{"/org/gnome/desktop/wm/keybindings/switch-to-workspace-1", ""},
           Row{"/org/gnome/desktop/wm/", "keybindings/switch-to-workspace-1"}, Row{"/org/", ""}}) {
         SCOPED_TRACE(path);
-        writeGsettings("org.gnome.desktop.wm.keybindings", "switch-to-workspace-1 ['" + key + "']");
+        set("org.gnome.desktop.wm.keybindings", "switch-to-workspace-1 ['" + key + "']");
         tell(path, rest);
         EXPECT_TRUE(comeToBe({{0, key, kRight}}));
         key += "a";

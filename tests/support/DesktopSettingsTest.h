@@ -1,0 +1,36 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+#include "platform/freedesktop/PosixBackgroundProcesses.h"
+#include "platform/freedesktop/SessionBus.h"
+#include "tests/support/MainLoop.h"
+#include "tests/support/PrivateBus.h"
+#include "tests/support/TemporaryFolder.h"
+
+namespace platform::freedesktop {
+
+// A bus and programs of the test's own, of which a desktop's settings are asked.
+class DesktopSettingsTest : public testing::Test {
+  protected:
+    // A program that does what the shell script says; it takes the former one's place at once.
+    void writeGsettings(const std::string& script) const {
+        const auto written = folder_.path() / "new";
+        desktop_test::writeFile(written, "#!/bin/sh\n" + script + "\n");
+        std::filesystem::permissions(written, std::filesystem::perms::owner_all);
+        std::filesystem::rename(written, folder_.path() / "gsettings");
+    }
+
+    desktop_test::PrivateBus daemon_;
+    desktop_test::MainLoop loop_;
+    desktop_test::TemporaryFolder folder_;
+    SystemdLibrary library_;
+    SessionBus bus_{library_, loop_.runLoop, loop_.runLoop, [this] { return daemon_.address(); }};
+    PosixBackgroundProcesses processes_{
+        loop_.runLoop, [this](const std::string& name) { return (folder_.path() / name).string(); }};
+};
+
+}  // namespace platform::freedesktop
