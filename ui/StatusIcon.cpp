@@ -3,8 +3,8 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <algorithm>
-#include <cmath>
 
+#include "ui/Contrast.h"
 #include "ui/QtColor.h"
 
 namespace ui {
@@ -19,7 +19,6 @@ constexpr double kLine = 1.6;
 constexpr double kSlashGap = 0.7;
 constexpr double kDotRadius = 0.2;
 constexpr double kDotGap = 1;
-constexpr double kLeastContrast = 0.2;
 const QColor kDark(28, 28, 32);
 
 // The body, lying along the x axis around the origin, its point to the left.
@@ -47,13 +46,9 @@ QPainterPath tagBody(double length, double height) {
     return path;
 }
 
-double luma(const QColor& color) {
-    return 0.299 * color.redF() + 0.587 * color.greenF() + 0.114 * color.blueF();
-}
-
 // The colour that can be told from that one.
 QColor opposite(const QColor& color) {
-    return luma(color) < 0.5 ? QColor(Qt::white) : kDark;
+    return contrast(Qt::white, color) > contrast(kDark, color) ? QColor(Qt::white) : kDark;
 }
 
 // Fills of a drawing and the line around them, which is transparent where none is needed.
@@ -65,7 +60,7 @@ struct Colors {
 Colors colorsFor(const std::optional<QColor>& tag, const std::optional<QColor>& ground) {
     const auto fill = tag ? *tag : ground ? opposite(*ground) : QColor(Qt::white);
     if (!ground) return {fill, opposite(fill)};
-    const bool isTold = std::abs(luma(fill) - luma(*ground)) > kLeastContrast;
+    const bool isTold = contrast(fill, *ground) >= kShapeContrast;
     return {fill, isTold ? QColor(Qt::transparent) : opposite(*ground)};
 }
 
