@@ -8,7 +8,8 @@
 namespace orvellos {
 
 // Lets the clicks beside a tag's silhouette reach the windows below, by switching each main window between
-// taking and ignoring the mouse as the pointer comes and goes.
+// taking and ignoring the mouse as the pointer comes and goes; for window systems that cannot do so
+// themselves.
 class ClickThroughController {
   public:
     static constexpr double kIdleHz = 5;

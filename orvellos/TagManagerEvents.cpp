@@ -280,6 +280,7 @@ void TagManager::resumePolling() {
     missionControl_.pause();
     missionControl_.start();
     clickThrough_.stop();
+    if (services_.windows.windowSystem.takesClicksOnOutlineOnly()) return;
     clickThrough_.start(ClickThroughController::kIdleHz);
     clickThrough_.tick();
 }

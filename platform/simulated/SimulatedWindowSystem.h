@@ -30,11 +30,13 @@ class SimulatedWindowSystem final : public WindowSystem {
   public:
     std::unique_ptr<TagSurface> makeTagSurface(const Rect& frame, bool acceptsMouse,
                                                TagWindowDelegate& delegate) override;
+    [[nodiscard]] bool takesClicksOnOutlineOnly() const override { return hasOutlines; }
 
     // The live windows by number, oldest first.
     std::map<WindowNumber, SimulatedWindow> windows;
     // Whether a window counts as being on the active Space.
     std::function<bool(WindowNumber)> isOnActiveSpace = [](WindowNumber) { return true; };
+    bool hasOutlines = false;  // clicks beside a tag go through by themselves
     // Told of a window's end, for whoever keeps it on a Space.
     std::function<void(WindowNumber)> windowClosed = [](WindowNumber) {};
 

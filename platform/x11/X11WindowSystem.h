@@ -30,6 +30,7 @@ class X11WindowSystem final : public WindowSystem, public WindowSpaces {
 
     std::unique_ptr<TagSurface> makeTagSurface(const Rect& frame, bool acceptsMouse,
                                                TagWindowDelegate& delegate) override;
+    [[nodiscard]] bool takesClicksOnOutlineOnly() const override { return true; }
     [[nodiscard]] std::vector<ManagedSpaceId> copySpacesForWindow(WindowNumber window) const override;
     void addWindowToSpace(WindowNumber window, ManagedSpaceId space) override;
     // A window lives on one desktop, so adding it elsewhere has removed it already.

@@ -56,14 +56,6 @@ class InterfaceDesktop : public DesktopWithTags {
     }
     Process& application() { return application_.value(); }
 
-    // The application's window with that title that can be seen; 0 when there is none.
-    xcb_window_t shown(std::string_view title) {
-        for (const auto each : x().allWindows())
-            if (x().text(each, "_NET_WM_NAME") == title && x().mapState(each) == MapState::Viewable)
-                return each;
-        return 0;
-    }
-    xcb_window_t statusButton() { return shown("orvellos"); }
     // The alert that has the keyboard; 0 when there is none. The status button has the same title.
     xcb_window_t alert() {
         const auto active = x().activeWindow();

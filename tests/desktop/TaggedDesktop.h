@@ -6,6 +6,7 @@
 #include <iterator>
 #include <nlohmann/json.hpp>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -45,14 +46,24 @@ class DesktopWithTags : public PrivateDesktop {
         return backup ? found.back() : found.front();
     }
 
-    // Moves the pointer there and waits until the tag, and its frame, take the mouse.
+    // Moves the pointer there and waits until the tag's frame takes the mouse where the tag does.
     bool pointAtTag(xcb_window_t tag, int pointerX, int pointerY) {
         devices().movePointer(pointerX, pointerY);
         return waitUntil([&] {
-            return !x().shape(tag, ShapeKind::Input).empty() &&
-                   !x().shape(x().frameOf(tag), ShapeKind::Input).empty();
+            const auto shape = x().shape(tag, ShapeKind::Input);
+            return !shape.empty() && x().shape(x().frameOf(tag), ShapeKind::Input) == shape;
         });
     }
+
+    // The application's window with that title that can be seen; 0 when there is none.
+    xcb_window_t shown(std::string_view title) {
+        for (const auto each : x().allWindows())
+            if (x().text(each, "_NET_WM_NAME") == title && x().mapState(each) == MapState::Viewable)
+                return each;
+        return 0;
+    }
+    // Comes up a moment after the first tag; from then on the application has its keys.
+    xcb_window_t statusButton() { return shown("orvellos"); }
 };
 
 // A desktop whose Spaces are tagged, before the application is started.

@@ -436,6 +436,14 @@ TEST_F(TagManagerTest, RestsWhileNobodyLooks) {
     }
 }
 
+TEST_F(TagManagerTest, LeavesThePointerAloneWhereTagsTakeTheirOwnClicksOnly) {
+    desktop_.windowSystem.hasOutlines = true;
+    start();
+    wait(1);
+    EXPECT_FALSE(seen(1).ignoresMouseEvents) << "wherever the pointer is";
+    EXPECT_EQ(desktop_.runLoop.pendingTimers(), 1U) << "that of the overview";
+}
+
 TEST_F(TagManagerTest, DoesNotPollFromTheStartAwayFromTheConsole) {
     desktop_.session.onConsole = false;
     start();
