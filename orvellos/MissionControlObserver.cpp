@@ -52,6 +52,18 @@ void MissionControlObserver::setInterval(platform::Duration interval) {
     timer_ = runLoop_.every(interval, tolerance, [this] { poll(); });
 }
 
+// Nothing that a look at an empty list would not find again happens until the list tells of a change.
+void MissionControlObserver::slowDown() {
+    setInterval(kIdleInterval);
+    if (listChanges_.isActive() && lastDockWindowCount_ == 0) timer_.cancel();
+}
+
+void MissionControlObserver::listChanged() {
+    if (!isPolling()) return;
+    expectChange();
+    poll();
+}
+
 void MissionControlObserver::expectChange() {
     lastInterestingAt_ = runLoop_.now();
     if (currentInterval_ != kBurstInterval) setInterval(kBurstInterval);
@@ -125,7 +137,7 @@ bool MissionControlObserver::isInteresting(const Detection& detection) {
     if (detection.active || isActive_.get() || swipeTransitionInProgress_.get()) return true;
     if (lastDockWindowCount_ != detection.dockWindowCount) return true;
     const bool quiet = !lastInterestingAt_ || runLoop_.now() - *lastInterestingAt_ > kQuietBeforeIdle;
-    if (quiet && currentInterval_ == kBurstInterval) setInterval(kIdleInterval);
+    if (quiet && currentInterval_ == kBurstInterval) slowDown();
     return false;
 }
 

@@ -12,17 +12,20 @@
 namespace orvellos {
 
 // Tells whether Mission Control is open, and whether a swipe between Spaces is under way, by looking at the
-// Dock's windows many times a second: 60 while something happens, 10 while nothing does. Opening is told at
-// once, closing when it has lasted. Main thread only.
+// Dock's windows many times a second: 60 while something happens, 10 while nothing does, or then only when
+// the list tells of a change. Opening is told at once, closing when it has lasted. Main thread only.
 class MissionControlObserver {
   public:
     static constexpr platform::Duration kBurstInterval = platform::seconds(1.0 / 60);
     static constexpr platform::Duration kIdleInterval = platform::seconds(0.1);
     static constexpr platform::Duration kCloseDebounce = platform::seconds(0.25);
 
-    MissionControlObserver(platform::RunLoop& runLoop, const platform::OnScreenWindows& windows,
+    MissionControlObserver(platform::RunLoop& runLoop, platform::OnScreenWindows& windows,
                            const platform::DefaultsStore& defaults)
-        : runLoop_(runLoop), windows_(windows), defaults_(defaults) {}
+        : runLoop_(runLoop),
+          windows_(windows),
+          defaults_(defaults),
+          listChanges_(windows.onChanged([this] { listChanged(); })) {}
 
     // Both are told on change only.
     [[nodiscard]] Published<bool>& isActive() { return isActive_; }
@@ -32,7 +35,7 @@ class MissionControlObserver {
     void start();
     // Stops polling and forgets a pending close; both values stay as they are.
     void pause();
-    [[nodiscard]] bool isPolling() const { return timer_.isActive(); }
+    [[nodiscard]] bool isPolling() const { return currentInterval_ > platform::Duration::zero(); }
     // Zero while paused.
     [[nodiscard]] platform::Duration currentInterval() const { return currentInterval_; }
 
@@ -44,6 +47,8 @@ class MissionControlObserver {
 
   private:
     void setInterval(platform::Duration interval);
+    void slowDown();
+    void listChanged();
     void poll();
     [[nodiscard]] Detection readDockWindows() const;
     [[nodiscard]] bool passesSuppression(const Detection& detection);
@@ -54,8 +59,9 @@ class MissionControlObserver {
     void followClose(const Detection& detection);
 
     platform::RunLoop& runLoop_;
-    const platform::OnScreenWindows& windows_;
+    platform::OnScreenWindows& windows_;
     const platform::DefaultsStore& defaults_;
+    platform::Subscription listChanges_;
     Published<bool> isActive_{false};
     Published<bool> swipeTransitionInProgress_{false};
     platform::Timer timer_;

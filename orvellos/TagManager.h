@@ -36,7 +36,7 @@ class TagManager {
         platform::SpaceNotifications& spaceNotifications;
         platform::Screens& screens;
         const platform::Pointer& pointer;
-        const platform::OnScreenWindows& onScreenWindows;
+        platform::OnScreenWindows& onScreenWindows;
         platform::KeyMonitor& keys;
         platform::SessionMonitor& session;
         platform::ApplicationLauncher& launcher;

@@ -1,9 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "platform/Subscription.h"
 
 namespace platform {
 
@@ -28,6 +31,9 @@ class OnScreenWindows {
 
     // Front to back; absent when the list cannot be had. Asked many times a second, so it never waits.
     [[nodiscard]] virtual std::optional<std::vector<OnScreenWindow>> copyOnScreenWindows() const = 0;
+    // Told after each change of the list. Inactive where nobody tells of them, so that the list has to be
+    // looked at again and again.
+    virtual Subscription onChanged(std::function<void()> action) = 0;
 };
 
 }  // namespace platform

@@ -1,5 +1,10 @@
 #pragma once
 
+#include <functional>
+#include <utility>
+
+#include "platform/Observers.h"
+
 namespace platform {
 
 // What an overview shows: windows beside small pictures of the Spaces, or the Spaces alone, large.
@@ -12,6 +17,16 @@ class OverviewSource {
 
     // As far as is known; asked many times a second, so it never waits.
     [[nodiscard]] virtual bool isOverviewOpen() const = 0;
+    // Told when that may have changed.
+    Subscription onOverviewChanged(std::function<void()> action) {
+        return changed_.subscribe(std::move(action));
+    }
+
+  protected:
+    void tellOverviewChanged() const { changed_.notify(); }
+
+  private:
+    Observers<> changed_;
 };
 
 }  // namespace platform

@@ -11,8 +11,18 @@ constexpr std::int64_t kLayer = 17;
 constexpr OnScreenBounds kBounds{0, 0, 120, 80};
 }  // namespace
 
+DesktopOverview::DesktopOverview(std::vector<OverviewSource*> sources) : sources_(std::move(sources)) {
+    for (auto* source : sources_) sourceChanges_.push_back(source->onOverviewChanged([this] { update(); }));
+    update();
+}
+
+void DesktopOverview::update() {
+    const bool isOpen = std::ranges::any_of(sources_, &OverviewSource::isOverviewOpen);
+    if (std::exchange(isOpen_, isOpen) != isOpen) changed_.notify();
+}
+
 std::optional<std::vector<OnScreenWindow>> DesktopOverview::copyOnScreenWindows() const {
-    if (!std::ranges::any_of(sources_, &OverviewSource::isOverviewOpen)) return std::vector<OnScreenWindow>();
+    if (!isOpen_) return std::vector<OnScreenWindow>();
     return std::vector{OnScreenWindow{"Dock", kLayer, kBounds, 1.0, "appicon"}};
 }
 

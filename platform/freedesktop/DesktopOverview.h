@@ -13,12 +13,20 @@ namespace platform::freedesktop {
 class DesktopOverview final : public OnScreenWindows {
   public:
     // What is passed outlives this object.
-    explicit DesktopOverview(std::vector<const OverviewSource*> sources) : sources_(std::move(sources)) {}
+    explicit DesktopOverview(std::vector<OverviewSource*> sources);
 
     [[nodiscard]] std::optional<std::vector<OnScreenWindow>> copyOnScreenWindows() const override;
+    Subscription onChanged(std::function<void()> action) override {
+        return changed_.subscribe(std::move(action));
+    }
 
   private:
-    std::vector<const OverviewSource*> sources_;
+    void update();
+
+    std::vector<OverviewSource*> sources_;
+    std::vector<Subscription> sourceChanges_;
+    bool isOpen_ = false;
+    Observers<> changed_;
 };
 
 }  // namespace platform::freedesktop

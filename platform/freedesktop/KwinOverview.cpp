@@ -89,7 +89,9 @@ Subscription KwinOverview::followKind(const std::function<void(OverviewKind)>& a
 }
 
 void KwinOverview::setKind(OverviewKind kind) {
-    if (std::exchange(kind_, kind) != kind) kindChanged_.notify(kind);
+    if (std::exchange(kind_, kind) == kind) return;
+    kindChanged_.notify(kind);
+    tellOverviewChanged();
 }
 
 Duration KwinOverview::pause() const {

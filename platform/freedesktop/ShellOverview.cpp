@@ -17,6 +17,7 @@ ShellOverview::ShellOverview(SessionBus& bus, Shell shell) : shell_(std::move(sh
     const auto update = [this] {
         isOpen_ = std::ranges::any_of(
             properties_, [](const auto& property) { return property->value() == nlohmann::json(true); });
+        tellOverviewChanged();
     };
     for (const auto& property : shell_.properties)
         properties_.push_back(std::make_unique<BusProperty>(

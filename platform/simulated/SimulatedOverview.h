@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/Observers.h"
 #include "platform/OnScreenWindows.h"
 
 namespace platform::simulated {
@@ -19,7 +20,10 @@ class SimulatedOverview final : public OnScreenWindows {
     // Shows what an open Mission Control does, or nothing.
     void setOpen(bool open) {
         windows = open ? std::vector{dockWindow(17, 120, 80, "appicon")} : std::vector<OnScreenWindow>();
+        changed_.notify();
     }
+    // From now on those who ask to be are told of changes.
+    void tellChanges() { tellsChanges_ = true; }
 
     std::optional<std::vector<OnScreenWindow>> windows = std::vector<OnScreenWindow>();  // absent: no answer
     mutable int reads = 0;
@@ -28,6 +32,13 @@ class SimulatedOverview final : public OnScreenWindows {
         ++reads;
         return windows;
     }
+    Subscription onChanged(std::function<void()> action) override {
+        return tellsChanges_ ? changed_.subscribe(std::move(action)) : Subscription();
+    }
+
+  private:
+    bool tellsChanges_ = false;
+    Observers<> changed_;
 };
 
 }  // namespace platform::simulated

@@ -38,12 +38,16 @@ std::span<const std::string_view> OverviewPrograms::names() {
 }
 
 OverviewPrograms::OverviewPrograms(XConnection& connection, const Atoms& atoms, XEvents& events,
-                                   RunLoop& runLoop, const Screens& screens)
+                                   RunLoop& runLoop, Screens& screens)
     : connection_(connection),
       atoms_(atoms),
       runLoop_(runLoop),
       screens_(screens),
-      subscription_(events.subscribe([this](const auto& event) { handle(event); })) {
+      screensChanged_(screens.onParametersChanged([this] { update(); })),
+      subscription_(events.subscribe([this](const auto& event) {
+          handle(event);
+          update();
+      })) {
     events.selectOnRoot(XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
     readClients();
 }
@@ -52,8 +56,10 @@ OverviewPrograms::~OverviewPrograms() {
     for (const auto& question : questions_) xcb_discard_reply(connection_.get(), question.sequence);
 }
 
-bool OverviewPrograms::isOverviewOpen() const {
-    return std::ranges::any_of(overviews_, [this](const auto& entry) { return fillsAScreen(entry.second); });
+void OverviewPrograms::update() {
+    const bool isOpen =
+        std::ranges::any_of(overviews_, [this](const auto& entry) { return fillsAScreen(entry.second); });
+    if (std::exchange(isOpen_, isOpen) != isOpen) tellOverviewChanged();
 }
 
 bool OverviewPrograms::fillsAScreen(const Window& window) const {
@@ -130,6 +136,7 @@ void OverviewPrograms::collectAnswers() {
         question.handle(reply.get());
     }
     if (!questions_.empty()) collectLater(kSlowAnswerTime);
+    update();
 }
 
 // One that is going on may be answered from before the latest change.

@@ -24,12 +24,12 @@ class OverviewPrograms final : public OverviewSource {
     [[nodiscard]] static std::span<const std::string_view> names();
 
     OverviewPrograms(XConnection& connection, const Atoms& atoms, XEvents& events, RunLoop& runLoop,
-                     const Screens& screens);
+                     Screens& screens);
     ~OverviewPrograms() override;
     OverviewPrograms(const OverviewPrograms&) = delete;
     OverviewPrograms& operator=(const OverviewPrograms&) = delete;
 
-    [[nodiscard]] bool isOverviewOpen() const override;
+    [[nodiscard]] bool isOverviewOpen() const override { return isOpen_; }
 
   private:
     struct PixelSize {
@@ -57,6 +57,7 @@ class OverviewPrograms final : public OverviewSource {
     void look(xcb_window_t window);
     void follow(xcb_window_t window);
     [[nodiscard]] bool fillsAScreen(const Window& window) const;
+    void update();
 
     XConnection& connection_;
     const Atoms& atoms_;
@@ -67,7 +68,9 @@ class OverviewPrograms final : public OverviewSource {
     std::vector<Question> questions_;           // oldest first
     bool readsClients_ = false;                 // the list of clients has been asked for
     bool readsClientsAgain_ = false;
+    bool isOpen_ = false;
     Timer answersDue_;
+    Subscription screensChanged_;
     Subscription subscription_;
 };
 

@@ -13,7 +13,7 @@ std::vector<std::string> programNames() {
 
 Overview::Overview(SessionBus& bus, platform::RunLoop& runLoop, platform::x11::XConnection& connection,
                    const platform::x11::Atoms& atoms, platform::x11::XEvents& events,
-                   const platform::Screens& screens, platform::KeyMonitor& keys, SpaceKeys& spaceKeys)
+                   platform::Screens& screens, platform::KeyMonitor& keys, SpaceKeys& spaceKeys)
     : kwin_(bus, runLoop),
       gnomeShell_(bus, ShellOverview::gnomeShell()),
       cinnamon_(bus, ShellOverview::cinnamon()),

@@ -15,10 +15,10 @@ class Overview {
     // What is passed outlives the overview.
     Overview(platform::freedesktop::SessionBus& bus, platform::RunLoop& runLoop,
              platform::x11::XConnection& connection, const platform::x11::Atoms& atoms,
-             platform::x11::XEvents& events, const platform::Screens& screens, platform::KeyMonitor& keys,
+             platform::x11::XEvents& events, platform::Screens& screens, platform::KeyMonitor& keys,
              platform::freedesktop::SpaceKeys& spaceKeys);
 
-    [[nodiscard]] const platform::OnScreenWindows& windows() const { return windows_; }
+    [[nodiscard]] platform::OnScreenWindows& windows() { return windows_; }
     [[nodiscard]] platform::ApplicationLauncher& launcher() { return launcher_; }
     [[nodiscard]] platform::freedesktop::KwinOverview& kwin() { return kwin_; }
 

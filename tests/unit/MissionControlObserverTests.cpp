@@ -195,6 +195,29 @@ TEST_F(MissionControlObserverTests, PollsOnlyAsOftenAsNeeded) {
     EXPECT_TRUE(observer_.isPolling()) << "a Space switch ends a pause";
 }
 
+TEST_F(MissionControlObserverTests, RestsWhereTheListTellsOfItsChanges) {
+    desktop_.overview.tellChanges();
+    MissionControlObserver observer(desktop_.runLoop, desktop_.overview, desktop_.defaults);
+    desktop_.overview.setOpen(true);
+    EXPECT_EQ(desktop_.overview.reads, 0) << "not before it has been started";
+    desktop_.overview.setOpen(false);
+    observer.start();
+    for (int round = 0; round < 2; ++round) {
+        wait(2);
+        EXPECT_EQ(desktop_.runLoop.pendingTimers(), 0U);
+        EXPECT_TRUE(observer.isPolling());
+        desktop_.overview.setOpen(true);
+        EXPECT_TRUE(observer.isActive().get()) << "at once";
+        desktop_.overview.setOpen(false);
+        wait(0.3);
+        EXPECT_FALSE(observer.isActive().get()) << "when it has lasted";
+    }
+    show({kPlain});
+    observer.expectChange();
+    wait(3);
+    EXPECT_EQ(desktop_.runLoop.pendingTimers(), 1U) << "what is on the screen may change its meaning";
+}
+
 TEST_F(MissionControlObserverTests, TakesTheFallbackUnlessItIsSwitchedOff) {
     for (const auto& [value, open] : std::vector<std::pair<std::optional<platform::DefaultsValue>, bool>>{
              {std::nullopt, true}, {false, false}, {std::string("no"), true}, {true, true}}) {

@@ -44,16 +44,27 @@ class OverviewTests : public testing::Test {
 TEST_F(OverviewTests, ShowsAWindowOfTheDockWhileAnyOverviewIsOpen) {
     struct Source final : OverviewSource {
         [[nodiscard]] bool isOverviewOpen() const override { return isOpen; }
+        void setOpen(bool open) {
+            isOpen = open;
+            tellOverviewChanged();
+        }
         bool isOpen = false;
     };
     Source first, second;
-    const DesktopOverview overview({&first, &second});
-    for (const bool firstIsOpen : {false, true})
-        for (const bool secondIsOpen : {false, true}) {
-            first.isOpen = firstIsOpen;
-            second.isOpen = secondIsOpen;
-            EXPECT_EQ(overview.copyOnScreenWindows()->size(), firstIsOpen || secondIsOpen ? 1U : 0U);
-        }
+    DesktopOverview overview({&first, &second});
+    int changes = 0;
+    const auto subscription = overview.onChanged([&] { ++changes; });
+    for (const auto& [firstIsOpen, secondIsOpen, changed] : {std::tuple(true, false, true),
+                                                             {true, true, false},
+                                                             {false, true, false},
+                                                             {false, false, true},
+                                                             {false, true, true}}) {
+        changes = 0;
+        first.setOpen(firstIsOpen);
+        second.setOpen(secondIsOpen);
+        EXPECT_EQ(overview.copyOnScreenWindows()->size(), firstIsOpen || secondIsOpen ? 1U : 0U);
+        EXPECT_EQ(changes, changed ? 1 : 0);
+    }
     const auto detection = orvellos::classify(orvellos::dockWindows(*overview.copyOnScreenWindows()), false);
     EXPECT_TRUE(detection.sawAppIcon);
     EXPECT_EQ(detection.l17ChipCount, 1U) << "without a doubt";
