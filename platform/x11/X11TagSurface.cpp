@@ -447,20 +447,18 @@ void X11TagSurface::handle(const xcb_generic_event_t& event) {
         case XCB_MOTION_NOTIFY:
             gesture_.handle(event);
             break;
-        case XCB_MAP_NOTIFY:
-            // A window manager that takes a window over with an empty input shape may overlook it; a change
-            // it follows. Not at once: one that is just ending maps its windows too, and openbox hangs when
-            // an event of this kind is the last that it gets.
+        case XCB_REPARENT_NOTIFY:
+            if (reinterpret_cast<const xcb_reparent_notify_event_t&>(event).parent ==
+                context_.connection.root())
+                break;
+            // KWin writes no WM_STATE on a window that is not on the current desktop.
+            becomeManaged();
+            // The input shape that a window comes with may be overlooked; a change is followed. Not at once:
+            // when a window manager ends soon, openbox hangs if that is the last event that it gets.
             shapeTimer_ = context_.runLoop.after(kManagerHasTakenOver, [this] {
                 input_ = InputShape::Unset;
                 commitLater();
             });
-            break;
-        case XCB_REPARENT_NOTIFY:
-            // KWin writes no WM_STATE on a window that is not on the current desktop.
-            if (reinterpret_cast<const xcb_reparent_notify_event_t&>(event).parent !=
-                context_.connection.root())
-                becomeManaged();
             break;
         case XCB_CONFIGURE_NOTIFY:
             placementTimer_ = context_.runLoop.after(kPlacementSettles, [this] { verifyPlacement(); });
