@@ -38,7 +38,7 @@ std::span<const std::string_view> OverviewPrograms::names() {
 }
 
 OverviewPrograms::OverviewPrograms(XConnection& connection, const Atoms& atoms, XEvents& events,
-                                   RunLoop& runLoop, Screens& screens)
+                                   RunLoop& runLoop, Screens& screens, bool seesUnmanaged)
     : connection_(connection),
       atoms_(atoms),
       runLoop_(runLoop),
@@ -48,7 +48,8 @@ OverviewPrograms::OverviewPrograms(XConnection& connection, const Atoms& atoms, 
           handle(event);
           update();
       })) {
-    events.selectOnRoot(XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
+    events.selectOnRoot(XCB_EVENT_MASK_PROPERTY_CHANGE);
+    if (seesUnmanaged) events.selectOnRoot(XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
     readClients();
 }
 

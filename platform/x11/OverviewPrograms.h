@@ -16,15 +16,17 @@
 namespace platform::x11 {
 
 // Programs whose full-screen window is an overview of windows and desktops, whatever the window manager.
-// Windows are looked at when they appear, managed or not; one of such a program is followed from then on. The
-// server is asked without waiting.
+// Windows are looked at when they appear; one of such a program is followed from then on. The server is asked
+// without waiting.
 class OverviewPrograms final : public OverviewSource {
   public:
     // The names under which the programs are installed, which are also their windows' classes.
     [[nodiscard]] static std::span<const std::string_view> names();
 
+    // Windows that no window manager manages are seen only when `seesUnmanaged`, because the server then
+    // tells of every window that any program shows, moves or hides.
     OverviewPrograms(XConnection& connection, const Atoms& atoms, XEvents& events, RunLoop& runLoop,
-                     Screens& screens);
+                     Screens& screens, bool seesUnmanaged);
     ~OverviewPrograms() override;
     OverviewPrograms(const OverviewPrograms&) = delete;
     OverviewPrograms& operator=(const OverviewPrograms&) = delete;

@@ -1,5 +1,9 @@
 #include "programs/orvellos/Overview.h"
 
+#include <algorithm>
+
+#include "platform/freedesktop/ProgramSearch.h"
+
 using namespace platform::freedesktop;
 
 namespace {
@@ -17,7 +21,8 @@ Overview::Overview(SessionBus& bus, platform::RunLoop& runLoop, platform::x11::X
     : kwin_(bus, runLoop),
       gnomeShell_(bus, ShellOverview::gnomeShell()),
       cinnamon_(bus, ShellOverview::cinnamon()),
-      programs_(connection, atoms, events, runLoop, screens),
+      programs_(connection, atoms, events, runLoop, screens,
+                std::ranges::any_of(platform::x11::OverviewPrograms::names(), isProgramInstalled)),
       windows_({&kwin_, &gnomeShell_, &cinnamon_, &programs_}),
       launcher_(bus, runLoop, {&kwin_, &gnomeShell_, &cinnamon_}, programNames()),
       hints_(events,

@@ -57,7 +57,7 @@ struct Watcher {
     platform::freedesktop::KwinOverview kwin{bus, mainLoop.runLoop};
     platform::x11::X11Screens screens{*connection, events, mainLoop.runLoop, 1};
     platform::x11::Atoms atoms = platform::x11::Atoms::intern(*connection);
-    platform::x11::OverviewPrograms programs{*connection, atoms, events, mainLoop.runLoop, screens};
+    platform::x11::OverviewPrograms programs{*connection, atoms, events, mainLoop.runLoop, screens, true};
     platform::freedesktop::DesktopOverview overview{{&kwin, &programs}};
     int hintCount = 0;
     platform::x11::OverviewHints hints{events, [this] {
