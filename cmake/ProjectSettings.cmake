@@ -16,9 +16,9 @@ if(ORVELLOS_SANITIZE)
     endif()
 endif()
 
-# Adds a static library of every source file in the calling folder.
+# Adds a static library of every source file in the calling folder and the folders in it.
 function(add_project_library name)
-    file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp" "${CMAKE_CURRENT_SOURCE_DIR}/*.h")
+    file(GLOB_RECURSE sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp" "${CMAKE_CURRENT_SOURCE_DIR}/*.h")
     add_library(${name} STATIC ${sources})
     target_link_libraries(${name} PUBLIC project_settings ${ARGN})
     set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
