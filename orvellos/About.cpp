@@ -2,8 +2,8 @@
 
 #include <fmt/format.h>
 
-#include "orvellos/ApplicationVersion.h"
 #include "orvellos/HotkeyNames.h"
+#include "orvellos/base/ApplicationVersion.h"
 
 namespace orvellos {
 

@@ -5,10 +5,10 @@
 #include <array>
 #include <string_view>
 
-#include "orvellos/DebugLog.h"
 #include "orvellos/Hotkeys.h"
 #include "orvellos/MainMenuItems.h"
 #include "orvellos/OwnKeys.h"
+#include "orvellos/base/DebugLog.h"
 
 namespace orvellos {
 

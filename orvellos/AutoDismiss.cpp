@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "orvellos/DebugLog.h"
+#include "orvellos/base/DebugLog.h"
 
 namespace orvellos {
 

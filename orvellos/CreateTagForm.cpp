@@ -1,6 +1,6 @@
 #include "orvellos/CreateTagForm.h"
 
-#include "orvellos/TrimmedText.h"
+#include "orvellos/base/TrimmedText.h"
 
 namespace orvellos {
 

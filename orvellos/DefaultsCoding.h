@@ -9,7 +9,7 @@
 #include <variant>
 
 #include "orvellos/AnchoredPosition.h"
-#include "orvellos/RawValues.h"
+#include "orvellos/base/RawValues.h"
 #include "platform/DefaultsStore.h"
 
 namespace orvellos {

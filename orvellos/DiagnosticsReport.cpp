@@ -4,8 +4,8 @@
 
 #include <string_view>
 
-#include "orvellos/ApplicationVersion.h"
-#include "orvellos/DebugLog.h"
+#include "orvellos/base/ApplicationVersion.h"
+#include "orvellos/base/DebugLog.h"
 #include "platform/LocalTime.h"
 
 namespace orvellos {

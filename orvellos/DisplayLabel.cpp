@@ -2,7 +2,7 @@
 
 #include <utf8proc.h>
 
-#include "orvellos/GraphemeClusters.h"
+#include "orvellos/base/GraphemeClusters.h"
 
 namespace orvellos {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "orvellos/DebugLog.h"
+#include "orvellos/base/DebugLog.h"
 
 namespace orvellos {
 

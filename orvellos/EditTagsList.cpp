@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "orvellos/DisplayLabel.h"
-#include "orvellos/TrimmedText.h"
+#include "orvellos/base/TrimmedText.h"
 
 namespace orvellos {
 

@@ -3,7 +3,7 @@
 #include <set>
 #include <string>
 
-#include "orvellos/Published.h"
+#include "orvellos/base/Published.h"
 
 namespace orvellos {
 

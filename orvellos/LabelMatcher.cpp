@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <limits>
 
-#include "orvellos/GraphemeClusters.h"
-#include "orvellos/TextCase.h"
+#include "orvellos/base/GraphemeClusters.h"
+#include "orvellos/base/TextCase.h"
 
 namespace orvellos {
 

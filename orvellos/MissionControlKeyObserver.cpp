@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "orvellos/DebugLog.h"
+#include "orvellos/base/DebugLog.h"
 
 namespace orvellos {
 

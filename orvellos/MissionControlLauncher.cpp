@@ -1,6 +1,6 @@
 #include "orvellos/MissionControlLauncher.h"
 
-#include "orvellos/DebugLog.h"
+#include "orvellos/base/DebugLog.h"
 
 namespace orvellos {
 

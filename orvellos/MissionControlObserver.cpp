@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
-#include "orvellos/DebugLog.h"
 #include "orvellos/DefaultsCoding.h"
+#include "orvellos/base/DebugLog.h"
 
 namespace orvellos {
 

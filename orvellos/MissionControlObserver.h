@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "orvellos/DockWindow.h"
-#include "orvellos/Published.h"
+#include "orvellos/base/Published.h"
 #include "platform/DefaultsStore.h"
 #include "platform/OnScreenWindows.h"
 #include "platform/RunLoop.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "orvellos/RawValues.h"
+#include "orvellos/base/RawValues.h"
 
 namespace orvellos {
 

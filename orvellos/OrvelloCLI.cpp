@@ -6,9 +6,9 @@
 #include <charconv>
 #include <cmath>
 
-#include "orvellos/PrettyJson.h"
 #include "orvellos/SpaceScript.h"
 #include "orvellos/TagLabels.h"
+#include "orvellos/base/PrettyJson.h"
 
 namespace orvellos {
 

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "orvellos/DebugLog.h"
 #include "orvellos/TagColor.h"
+#include "orvellos/base/DebugLog.h"
 
 namespace orvellos {
 

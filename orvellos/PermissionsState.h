@@ -3,7 +3,7 @@
 #include <functional>
 
 #include "orvellos/PrivacyPermissions.h"
-#include "orvellos/Published.h"
+#include "orvellos/base/Published.h"
 
 namespace orvellos {
 

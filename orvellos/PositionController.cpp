@@ -4,10 +4,10 @@
 
 #include <algorithm>
 
-#include "orvellos/DebugLog.h"
-#include "orvellos/Describe.h"
 #include "orvellos/HomeTarget.h"
 #include "orvellos/TagLayout.h"
+#include "orvellos/base/DebugLog.h"
+#include "orvellos/base/Describe.h"
 
 namespace orvellos {
 

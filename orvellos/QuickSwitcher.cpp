@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "orvellos/DisplayLabel.h"
-#include "orvellos/TextCase.h"
-#include "orvellos/TrimmedText.h"
+#include "orvellos/base/TextCase.h"
+#include "orvellos/base/TrimmedText.h"
 #include "platform/KeyMonitor.h"
 
 namespace orvellos {

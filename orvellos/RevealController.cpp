@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-#include "orvellos/DebugLog.h"
+#include "orvellos/base/DebugLog.h"
 
 namespace orvellos {
 

@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "orvellos/DefaultsCoding.h"
-#include "orvellos/Published.h"
+#include "orvellos/base/Published.h"
 #include "platform/DefaultsStore.h"
 
 namespace orvellos {

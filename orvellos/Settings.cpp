@@ -5,7 +5,7 @@
 #include <string>
 #include <variant>
 
-#include "orvellos/DebugLog.h"
+#include "orvellos/base/DebugLog.h"
 
 namespace orvellos {
 

@@ -7,11 +7,11 @@
 
 #include "orvellos/AnchoredPosition.h"
 #include "orvellos/MissionControlStyle.h"
-#include "orvellos/Published.h"
 #include "orvellos/Setting.h"
 #include "orvellos/TagShape.h"
 #include "orvellos/TagSize.h"
 #include "orvellos/TagVisibilityMode.h"
+#include "orvellos/base/Published.h"
 #include "platform/DefaultsStore.h"
 #include "platform/LoginItem.h"
 #include "platform/Screens.h"

@@ -4,8 +4,8 @@
 #include <array>
 #include <utility>
 
-#include "orvellos/ApplicationVersion.h"
 #include "orvellos/HotkeyNames.h"
+#include "orvellos/base/ApplicationVersion.h"
 
 namespace orvellos {
 

@@ -6,10 +6,10 @@
 #include <vector>
 
 #include "orvellos/DriftDetector.h"
-#include "orvellos/Published.h"
 #include "orvellos/SpaceIdentifier.h"
 #include "orvellos/Tag.h"
 #include "orvellos/TagWindow.h"
+#include "orvellos/base/Published.h"
 
 namespace orvellos {
 

@@ -4,10 +4,10 @@
 
 #include <algorithm>
 
-#include "orvellos/ApplicationVersion.h"
 #include "orvellos/DisplayLabel.h"
 #include "orvellos/Hotkeys.h"
 #include "orvellos/TagColor.h"
+#include "orvellos/base/ApplicationVersion.h"
 
 namespace orvellos {
 

@@ -6,7 +6,7 @@
 #include <charconv>
 #include <cmath>
 
-#include "orvellos/TrimmedText.h"
+#include "orvellos/base/TrimmedText.h"
 
 namespace orvellos {
 

@@ -7,7 +7,7 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
-#include "orvellos/PrettyJson.h"
+#include "orvellos/base/PrettyJson.h"
 #include "platform/JsonText.h"
 
 namespace orvellos {

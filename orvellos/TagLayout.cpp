@@ -4,8 +4,8 @@
 #include <cmath>
 #include <string_view>
 
-#include "orvellos/GraphemeClusters.h"
-#include "orvellos/PathGeometry.h"
+#include "orvellos/base/GraphemeClusters.h"
+#include "orvellos/base/PathGeometry.h"
 
 namespace orvellos {
 

@@ -4,9 +4,9 @@
 
 #include <algorithm>
 
-#include "orvellos/DebugLog.h"
-#include "orvellos/Describe.h"
 #include "orvellos/DisplayLabel.h"
+#include "orvellos/base/DebugLog.h"
+#include "orvellos/base/Describe.h"
 
 namespace orvellos {
 

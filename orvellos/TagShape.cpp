@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "orvellos/PathGeometry.h"
+#include "orvellos/base/PathGeometry.h"
 
 namespace orvellos {
 

@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "orvellos/RawValues.h"
+#include "orvellos/base/RawValues.h"
 #include "platform/Screens.h"
 
 namespace orvellos {

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "orvellos/DebugLog.h"
 #include "orvellos/TagJson.h"
+#include "orvellos/base/DebugLog.h"
 #include "platform/LocalTime.h"
 
 namespace orvellos {

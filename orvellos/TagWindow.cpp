@@ -6,10 +6,10 @@
 #include <cmath>
 #include <utility>
 
-#include "orvellos/DebugLog.h"
-#include "orvellos/Describe.h"
-#include "orvellos/PathGeometry.h"
 #include "orvellos/TagColor.h"
+#include "orvellos/base/DebugLog.h"
+#include "orvellos/base/Describe.h"
+#include "orvellos/base/PathGeometry.h"
 
 namespace orvellos {
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <utility>
 
-#include "orvellos/ApplicationVersion.h"
-#include "orvellos/DebugLog.h"
+#include "orvellos/base/ApplicationVersion.h"
+#include "orvellos/base/DebugLog.h"
 
 namespace orvellos {
 

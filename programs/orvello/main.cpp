@@ -11,10 +11,10 @@
 #include <string_view>
 #include <vector>
 
-#include "orvellos/DebugLog.h"
 #include "orvellos/OrvelloCLI.h"
 #include "orvellos/SpaceSwitcher.h"
 #include "orvellos/TagStore.h"
+#include "orvellos/base/DebugLog.h"
 #include "platform/freedesktop/JournalSystemLog.h"
 #include "platform/freedesktop/PosixChildProcesses.h"
 #include "platform/freedesktop/PosixFileSystem.h"

@@ -4,8 +4,8 @@
 
 #include <cstdlib>
 
-#include "orvellos/DebugLog.h"
 #include "orvellos/DiagnosticsReport.h"
+#include "orvellos/base/DebugLog.h"
 #include "platform/freedesktop/CurrentDesktop.h"
 #include "platform/freedesktop/ProgramLocations.h"
 #include "platform/freedesktop/StandardStreams.h"

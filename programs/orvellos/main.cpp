@@ -9,7 +9,7 @@
 #include <mutex>
 
 #include "orvellos/AppDelegate.h"
-#include "orvellos/DebugLog.h"
+#include "orvellos/base/DebugLog.h"
 #include "platform/freedesktop/BusMessage.h"
 #include "platform/freedesktop/JournalSystemLog.h"
 #include "platform/freedesktop/StandardStreams.h"

@@ -7,12 +7,12 @@
 #include <string_view>
 #include <vector>
 
-#include "orvellos/DebugLog.h"
 #include "orvellos/EditingContext.h"
 #include "orvellos/PrivacyPermissions.h"
 #include "orvellos/Settings.h"
 #include "orvellos/SpaceIdentifier.h"
 #include "orvellos/TagManager.h"
+#include "orvellos/base/DebugLog.h"
 #include "platform/simulated/SimulatedDesktop.h"
 #include "tests/support/TimeZone.h"
 

@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-#include "orvellos/ApplicationVersion.h"
+#include "orvellos/base/ApplicationVersion.h"
 #include "tests/support/ApplicationTest.h"
 
 namespace orvellos {

@@ -1,6 +1,6 @@
 #include "orvellos/StatusItemController.h"
 
-#include "orvellos/ApplicationVersion.h"
+#include "orvellos/base/ApplicationVersion.h"
 #include "tests/support/InterfaceTest.h"
 
 namespace orvellos {

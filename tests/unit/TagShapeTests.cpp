@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "orvellos/PathGeometry.h"
+#include "orvellos/base/PathGeometry.h"
 
 namespace orvellos {
 

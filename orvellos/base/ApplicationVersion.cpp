@@ -1,4 +1,4 @@
-#include "orvellos/ApplicationVersion.h"
+#include "orvellos/base/ApplicationVersion.h"
 
 #include <BuildInformation.h>
 #include <fmt/format.h>

@@ -1,4 +1,4 @@
-#include "orvellos/GraphemeClusters.h"
+#include "orvellos/base/GraphemeClusters.h"
 
 #include <utf8proc.h>
 

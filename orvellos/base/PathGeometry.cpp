@@ -1,4 +1,4 @@
-#include "orvellos/PathGeometry.h"
+#include "orvellos/base/PathGeometry.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "orvellos/DebugLog.h"
+#include "orvellos/base/DebugLog.h"
 
 #include <fmt/format.h>
 

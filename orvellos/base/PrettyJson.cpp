@@ -1,4 +1,4 @@
-#include "orvellos/PrettyJson.h"
+#include "orvellos/base/PrettyJson.h"
 
 #include <fmt/format.h>
 

@@ -1,4 +1,4 @@
-#include "orvellos/TextCase.h"
+#include "orvellos/base/TextCase.h"
 
 #include <utf8proc.h>
 

@@ -1,4 +1,4 @@
-#include "orvellos/TrimmedText.h"
+#include "orvellos/base/TrimmedText.h"
 
 #include <utf8proc.h>
 
