@@ -14,8 +14,8 @@
 
 #include "benchmarks/PairedRuns.h"
 #include "benchmarks/Row.h"
-#include "orvellos/TagJson.h"
-#include "orvellos/TagStore.h"
+#include "orvellos/tags/TagJson.h"
+#include "orvellos/tags/TagStore.h"
 #include "platform/freedesktop/PosixFileSystem.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "tests/support/TemporaryFolder.h"

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "orvellos/Settings.h"
-#include "orvellos/Tag.h"
+#include "orvellos/tags/Tag.h"
 #include "platform/FileBrowser.h"
 #include "platform/FileSystem.h"
 #include "platform/Folders.h"

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "orvellos/TagID.h"
+#include "orvellos/tags/TagID.h"
 #include "platform/Identifiers.h"
 
 namespace orvellos {

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "orvellos/DisplayLabel.h"
 #include "orvellos/base/TrimmedText.h"
+#include "orvellos/tags/DisplayLabel.h"
 
 namespace orvellos {
 

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "orvellos/Tag.h"
+#include "orvellos/tags/Tag.h"
 
 namespace orvellos {
 

@@ -7,10 +7,10 @@
 #include <array>
 #include <cstdlib>
 
-#include "orvellos/DisplayLabel.h"
 #include "orvellos/SpaceScript.h"
 #include "orvellos/SpaceSwitcher.h"
 #include "orvellos/base/DebugLog.h"
+#include "orvellos/tags/DisplayLabel.h"
 
 namespace orvellos {
 

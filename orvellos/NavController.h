@@ -10,7 +10,7 @@
 #include "orvellos/NavRemedy.h"
 #include "orvellos/Settings.h"
 #include "orvellos/SpaceIdentifier.h"
-#include "orvellos/Tag.h"
+#include "orvellos/tags/Tag.h"
 #include "platform/Alerts.h"
 #include "platform/ChildProcesses.h"
 #include "platform/KeyPoster.h"

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "orvellos/TagColor.h"
 #include "orvellos/base/DebugLog.h"
+#include "orvellos/tags/TagColor.h"
 
 namespace orvellos {
 

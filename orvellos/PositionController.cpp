@@ -5,9 +5,9 @@
 #include <algorithm>
 
 #include "orvellos/HomeTarget.h"
-#include "orvellos/TagLayout.h"
 #include "orvellos/base/DebugLog.h"
 #include "orvellos/base/Describe.h"
+#include "orvellos/tags/TagLayout.h"
 
 namespace orvellos {
 

@@ -6,9 +6,9 @@
 
 #include "orvellos/Settings.h"
 #include "orvellos/SpaceIdentifier.h"
-#include "orvellos/Tag.h"
-#include "orvellos/TagSize.h"
 #include "orvellos/TagWindow.h"
+#include "orvellos/tags/Tag.h"
+#include "orvellos/tags/TagSize.h"
 #include "platform/Screens.h"
 #include "platform/TextMeasurer.h"
 

@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "orvellos/DisplayLabel.h"
 #include "orvellos/base/TextCase.h"
 #include "orvellos/base/TrimmedText.h"
+#include "orvellos/tags/DisplayLabel.h"
 #include "platform/KeyMonitor.h"
 
 namespace orvellos {

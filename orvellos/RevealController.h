@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "orvellos/Settings.h"
-#include "orvellos/Tag.h"
-#include "orvellos/TagSize.h"
 #include "orvellos/TagWindow.h"
+#include "orvellos/tags/Tag.h"
+#include "orvellos/tags/TagSize.h"
 #include "platform/RunLoop.h"
 
 namespace orvellos {

@@ -6,12 +6,12 @@
 #include <string>
 
 #include "orvellos/AnchoredPosition.h"
-#include "orvellos/MissionControlStyle.h"
 #include "orvellos/Setting.h"
-#include "orvellos/TagShape.h"
-#include "orvellos/TagSize.h"
 #include "orvellos/TagVisibilityMode.h"
 #include "orvellos/base/Published.h"
+#include "orvellos/tags/MissionControlStyle.h"
+#include "orvellos/tags/TagShape.h"
+#include "orvellos/tags/TagSize.h"
 #include "platform/DefaultsStore.h"
 #include "platform/LoginItem.h"
 #include "platform/Screens.h"

@@ -7,9 +7,9 @@
 
 #include "orvellos/DriftDetector.h"
 #include "orvellos/SpaceIdentifier.h"
-#include "orvellos/Tag.h"
 #include "orvellos/TagWindow.h"
 #include "orvellos/base/Published.h"
+#include "orvellos/tags/Tag.h"
 
 namespace orvellos {
 

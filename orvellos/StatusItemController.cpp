@@ -4,10 +4,10 @@
 
 #include <algorithm>
 
-#include "orvellos/DisplayLabel.h"
 #include "orvellos/Hotkeys.h"
-#include "orvellos/TagColor.h"
 #include "orvellos/base/ApplicationVersion.h"
+#include "orvellos/tags/DisplayLabel.h"
+#include "orvellos/tags/TagColor.h"
 
 namespace orvellos {
 

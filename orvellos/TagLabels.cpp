@@ -4,7 +4,7 @@
 #include <unordered_map>
 #include <utility>
 
-#include "orvellos/LabelMatcher.h"
+#include "orvellos/tags/LabelMatcher.h"
 #include "platform/JsonText.h"
 
 namespace orvellos {

@@ -4,9 +4,9 @@
 
 #include <algorithm>
 
-#include "orvellos/DisplayLabel.h"
 #include "orvellos/base/DebugLog.h"
 #include "orvellos/base/Describe.h"
+#include "orvellos/tags/DisplayLabel.h"
 
 namespace orvellos {
 

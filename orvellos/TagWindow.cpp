@@ -6,10 +6,10 @@
 #include <cmath>
 #include <utility>
 
-#include "orvellos/TagColor.h"
 #include "orvellos/base/DebugLog.h"
 #include "orvellos/base/Describe.h"
 #include "orvellos/base/PathGeometry.h"
+#include "orvellos/tags/TagColor.h"
 
 namespace orvellos {
 

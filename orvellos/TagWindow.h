@@ -9,9 +9,9 @@
 #include "orvellos/EditingContext.h"
 #include "orvellos/HomeTarget.h"
 #include "orvellos/Settings.h"
-#include "orvellos/Tag.h"
-#include "orvellos/TagLayout.h"
-#include "orvellos/TagSize.h"
+#include "orvellos/tags/Tag.h"
+#include "orvellos/tags/TagLayout.h"
+#include "orvellos/tags/TagSize.h"
 #include "platform/Screens.h"
 #include "platform/WindowSystem.h"
 

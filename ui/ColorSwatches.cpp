@@ -11,7 +11,7 @@
 #include <array>
 
 #include "orvellos/CreateTagForm.h"
-#include "orvellos/TagColor.h"
+#include "orvellos/tags/TagColor.h"
 #include "ui/FocusRing.h"
 #include "ui/PlainText.h"
 #include "ui/QtColor.h"

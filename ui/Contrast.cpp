@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "orvellos/TagColor.h"
+#include "orvellos/tags/TagColor.h"
 #include "ui/QtColor.h"
 
 namespace ui {

@@ -12,7 +12,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "orvellos/TagColor.h"
+#include "orvellos/tags/TagColor.h"
 #include "ui/ColorSwatches.h"
 #include "ui/ElidedLabel.h"
 #include "ui/FormParts.h"

@@ -5,7 +5,7 @@
 #include <QWidget>
 #include <string_view>
 
-#include "orvellos/DisplayLabel.h"
+#include "orvellos/tags/DisplayLabel.h"
 
 namespace ui {
 

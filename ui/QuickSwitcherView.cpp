@@ -14,7 +14,7 @@
 #include <QVBoxLayout>
 #include <optional>
 
-#include "orvellos/TagColor.h"
+#include "orvellos/tags/TagColor.h"
 #include "platform/KeyMonitor.h"
 #include "ui/FormParts.h"
 #include "ui/Metrics.h"

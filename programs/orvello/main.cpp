@@ -13,8 +13,8 @@
 
 #include "orvellos/OrvelloCLI.h"
 #include "orvellos/SpaceSwitcher.h"
-#include "orvellos/TagStore.h"
 #include "orvellos/base/DebugLog.h"
+#include "orvellos/tags/TagStore.h"
 #include "platform/freedesktop/JournalSystemLog.h"
 #include "platform/freedesktop/PosixChildProcesses.h"
 #include "platform/freedesktop/PosixFileSystem.h"

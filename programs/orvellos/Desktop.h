@@ -9,7 +9,7 @@
 #include "orvellos/Settings.h"
 #include "orvellos/SpaceIdentifier.h"
 #include "orvellos/TagManager.h"
-#include "orvellos/TagStore.h"
+#include "orvellos/tags/TagStore.h"
 #include "platform/freedesktop/AutostartLoginItem.h"
 #include "platform/freedesktop/FileManagerBrowser.h"
 #include "platform/freedesktop/InstanceLock.h"

@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "orvellos/TagJson.h"
+#include "orvellos/tags/TagJson.h"
 
 // Whatever a tag file holds, reading it must not crash, and tags that were read are saved and read unchanged.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "orvellos/TagManager.h"
-#include "orvellos/TagStore.h"
+#include "orvellos/tags/TagStore.h"
 #include "tests/support/ApplicationTest.h"
 
 namespace orvellos {

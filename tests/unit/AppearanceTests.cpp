@@ -11,7 +11,7 @@
 #include <QToolButton>
 #include <map>
 
-#include "orvellos/TagColor.h"
+#include "orvellos/tags/TagColor.h"
 #include "tests/support/PanelsTest.h"
 #include "ui/AlertBox.h"
 #include "ui/Contrast.h"

@@ -1,4 +1,4 @@
-#include "orvellos/DisplayLabel.h"
+#include "orvellos/tags/DisplayLabel.h"
 
 #include <gtest/gtest.h>
 

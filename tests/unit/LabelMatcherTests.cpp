@@ -1,4 +1,4 @@
-#include "orvellos/LabelMatcher.h"
+#include "orvellos/tags/LabelMatcher.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "orvellos/PanelController.h"
 
-#include "orvellos/TagColor.h"
+#include "orvellos/tags/TagColor.h"
 #include "tests/support/InterfaceTest.h"
 
 namespace orvellos {

@@ -1,4 +1,4 @@
-#include "orvellos/TagColor.h"
+#include "orvellos/tags/TagColor.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "orvellos/TagID.h"
+#include "orvellos/tags/TagID.h"
 
 #include <gtest/gtest.h>
 

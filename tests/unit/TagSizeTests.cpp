@@ -1,4 +1,4 @@
-#include "orvellos/TagSize.h"
+#include "orvellos/tags/TagSize.h"
 
 #include <gtest/gtest.h>
 

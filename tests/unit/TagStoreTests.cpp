@@ -1,8 +1,8 @@
-#include "orvellos/TagStore.h"
+#include "orvellos/tags/TagStore.h"
 
 #include <limits>
 
-#include "orvellos/TagJson.h"
+#include "orvellos/tags/TagJson.h"
 #include "tests/support/ApplicationTest.h"
 
 namespace orvellos {

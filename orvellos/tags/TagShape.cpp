@@ -1,4 +1,4 @@
-#include "orvellos/TagShape.h"
+#include "orvellos/tags/TagShape.h"
 
 #include <algorithm>
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "orvellos/Tag.h"
+#include "orvellos/tags/Tag.h"
 #include "platform/Result.h"
 
 namespace orvellos {

@@ -1,12 +1,12 @@
-#include "orvellos/TagStore.h"
+#include "orvellos/tags/TagStore.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <utility>
 
-#include "orvellos/TagJson.h"
 #include "orvellos/base/DebugLog.h"
+#include "orvellos/tags/TagJson.h"
 #include "platform/LocalTime.h"
 
 namespace orvellos {

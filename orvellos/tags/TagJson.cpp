@@ -1,4 +1,4 @@
-#include "orvellos/TagJson.h"
+#include "orvellos/tags/TagJson.h"
 
 #include <algorithm>
 #include <array>

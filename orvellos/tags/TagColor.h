@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "orvellos/Tag.h"
+#include "orvellos/tags/Tag.h"
 #include "platform/Color.h"
 
 namespace orvellos {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "orvellos/Tag.h"
+#include "orvellos/tags/Tag.h"
 #include "platform/FileSystem.h"
 #include "platform/Folders.h"
 

@@ -1,4 +1,4 @@
-#include "orvellos/TagLayout.h"
+#include "orvellos/tags/TagLayout.h"
 
 #include <algorithm>
 #include <cmath>

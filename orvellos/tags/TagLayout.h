@@ -3,8 +3,8 @@
 #include <optional>
 #include <string>
 
-#include "orvellos/MissionControlStyle.h"
-#include "orvellos/TagShape.h"
+#include "orvellos/tags/MissionControlStyle.h"
+#include "orvellos/tags/TagShape.h"
 #include "platform/Layers.h"
 #include "platform/TextMeasurer.h"
 

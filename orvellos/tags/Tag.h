@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "orvellos/TagID.h"
+#include "orvellos/tags/TagID.h"
 #include "platform/Geometry.h"
 
 namespace orvellos {
