@@ -8,8 +8,8 @@
 #include <cstdio>
 #include <stdexcept>
 
-#include "orvellos/HotkeyNames.h"
 #include "orvellos/StatusItemController.h"
+#include "orvellos/settings/HotkeyNames.h"
 #include "tests/support/PanelsTest.h"
 #include "ui/AlertBox.h"
 #include "ui/Appearance.h"

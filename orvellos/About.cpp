@@ -2,8 +2,8 @@
 
 #include <fmt/format.h>
 
-#include "orvellos/HotkeyNames.h"
 #include "orvellos/base/ApplicationVersion.h"
+#include "orvellos/settings/HotkeyNames.h"
 
 namespace orvellos {
 

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "orvellos/Settings.h"
+#include "orvellos/settings/Settings.h"
 #include "orvellos/tags/Tag.h"
 #include "platform/FileBrowser.h"
 #include "platform/FileSystem.h"

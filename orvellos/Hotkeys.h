@@ -1,11 +1,11 @@
 #pragma once
 
 #include "KeyboardShortcuts/Registry.h"
-#include "orvellos/HotkeyNames.h"
 #include "orvellos/PanelController.h"
-#include "orvellos/Settings.h"
 #include "orvellos/SpaceIdentifier.h"
 #include "orvellos/TagManager.h"
+#include "orvellos/settings/HotkeyNames.h"
+#include "orvellos/settings/Settings.h"
 
 namespace orvellos {
 

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
-#include "orvellos/DefaultsCoding.h"
 #include "orvellos/base/DebugLog.h"
+#include "orvellos/settings/DefaultsCoding.h"
 
 namespace orvellos {
 

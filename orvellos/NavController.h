@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "orvellos/NavRemedy.h"
-#include "orvellos/Settings.h"
 #include "orvellos/SpaceIdentifier.h"
+#include "orvellos/settings/Settings.h"
 #include "orvellos/tags/Tag.h"
 #include "platform/Alerts.h"
 #include "platform/ChildProcesses.h"

@@ -1,7 +1,7 @@
 #include "orvellos/OwnKeys.h"
 
-#include "orvellos/HotkeyNames.h"
 #include "orvellos/MainMenuItems.h"
+#include "orvellos/settings/HotkeyNames.h"
 
 namespace orvellos {
 

@@ -4,9 +4,9 @@
 #include <optional>
 #include <vector>
 
-#include "orvellos/Settings.h"
 #include "orvellos/SpaceIdentifier.h"
 #include "orvellos/TagWindow.h"
+#include "orvellos/settings/Settings.h"
 #include "orvellos/tags/Tag.h"
 #include "orvellos/tags/TagSize.h"
 #include "platform/Screens.h"

@@ -4,8 +4,8 @@
 #include <optional>
 #include <vector>
 
-#include "orvellos/Settings.h"
 #include "orvellos/TagWindow.h"
+#include "orvellos/settings/Settings.h"
 #include "orvellos/tags/Tag.h"
 #include "orvellos/tags/TagSize.h"
 #include "platform/RunLoop.h"

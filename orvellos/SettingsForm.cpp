@@ -4,8 +4,8 @@
 #include <array>
 #include <utility>
 
-#include "orvellos/HotkeyNames.h"
 #include "orvellos/base/ApplicationVersion.h"
+#include "orvellos/settings/HotkeyNames.h"
 
 namespace orvellos {
 

@@ -9,7 +9,7 @@
 
 #include "KeyboardShortcuts/Recorder.h"
 #include "orvellos/PermissionRow.h"
-#include "orvellos/Settings.h"
+#include "orvellos/settings/Settings.h"
 
 namespace orvellos {
 

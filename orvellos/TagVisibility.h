@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "orvellos/TagVisibilityMode.h"
+#include "orvellos/settings/TagVisibilityMode.h"
 
 namespace orvellos {
 

@@ -8,7 +8,7 @@
 #include "orvellos/Animation.h"
 #include "orvellos/EditingContext.h"
 #include "orvellos/HomeTarget.h"
-#include "orvellos/Settings.h"
+#include "orvellos/settings/Settings.h"
 #include "orvellos/tags/Tag.h"
 #include "orvellos/tags/TagLayout.h"
 #include "orvellos/tags/TagSize.h"

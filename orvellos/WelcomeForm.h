@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "orvellos/PermissionRow.h"
-#include "orvellos/Settings.h"
+#include "orvellos/settings/Settings.h"
 
 namespace orvellos {
 

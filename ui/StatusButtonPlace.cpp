@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "orvellos/DefaultsCoding.h"
 #include "orvellos/HomeTarget.h"
+#include "orvellos/settings/DefaultsCoding.h"
 
 namespace ui {
 

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "orvellos/AnchoredPosition.h"
+#include "orvellos/settings/AnchoredPosition.h"
 #include "platform/DefaultsStore.h"
 #include "platform/Screens.h"
 

@@ -1,4 +1,4 @@
-#include "orvellos/AnchoredPosition.h"
+#include "orvellos/settings/AnchoredPosition.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "orvellos/OwnKeys.h"
 
-#include "orvellos/HotkeyNames.h"
+#include "orvellos/settings/HotkeyNames.h"
 #include "tests/support/ApplicationTest.h"
 
 namespace orvellos {

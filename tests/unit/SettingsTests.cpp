@@ -1,4 +1,4 @@
-#include "orvellos/Settings.h"
+#include "orvellos/settings/Settings.h"
 
 #include <fmt/format.h>
 

@@ -8,8 +8,8 @@
 #include <utility>
 #include <variant>
 
-#include "orvellos/AnchoredPosition.h"
 #include "orvellos/base/RawValues.h"
+#include "orvellos/settings/AnchoredPosition.h"
 #include "platform/DefaultsStore.h"
 
 namespace orvellos {

@@ -1,4 +1,4 @@
-#include "orvellos/DefaultsCoding.h"
+#include "orvellos/settings/DefaultsCoding.h"
 
 #include <cmath>
 #include <nlohmann/json.hpp>

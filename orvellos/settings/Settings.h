@@ -5,10 +5,10 @@
 #include <optional>
 #include <string>
 
-#include "orvellos/AnchoredPosition.h"
-#include "orvellos/Setting.h"
-#include "orvellos/TagVisibilityMode.h"
 #include "orvellos/base/Published.h"
+#include "orvellos/settings/AnchoredPosition.h"
+#include "orvellos/settings/Setting.h"
+#include "orvellos/settings/TagVisibilityMode.h"
 #include "orvellos/tags/MissionControlStyle.h"
 #include "orvellos/tags/TagShape.h"
 #include "orvellos/tags/TagSize.h"

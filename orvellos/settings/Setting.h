@@ -4,8 +4,8 @@
 #include <string_view>
 #include <utility>
 
-#include "orvellos/DefaultsCoding.h"
 #include "orvellos/base/Published.h"
+#include "orvellos/settings/DefaultsCoding.h"
 #include "platform/DefaultsStore.h"
 
 namespace orvellos {
