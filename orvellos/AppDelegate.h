@@ -6,12 +6,12 @@
 
 #include "KeyboardShortcuts/Registry.h"
 #include "orvellos/PanelController.h"
-#include "orvellos/SpaceIdentifier.h"
 #include "orvellos/StatusItemController.h"
 #include "orvellos/TagManager.h"
 #include "orvellos/UndoToast.h"
 #include "orvellos/Updater.h"
 #include "orvellos/WaitingNote.h"
+#include "orvellos/spaces/SpaceIdentifier.h"
 #include "platform/MenuBar.h"
 #include "platform/RunLoop.h"
 #include "platform/RunningApplications.h"

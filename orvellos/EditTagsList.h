@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "orvellos/SpaceIdentifier.h"
 #include "orvellos/TagManager.h"
+#include "orvellos/spaces/SpaceIdentifier.h"
 
 namespace orvellos {
 

@@ -2,10 +2,10 @@
 
 #include "KeyboardShortcuts/Registry.h"
 #include "orvellos/PanelController.h"
-#include "orvellos/SpaceIdentifier.h"
 #include "orvellos/TagManager.h"
 #include "orvellos/settings/HotkeyNames.h"
 #include "orvellos/settings/Settings.h"
+#include "orvellos/spaces/SpaceIdentifier.h"
 
 namespace orvellos {
 

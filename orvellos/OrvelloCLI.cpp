@@ -6,9 +6,9 @@
 #include <charconv>
 #include <cmath>
 
-#include "orvellos/SpaceScript.h"
 #include "orvellos/TagLabels.h"
 #include "orvellos/base/PrettyJson.h"
+#include "orvellos/spaces/SpaceScript.h"
 
 namespace orvellos {
 

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "orvellos/SpaceIdentifier.h"
+#include "orvellos/spaces/SpaceIdentifier.h"
 #include "platform/ChildProcesses.h"
 #include "platform/WindowList.h"
 

@@ -4,9 +4,9 @@
 #include <optional>
 #include <vector>
 
-#include "orvellos/SpaceIdentifier.h"
 #include "orvellos/TagWindow.h"
 #include "orvellos/settings/Settings.h"
+#include "orvellos/spaces/SpaceIdentifier.h"
 #include "orvellos/tags/Tag.h"
 #include "orvellos/tags/TagSize.h"
 #include "platform/Screens.h"

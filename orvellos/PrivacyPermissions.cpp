@@ -3,7 +3,7 @@
 #include <array>
 #include <utility>
 
-#include "orvellos/NavRemedy.h"
+#include "orvellos/spaces/NavRemedy.h"
 
 namespace orvellos {
 

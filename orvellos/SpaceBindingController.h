@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "orvellos/DriftDetector.h"
-#include "orvellos/SpaceIdentifier.h"
 #include "orvellos/TagWindow.h"
 #include "orvellos/base/Published.h"
+#include "orvellos/spaces/SpaceIdentifier.h"
 #include "orvellos/tags/Tag.h"
 
 namespace orvellos {

@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "orvellos/OrvelloCLI.h"
-#include "orvellos/SpaceSwitcher.h"
 #include "orvellos/base/DebugLog.h"
+#include "orvellos/spaces/SpaceSwitcher.h"
 #include "orvellos/tags/TagStore.h"
 #include "platform/freedesktop/JournalSystemLog.h"
 #include "platform/freedesktop/PosixChildProcesses.h"

@@ -10,7 +10,7 @@
 #include <optional>
 #include <string_view>
 
-#include "orvellos/SpaceScript.h"
+#include "orvellos/spaces/SpaceScript.h"
 #include "platform/x11/EwmhDesktops.h"
 #include "programs/AlarmClock.h"
 

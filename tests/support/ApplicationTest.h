@@ -9,10 +9,10 @@
 
 #include "orvellos/EditingContext.h"
 #include "orvellos/PrivacyPermissions.h"
-#include "orvellos/SpaceIdentifier.h"
 #include "orvellos/TagManager.h"
 #include "orvellos/base/DebugLog.h"
 #include "orvellos/settings/Settings.h"
+#include "orvellos/spaces/SpaceIdentifier.h"
 #include "platform/simulated/SimulatedDesktop.h"
 #include "tests/support/TimeZone.h"
 

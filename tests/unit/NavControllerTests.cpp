@@ -1,4 +1,4 @@
-#include "orvellos/NavController.h"
+#include "orvellos/spaces/NavController.h"
 
 #include "tests/support/ManagerTest.h"
 

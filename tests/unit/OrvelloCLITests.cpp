@@ -4,8 +4,8 @@
 #include <limits>
 #include <nlohmann/json.hpp>
 
-#include "orvellos/SpaceScript.h"
 #include "orvellos/TagLabels.h"
+#include "orvellos/spaces/SpaceScript.h"
 #include "tests/support/ApplicationTest.h"
 
 namespace orvellos {

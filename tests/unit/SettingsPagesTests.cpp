@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "orvellos/NavRemedy.h"
+#include "orvellos/spaces/NavRemedy.h"
 
 namespace platform::freedesktop {
 namespace {

@@ -1,4 +1,4 @@
-#include "orvellos/SpaceScript.h"
+#include "orvellos/spaces/SpaceScript.h"
 
 #include <gtest/gtest.h>
 

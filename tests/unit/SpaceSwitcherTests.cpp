@@ -1,4 +1,4 @@
-#include "orvellos/SpaceSwitcher.h"
+#include "orvellos/spaces/SpaceSwitcher.h"
 
 #include "tests/support/ApplicationTest.h"
 

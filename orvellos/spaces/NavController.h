@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "orvellos/NavRemedy.h"
-#include "orvellos/SpaceIdentifier.h"
 #include "orvellos/settings/Settings.h"
+#include "orvellos/spaces/NavRemedy.h"
+#include "orvellos/spaces/SpaceIdentifier.h"
 #include "orvellos/tags/Tag.h"
 #include "platform/Alerts.h"
 #include "platform/ChildProcesses.h"

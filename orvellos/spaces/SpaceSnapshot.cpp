@@ -1,4 +1,4 @@
-#include "orvellos/SpaceSnapshot.h"
+#include "orvellos/spaces/SpaceSnapshot.h"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include "orvellos/SpaceIdentifier.h"
+#include "orvellos/spaces/SpaceIdentifier.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "orvellos/NavController.h"
+#include "orvellos/spaces/NavController.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -7,9 +7,9 @@
 #include <array>
 #include <cstdlib>
 
-#include "orvellos/SpaceScript.h"
-#include "orvellos/SpaceSwitcher.h"
 #include "orvellos/base/DebugLog.h"
+#include "orvellos/spaces/SpaceScript.h"
+#include "orvellos/spaces/SpaceSwitcher.h"
 #include "orvellos/tags/DisplayLabel.h"
 
 namespace orvellos {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "orvellos/SpaceSnapshot.h"
+#include "orvellos/spaces/SpaceSnapshot.h"
 #include "platform/Screens.h"
 #include "platform/Spaces.h"
 

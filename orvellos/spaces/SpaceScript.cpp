@@ -1,4 +1,4 @@
-#include "orvellos/SpaceScript.h"
+#include "orvellos/spaces/SpaceScript.h"
 
 #include <fmt/format.h>
 

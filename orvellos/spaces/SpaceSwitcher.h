@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "orvellos/SpaceIdentifier.h"
+#include "orvellos/spaces/SpaceIdentifier.h"
 
 namespace orvellos {
 
