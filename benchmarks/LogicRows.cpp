@@ -8,10 +8,10 @@
 
 #include "benchmarks/PairedRuns.h"
 #include "benchmarks/Row.h"
-#include "orvellos/MissionControlObserver.h"
 #include "orvellos/QuickSwitcher.h"
 #include "orvellos/TagManager.h"
 #include "orvellos/base/DebugLog.h"
+#include "orvellos/overview/MissionControlObserver.h"
 #include "platform/simulated/SimulatedDesktop.h"
 
 namespace benchmark {

@@ -9,15 +9,15 @@
 #include <vector>
 
 #include "orvellos/ClickThroughController.h"
-#include "orvellos/MCActivityGate.h"
 #include "orvellos/MenuSpaceRow.h"
-#include "orvellos/MissionControlKeyObserver.h"
-#include "orvellos/MissionControlObserver.h"
 #include "orvellos/PositionController.h"
 #include "orvellos/RevealController.h"
 #include "orvellos/SpaceBindingController.h"
 #include "orvellos/TagVisibility.h"
 #include "orvellos/TagWindow.h"
+#include "orvellos/overview/MCActivityGate.h"
+#include "orvellos/overview/MissionControlKeyObserver.h"
+#include "orvellos/overview/MissionControlObserver.h"
 #include "orvellos/spaces/NavController.h"
 #include "orvellos/tags/TagStore.h"
 #include "platform/ApplicationLauncher.h"

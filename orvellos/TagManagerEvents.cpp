@@ -2,9 +2,9 @@
 
 #include <fmt/format.h>
 
-#include "orvellos/MissionControlLauncher.h"
 #include "orvellos/TagManager.h"
 #include "orvellos/base/DebugLog.h"
+#include "orvellos/overview/MissionControlLauncher.h"
 
 namespace orvellos {
 

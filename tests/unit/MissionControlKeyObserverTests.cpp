@@ -1,6 +1,6 @@
-#include "orvellos/MissionControlKeyObserver.h"
+#include "orvellos/overview/MissionControlKeyObserver.h"
 
-#include "orvellos/MCActivityGate.h"
+#include "orvellos/overview/MCActivityGate.h"
 #include "tests/support/ApplicationTest.h"
 
 namespace orvellos {

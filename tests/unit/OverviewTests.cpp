@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <atomic>
 
-#include "orvellos/DockWindow.h"
+#include "orvellos/overview/DockWindow.h"
 #include "platform/freedesktop/DesktopOverview.h"
 #include "platform/freedesktop/KwinOverview.h"
 #include "platform/freedesktop/ShellOverview.h"

@@ -1,4 +1,4 @@
-#include "orvellos/MissionControlLauncher.h"
+#include "orvellos/overview/MissionControlLauncher.h"
 
 #include "orvellos/base/DebugLog.h"
 

@@ -1,4 +1,4 @@
-#include "orvellos/DockWindow.h"
+#include "orvellos/overview/DockWindow.h"
 
 #include <fmt/format.h>
 

@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <optional>
 
-#include "orvellos/DockWindow.h"
 #include "orvellos/base/Published.h"
+#include "orvellos/overview/DockWindow.h"
 #include "platform/DefaultsStore.h"
 #include "platform/OnScreenWindows.h"
 #include "platform/RunLoop.h"

@@ -1,4 +1,4 @@
-#include "orvellos/MissionControlKeyObserver.h"
+#include "orvellos/overview/MissionControlKeyObserver.h"
 
 #include <fmt/format.h>
 

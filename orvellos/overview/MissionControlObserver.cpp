@@ -1,4 +1,4 @@
-#include "orvellos/MissionControlObserver.h"
+#include "orvellos/overview/MissionControlObserver.h"
 
 #include <fmt/format.h>
 
