@@ -9,9 +9,9 @@
 #include "benchmarks/PairedRuns.h"
 #include "benchmarks/Row.h"
 #include "orvellos/QuickSwitcher.h"
-#include "orvellos/TagManager.h"
 #include "orvellos/base/DebugLog.h"
 #include "orvellos/overview/MissionControlObserver.h"
+#include "orvellos/windows/TagManager.h"
 #include "platform/simulated/SimulatedDesktop.h"
 
 namespace benchmark {

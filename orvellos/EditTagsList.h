@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "orvellos/TagManager.h"
 #include "orvellos/spaces/SpaceIdentifier.h"
+#include "orvellos/windows/TagManager.h"
 
 namespace orvellos {
 

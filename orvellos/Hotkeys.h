@@ -2,10 +2,10 @@
 
 #include "KeyboardShortcuts/Registry.h"
 #include "orvellos/PanelController.h"
-#include "orvellos/TagManager.h"
 #include "orvellos/settings/HotkeyNames.h"
 #include "orvellos/settings/Settings.h"
 #include "orvellos/spaces/SpaceIdentifier.h"
+#include "orvellos/windows/TagManager.h"
 
 namespace orvellos {
 

@@ -11,7 +11,7 @@
 
 #include "orvellos/AutoDismiss.h"
 #include "orvellos/PanelHost.h"
-#include "orvellos/TagManager.h"
+#include "orvellos/windows/TagManager.h"
 
 namespace orvellos {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "orvellos/MenuSpaceRow.h"
+#include "orvellos/windows/MenuSpaceRow.h"
 #include "platform/Observers.h"
 
 namespace orvellos {

@@ -8,7 +8,7 @@
 
 #include "KeyboardShortcuts/Name.h"
 #include "orvellos/PanelController.h"
-#include "orvellos/TagManager.h"
+#include "orvellos/windows/TagManager.h"
 #include "platform/StatusItem.h"
 
 namespace orvellos {

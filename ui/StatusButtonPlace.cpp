@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "orvellos/HomeTarget.h"
 #include "orvellos/settings/DefaultsCoding.h"
+#include "orvellos/windows/HomeTarget.h"
 
 namespace ui {
 

@@ -5,11 +5,11 @@
 
 #include "KeyboardShortcuts/Registry.h"
 #include "orvellos/AppDelegate.h"
-#include "orvellos/EditingContext.h"
-#include "orvellos/TagManager.h"
 #include "orvellos/settings/Settings.h"
 #include "orvellos/spaces/SpaceIdentifier.h"
 #include "orvellos/tags/TagStore.h"
+#include "orvellos/windows/EditingContext.h"
+#include "orvellos/windows/TagManager.h"
 #include "platform/freedesktop/AutostartLoginItem.h"
 #include "platform/freedesktop/FileManagerBrowser.h"
 #include "platform/freedesktop/InstanceLock.h"

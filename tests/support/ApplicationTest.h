@@ -7,12 +7,12 @@
 #include <string_view>
 #include <vector>
 
-#include "orvellos/EditingContext.h"
 #include "orvellos/PrivacyPermissions.h"
-#include "orvellos/TagManager.h"
 #include "orvellos/base/DebugLog.h"
 #include "orvellos/settings/Settings.h"
 #include "orvellos/spaces/SpaceIdentifier.h"
+#include "orvellos/windows/EditingContext.h"
+#include "orvellos/windows/TagManager.h"
 #include "platform/simulated/SimulatedDesktop.h"
 #include "tests/support/TimeZone.h"
 

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "orvellos/TagManager.h"
 #include "orvellos/tags/TagStore.h"
+#include "orvellos/windows/TagManager.h"
 #include "tests/support/ApplicationTest.h"
 
 namespace orvellos {

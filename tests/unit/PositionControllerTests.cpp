@@ -1,4 +1,4 @@
-#include "orvellos/PositionController.h"
+#include "orvellos/windows/PositionController.h"
 
 #include "tests/support/ManagerTest.h"
 

@@ -1,4 +1,4 @@
-#include "orvellos/SpaceBindingController.h"
+#include "orvellos/windows/SpaceBindingController.h"
 
 #include "tests/support/ManagerTest.h"
 

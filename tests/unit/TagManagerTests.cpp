@@ -1,4 +1,4 @@
-#include "orvellos/TagManager.h"
+#include "orvellos/windows/TagManager.h"
 
 #include <fmt/format.h>
 

@@ -1,6 +1,6 @@
-#include "orvellos/TagWindow.h"
+#include "orvellos/windows/TagWindow.h"
 
-#include "orvellos/ClickThroughController.h"
+#include "orvellos/windows/ClickThroughController.h"
 #include "tests/support/ApplicationTest.h"
 
 namespace orvellos {

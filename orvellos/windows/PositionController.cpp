@@ -1,13 +1,13 @@
-#include "orvellos/PositionController.h"
+#include "orvellos/windows/PositionController.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 
-#include "orvellos/HomeTarget.h"
 #include "orvellos/base/DebugLog.h"
 #include "orvellos/base/Describe.h"
 #include "orvellos/tags/TagLayout.h"
+#include "orvellos/windows/HomeTarget.h"
 
 namespace orvellos {
 

@@ -1,4 +1,4 @@
-#include "orvellos/DriftDetector.h"
+#include "orvellos/windows/DriftDetector.h"
 
 #include <algorithm>
 

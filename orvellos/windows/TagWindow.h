@@ -5,13 +5,13 @@
 #include <optional>
 #include <string>
 
-#include "orvellos/Animation.h"
-#include "orvellos/EditingContext.h"
-#include "orvellos/HomeTarget.h"
 #include "orvellos/settings/Settings.h"
 #include "orvellos/tags/Tag.h"
 #include "orvellos/tags/TagLayout.h"
 #include "orvellos/tags/TagSize.h"
+#include "orvellos/windows/Animation.h"
+#include "orvellos/windows/EditingContext.h"
+#include "orvellos/windows/HomeTarget.h"
 #include "platform/Screens.h"
 #include "platform/WindowSystem.h"
 

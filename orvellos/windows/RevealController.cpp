@@ -1,4 +1,4 @@
-#include "orvellos/RevealController.h"
+#include "orvellos/windows/RevealController.h"
 
 #include <fmt/format.h>
 

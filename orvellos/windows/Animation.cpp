@@ -1,4 +1,4 @@
-#include "orvellos/Animation.h"
+#include "orvellos/windows/Animation.h"
 
 #include <algorithm>
 #include <memory>

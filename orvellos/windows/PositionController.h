@@ -4,11 +4,11 @@
 #include <optional>
 #include <vector>
 
-#include "orvellos/TagWindow.h"
 #include "orvellos/settings/Settings.h"
 #include "orvellos/spaces/SpaceIdentifier.h"
 #include "orvellos/tags/Tag.h"
 #include "orvellos/tags/TagSize.h"
+#include "orvellos/windows/TagWindow.h"
 #include "platform/Screens.h"
 #include "platform/TextMeasurer.h"
 

@@ -2,9 +2,9 @@
 
 #include <fmt/format.h>
 
-#include "orvellos/TagManager.h"
 #include "orvellos/base/DebugLog.h"
 #include "orvellos/overview/MissionControlLauncher.h"
+#include "orvellos/windows/TagManager.h"
 
 namespace orvellos {
 

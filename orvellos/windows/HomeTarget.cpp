@@ -1,4 +1,4 @@
-#include "orvellos/HomeTarget.h"
+#include "orvellos/windows/HomeTarget.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "orvellos/TagWindow.h"
+#include "orvellos/windows/TagWindow.h"
 
 #include <fmt/format.h>
 

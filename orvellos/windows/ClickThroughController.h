@@ -3,7 +3,7 @@
 #include <functional>
 #include <vector>
 
-#include "orvellos/TagWindow.h"
+#include "orvellos/windows/TagWindow.h"
 
 namespace orvellos {
 

@@ -4,10 +4,10 @@
 #include <optional>
 #include <vector>
 
-#include "orvellos/TagWindow.h"
 #include "orvellos/settings/Settings.h"
 #include "orvellos/tags/Tag.h"
 #include "orvellos/tags/TagSize.h"
+#include "orvellos/windows/TagWindow.h"
 #include "platform/RunLoop.h"
 
 namespace orvellos {

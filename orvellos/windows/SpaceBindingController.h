@@ -5,11 +5,11 @@
 #include <string>
 #include <vector>
 
-#include "orvellos/DriftDetector.h"
-#include "orvellos/TagWindow.h"
 #include "orvellos/base/Published.h"
 #include "orvellos/spaces/SpaceIdentifier.h"
 #include "orvellos/tags/Tag.h"
+#include "orvellos/windows/DriftDetector.h"
+#include "orvellos/windows/TagWindow.h"
 
 namespace orvellos {
 

@@ -1,4 +1,4 @@
-#include "orvellos/ClickThroughController.h"
+#include "orvellos/windows/ClickThroughController.h"
 
 #include <algorithm>
 
