@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "KeyboardShortcuts/Recorder.h"
-#include "orvellos/PermissionRow.h"
+#include "orvellos/permissions/PermissionRow.h"
 #include "orvellos/settings/Settings.h"
 
 namespace orvellos {

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "orvellos/PermissionRow.h"
+#include "orvellos/permissions/PermissionRow.h"
 #include "orvellos/settings/Settings.h"
 
 namespace orvellos {

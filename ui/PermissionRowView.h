@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-#include "orvellos/PermissionRow.h"
+#include "orvellos/permissions/PermissionRow.h"
 
 class QHBoxLayout;
 class QLabel;

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "orvellos/PrivacyPermissions.h"
 #include "orvellos/base/DebugLog.h"
+#include "orvellos/permissions/PrivacyPermissions.h"
 #include "orvellos/settings/Settings.h"
 #include "orvellos/spaces/SpaceIdentifier.h"
 #include "orvellos/windows/EditingContext.h"

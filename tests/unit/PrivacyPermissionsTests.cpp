@@ -1,6 +1,6 @@
-#include "orvellos/PrivacyPermissions.h"
+#include "orvellos/permissions/PrivacyPermissions.h"
 
-#include "orvellos/PermissionsState.h"
+#include "orvellos/permissions/PermissionsState.h"
 #include "tests/support/ApplicationTest.h"
 
 namespace orvellos {

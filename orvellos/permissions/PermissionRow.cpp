@@ -1,4 +1,4 @@
-#include "orvellos/PermissionRow.h"
+#include "orvellos/permissions/PermissionRow.h"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include "orvellos/PermissionsState.h"
+#include "orvellos/permissions/PermissionsState.h"
 
 #include <utility>
 

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-#include "orvellos/PermissionsState.h"
+#include "orvellos/permissions/PermissionsState.h"
 
 namespace orvellos {
 

@@ -1,4 +1,4 @@
-#include "orvellos/PrivacyPermissions.h"
+#include "orvellos/permissions/PrivacyPermissions.h"
 
 #include <array>
 #include <utility>

@@ -2,8 +2,8 @@
 
 #include <functional>
 
-#include "orvellos/PrivacyPermissions.h"
 #include "orvellos/base/Published.h"
+#include "orvellos/permissions/PrivacyPermissions.h"
 
 namespace orvellos {
 
