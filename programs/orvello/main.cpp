@@ -11,8 +11,8 @@
 #include <string_view>
 #include <vector>
 
-#include "orvellos/OrvelloCLI.h"
 #include "orvellos/base/DebugLog.h"
+#include "orvellos/commandline/OrvelloCLI.h"
 #include "orvellos/spaces/SpaceSwitcher.h"
 #include "orvellos/tags/TagStore.h"
 #include "platform/freedesktop/JournalSystemLog.h"

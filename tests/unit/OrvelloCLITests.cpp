@@ -1,10 +1,10 @@
-#include "orvellos/OrvelloCLI.h"
+#include "orvellos/commandline/OrvelloCLI.h"
 
 #include <cmath>
 #include <limits>
 #include <nlohmann/json.hpp>
 
-#include "orvellos/TagLabels.h"
+#include "orvellos/commandline/TagLabels.h"
 #include "orvellos/spaces/SpaceScript.h"
 #include "tests/support/ApplicationTest.h"
 

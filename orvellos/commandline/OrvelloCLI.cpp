@@ -1,4 +1,4 @@
-#include "orvellos/OrvelloCLI.h"
+#include "orvellos/commandline/OrvelloCLI.h"
 
 #include <fmt/format.h>
 
@@ -6,8 +6,8 @@
 #include <charconv>
 #include <cmath>
 
-#include "orvellos/TagLabels.h"
 #include "orvellos/base/PrettyJson.h"
+#include "orvellos/commandline/TagLabels.h"
 #include "orvellos/spaces/SpaceScript.h"
 
 namespace orvellos {

@@ -1,4 +1,4 @@
-#include "orvellos/TagLabels.h"
+#include "orvellos/commandline/TagLabels.h"
 
 #include <algorithm>
 #include <unordered_map>
