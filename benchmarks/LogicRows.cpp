@@ -8,9 +8,9 @@
 
 #include "benchmarks/PairedRuns.h"
 #include "benchmarks/Row.h"
-#include "orvellos/QuickSwitcher.h"
 #include "orvellos/base/DebugLog.h"
 #include "orvellos/overview/MissionControlObserver.h"
+#include "orvellos/panels/QuickSwitcher.h"
 #include "orvellos/windows/TagManager.h"
 #include "platform/simulated/SimulatedDesktop.h"
 

@@ -5,11 +5,11 @@
 #include <utility>
 
 #include "KeyboardShortcuts/Registry.h"
-#include "orvellos/PanelController.h"
 #include "orvellos/StatusItemController.h"
-#include "orvellos/UndoToast.h"
 #include "orvellos/Updater.h"
-#include "orvellos/WaitingNote.h"
+#include "orvellos/panels/PanelController.h"
+#include "orvellos/panels/UndoToast.h"
+#include "orvellos/panels/WaitingNote.h"
 #include "orvellos/spaces/SpaceIdentifier.h"
 #include "orvellos/windows/TagManager.h"
 #include "platform/MenuBar.h"

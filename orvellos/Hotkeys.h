@@ -1,7 +1,7 @@
 #pragma once
 
 #include "KeyboardShortcuts/Registry.h"
-#include "orvellos/PanelController.h"
+#include "orvellos/panels/PanelController.h"
 #include "orvellos/settings/HotkeyNames.h"
 #include "orvellos/settings/Settings.h"
 #include "orvellos/spaces/SpaceIdentifier.h"

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "KeyboardShortcuts/Name.h"
-#include "orvellos/PanelController.h"
+#include "orvellos/panels/PanelController.h"
 #include "orvellos/windows/TagManager.h"
 #include "platform/StatusItem.h"
 

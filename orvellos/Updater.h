@@ -1,6 +1,6 @@
 #pragma once
 
-#include "orvellos/WaitingNote.h"
+#include "orvellos/panels/WaitingNote.h"
 #include "platform/Alerts.h"
 #include "platform/UpdateService.h"
 

@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-#include "orvellos/About.h"
+#include "orvellos/panels/About.h"
 
 namespace ui {
 

@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <array>
 
-#include "orvellos/CreateTagForm.h"
+#include "orvellos/panels/CreateTagForm.h"
 #include "orvellos/tags/TagColor.h"
 #include "ui/FocusRing.h"
 #include "ui/PlainText.h"

@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-#include "orvellos/CreateTagForm.h"
+#include "orvellos/panels/CreateTagForm.h"
 #include "ui/ColorPanel.h"
 
 class QHBoxLayout;

@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "orvellos/EditTagsList.h"
+#include "orvellos/panels/EditTagsList.h"
 #include "ui/ColorPanel.h"
 
 class QLabel;

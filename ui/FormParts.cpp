@@ -10,7 +10,7 @@
 #include <functional>
 #include <utility>
 
-#include "orvellos/CreateTagForm.h"
+#include "orvellos/panels/CreateTagForm.h"
 #include "ui/FocusRing.h"
 #include "ui/Metrics.h"
 #include "ui/PlainText.h"

@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "orvellos/PanelHost.h"
+#include "orvellos/panels/PanelHost.h"
 #include "ui/ColorPanel.h"
 #include "ui/QtMenuBar.h"
 

@@ -3,7 +3,7 @@
 #include <QWidget>
 #include <functional>
 
-#include "orvellos/UndoToast.h"
+#include "orvellos/panels/UndoToast.h"
 
 class QToolButton;
 

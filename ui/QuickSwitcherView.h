@@ -3,7 +3,7 @@
 #include <QPropertyAnimation>
 #include <QWidget>
 
-#include "orvellos/QuickSwitcher.h"
+#include "orvellos/panels/QuickSwitcher.h"
 
 class QLabel;
 class QLineEdit;

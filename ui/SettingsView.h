@@ -4,7 +4,7 @@
 #include <functional>
 #include <vector>
 
-#include "orvellos/SettingsForm.h"
+#include "orvellos/panels/SettingsForm.h"
 
 class QScrollArea;
 class QVBoxLayout;

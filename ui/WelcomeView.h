@@ -3,7 +3,7 @@
 #include <QWidget>
 #include <vector>
 
-#include "orvellos/WelcomeForm.h"
+#include "orvellos/panels/WelcomeForm.h"
 
 class QPushButton;
 class QStackedWidget;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "orvellos/PanelController.h"
+#include "orvellos/panels/PanelController.h"
 #include "tests/support/ManagerTest.h"
 
 namespace orvellos {

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "orvellos/PanelHost.h"
+#include "orvellos/panels/PanelHost.h"
 
 namespace orvellos {
 

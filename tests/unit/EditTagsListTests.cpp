@@ -1,4 +1,4 @@
-#include "orvellos/EditTagsList.h"
+#include "orvellos/panels/EditTagsList.h"
 
 #include "tests/support/InterfaceTest.h"
 

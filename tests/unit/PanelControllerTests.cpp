@@ -1,4 +1,4 @@
-#include "orvellos/PanelController.h"
+#include "orvellos/panels/PanelController.h"
 
 #include "orvellos/tags/TagColor.h"
 #include "tests/support/InterfaceTest.h"

@@ -1,4 +1,4 @@
-#include "orvellos/UndoToast.h"
+#include "orvellos/panels/UndoToast.h"
 
 #include "tests/support/ApplicationTest.h"
 #include "tests/support/SimulatedPanelHost.h"

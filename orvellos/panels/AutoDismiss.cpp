@@ -1,4 +1,4 @@
-#include "orvellos/AutoDismiss.h"
+#include "orvellos/panels/AutoDismiss.h"
 
 #include <utility>
 

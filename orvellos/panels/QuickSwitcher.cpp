@@ -1,4 +1,4 @@
-#include "orvellos/QuickSwitcher.h"
+#include "orvellos/panels/QuickSwitcher.h"
 
 #include <fmt/format.h>
 

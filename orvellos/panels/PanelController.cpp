@@ -1,4 +1,4 @@
-#include "orvellos/PanelController.h"
+#include "orvellos/panels/PanelController.h"
 
 #include <fmt/format.h>
 

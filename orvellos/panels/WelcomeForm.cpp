@@ -1,4 +1,4 @@
-#include "orvellos/WelcomeForm.h"
+#include "orvellos/panels/WelcomeForm.h"
 
 #include <utility>
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <utility>
 
-#include "orvellos/UndoToast.h"
+#include "orvellos/panels/UndoToast.h"
 
 namespace orvellos {
 

@@ -1,4 +1,4 @@
-#include "orvellos/UndoToast.h"
+#include "orvellos/panels/UndoToast.h"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include "orvellos/CreateTagForm.h"
+#include "orvellos/panels/CreateTagForm.h"
 
 #include "orvellos/base/TrimmedText.h"
 

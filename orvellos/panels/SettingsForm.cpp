@@ -1,4 +1,4 @@
-#include "orvellos/SettingsForm.h"
+#include "orvellos/panels/SettingsForm.h"
 
 #include <algorithm>
 #include <array>

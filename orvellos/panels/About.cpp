@@ -1,4 +1,4 @@
-#include "orvellos/About.h"
+#include "orvellos/panels/About.h"
 
 #include <fmt/format.h>
 

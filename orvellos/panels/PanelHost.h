@@ -5,13 +5,13 @@
 #include <string>
 #include <variant>
 
-#include "orvellos/About.h"
-#include "orvellos/CreateTagForm.h"
-#include "orvellos/EditTagsList.h"
-#include "orvellos/QuickSwitcher.h"
-#include "orvellos/SettingsForm.h"
-#include "orvellos/UndoToast.h"
-#include "orvellos/WelcomeForm.h"
+#include "orvellos/panels/About.h"
+#include "orvellos/panels/CreateTagForm.h"
+#include "orvellos/panels/EditTagsList.h"
+#include "orvellos/panels/QuickSwitcher.h"
+#include "orvellos/panels/SettingsForm.h"
+#include "orvellos/panels/UndoToast.h"
+#include "orvellos/panels/WelcomeForm.h"
 #include "platform/PanelWindow.h"
 
 namespace orvellos {

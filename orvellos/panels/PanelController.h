@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "orvellos/AutoDismiss.h"
-#include "orvellos/PanelHost.h"
+#include "orvellos/panels/AutoDismiss.h"
+#include "orvellos/panels/PanelHost.h"
 #include "orvellos/windows/TagManager.h"
 
 namespace orvellos {
