@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <stdexcept>
 
-#include "orvellos/StatusItemController.h"
+#include "orvellos/menu/StatusItemController.h"
 #include "orvellos/settings/HotkeyNames.h"
 #include "tests/support/PanelsTest.h"
 #include "ui/AlertBox.h"

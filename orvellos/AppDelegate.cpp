@@ -5,10 +5,10 @@
 #include <array>
 #include <string_view>
 
-#include "orvellos/Hotkeys.h"
-#include "orvellos/MainMenuItems.h"
-#include "orvellos/OwnKeys.h"
 #include "orvellos/base/DebugLog.h"
+#include "orvellos/menu/Hotkeys.h"
+#include "orvellos/menu/MainMenuItems.h"
+#include "orvellos/menu/OwnKeys.h"
 
 namespace orvellos {
 

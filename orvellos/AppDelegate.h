@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "KeyboardShortcuts/Registry.h"
-#include "orvellos/StatusItemController.h"
 #include "orvellos/Updater.h"
+#include "orvellos/menu/StatusItemController.h"
 #include "orvellos/panels/PanelController.h"
 #include "orvellos/panels/UndoToast.h"
 #include "orvellos/panels/WaitingNote.h"

@@ -1,6 +1,6 @@
 #include "ui/StatusWords.h"
 
-#include "orvellos/StatusItemController.h"
+#include "orvellos/menu/StatusItemController.h"
 #include "ui/PlainText.h"
 
 namespace ui {

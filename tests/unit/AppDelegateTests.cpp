@@ -1,6 +1,6 @@
 #include "orvellos/AppDelegate.h"
 
-#include "orvellos/Hotkeys.h"
+#include "orvellos/menu/Hotkeys.h"
 #include "tests/support/ManagerTest.h"
 #include "tests/support/SimulatedPanelHost.h"
 

@@ -11,8 +11,8 @@
 #include <QToolButton>
 #include <QToolTip>
 
-#include "orvellos/Hotkeys.h"
-#include "orvellos/MainMenuItems.h"
+#include "orvellos/menu/Hotkeys.h"
+#include "orvellos/menu/MainMenuItems.h"
 #include "tests/support/InterfaceTest.h"
 #include "tests/support/OffscreenApplication.h"
 #include "ui/AboutView.h"

@@ -1,4 +1,4 @@
-#include "orvellos/StatusItemController.h"
+#include "orvellos/menu/StatusItemController.h"
 
 #include "orvellos/base/ApplicationVersion.h"
 #include "tests/support/InterfaceTest.h"

@@ -1,4 +1,4 @@
-#include "orvellos/MainMenuItems.h"
+#include "orvellos/menu/MainMenuItems.h"
 
 #include <utility>
 

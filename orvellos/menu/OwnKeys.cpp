@@ -1,6 +1,6 @@
-#include "orvellos/OwnKeys.h"
+#include "orvellos/menu/OwnKeys.h"
 
-#include "orvellos/MainMenuItems.h"
+#include "orvellos/menu/MainMenuItems.h"
 #include "orvellos/settings/HotkeyNames.h"
 
 namespace orvellos {

@@ -1,11 +1,11 @@
-#include "orvellos/StatusItemController.h"
+#include "orvellos/menu/StatusItemController.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 
-#include "orvellos/Hotkeys.h"
 #include "orvellos/base/ApplicationVersion.h"
+#include "orvellos/menu/Hotkeys.h"
 #include "orvellos/tags/DisplayLabel.h"
 #include "orvellos/tags/TagColor.h"
 

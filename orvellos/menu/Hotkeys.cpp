@@ -1,4 +1,4 @@
-#include "orvellos/Hotkeys.h"
+#include "orvellos/menu/Hotkeys.h"
 
 #include <algorithm>
 
