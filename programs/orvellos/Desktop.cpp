@@ -4,7 +4,7 @@
 
 #include <cstdlib>
 
-#include "orvellos/DiagnosticsReport.h"
+#include "orvellos/app/DiagnosticsReport.h"
 #include "orvellos/base/DebugLog.h"
 #include "platform/freedesktop/CurrentDesktop.h"
 #include "platform/freedesktop/ProgramLocations.h"

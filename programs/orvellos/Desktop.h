@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "KeyboardShortcuts/Registry.h"
-#include "orvellos/AppDelegate.h"
+#include "orvellos/app/AppDelegate.h"
 #include "orvellos/settings/Settings.h"
 #include "orvellos/spaces/SpaceIdentifier.h"
 #include "orvellos/tags/TagStore.h"

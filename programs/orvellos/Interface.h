@@ -1,6 +1,6 @@
 #pragma once
 
-#include "orvellos/AppDelegate.h"
+#include "orvellos/app/AppDelegate.h"
 #include "platform/freedesktop/DesktopColorScheme.h"
 #include "platform/freedesktop/StatusNotifierHosts.h"
 #include "platform/x11/SystemTray.h"

@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <mutex>
 
-#include "orvellos/AppDelegate.h"
+#include "orvellos/app/AppDelegate.h"
 #include "orvellos/base/DebugLog.h"
 #include "platform/freedesktop/BusMessage.h"
 #include "platform/freedesktop/JournalSystemLog.h"

@@ -1,4 +1,4 @@
-#include "orvellos/AppDelegate.h"
+#include "orvellos/app/AppDelegate.h"
 
 #include "orvellos/menu/Hotkeys.h"
 #include "tests/support/ManagerTest.h"

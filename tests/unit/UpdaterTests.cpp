@@ -1,4 +1,4 @@
-#include "orvellos/Updater.h"
+#include "orvellos/app/Updater.h"
 
 #include "tests/support/ApplicationTest.h"
 #include "tests/support/SimulatedPanelHost.h"

@@ -1,4 +1,4 @@
-#include "orvellos/DiagnosticsReport.h"
+#include "orvellos/app/DiagnosticsReport.h"
 
 #include <fmt/format.h>
 

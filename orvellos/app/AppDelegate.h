@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "KeyboardShortcuts/Registry.h"
-#include "orvellos/Updater.h"
+#include "orvellos/app/Updater.h"
 #include "orvellos/menu/StatusItemController.h"
 #include "orvellos/panels/PanelController.h"
 #include "orvellos/panels/UndoToast.h"

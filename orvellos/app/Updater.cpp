@@ -1,4 +1,4 @@
-#include "orvellos/Updater.h"
+#include "orvellos/app/Updater.h"
 
 #include <fmt/format.h>
 

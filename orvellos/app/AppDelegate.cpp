@@ -1,4 +1,4 @@
-#include "orvellos/AppDelegate.h"
+#include "orvellos/app/AppDelegate.h"
 
 #include <fmt/format.h>
 
