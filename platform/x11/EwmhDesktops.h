@@ -13,6 +13,12 @@
 
 namespace platform::x11 {
 
+// What the window system has to know of the desktops.
+struct DesktopFacts {
+    std::uint32_t count = 0;
+    std::optional<std::uint32_t> current;
+};
+
 // More desktops than this are a broken property, not a desktop.
 inline constexpr std::uint32_t kMostDesktops = 512;
 // A window's desktop number that means every desktop (EWMH _NET_WM_DESKTOP).

@@ -5,7 +5,6 @@
 #include "platform/KeyPoster.h"
 #include "platform/SymbolicHotKeys.h"
 #include "platform/x11/EwmhDesktops.h"
-#include "platform/x11/X11WindowSystem.h"
 
 namespace platform::x11 {
 

@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "platform/Identifiers.h"
+#include "platform/x11/EwmhDesktops.h"
 #include "platform/x11/X11WindowSystem.h"
 
 namespace platform::x11 {

@@ -8,8 +8,8 @@
 
 #include "platform/Spaces.h"
 #include "platform/x11/Backoff.h"
+#include "platform/x11/EwmhDesktops.h"
 #include "platform/x11/EwmhSpaceLayout.h"
-#include "platform/x11/X11WindowSystem.h"
 #include "platform/x11/XEvents.h"
 
 namespace platform::x11 {

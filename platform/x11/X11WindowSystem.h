@@ -5,16 +5,11 @@
 
 #include "platform/Observers.h"
 #include "platform/Spaces.h"
+#include "platform/x11/EwmhDesktops.h"
 #include "platform/x11/SelectionWatch.h"
 #include "platform/x11/X11TagSurface.h"
 
 namespace platform::x11 {
-
-// What the window system has to know of the desktops.
-struct DesktopFacts {
-    std::uint32_t count = 0;
-    std::optional<std::uint32_t> current;
-};
 
 // Makes the tag windows and tells on which Spaces they are. Windows of other programs are not its business.
 class X11WindowSystem final : public WindowSystem, public WindowSpaces {
