@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "platform/Identifiers.h"
-#include "platform/x11/Atoms.h"
-#include "platform/x11/XConnection.h"
+#include "platform/x11/connection/Atoms.h"
+#include "platform/x11/connection/XConnection.h"
 
 namespace platform::x11 {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/x11/NameUuid.h"
+#include "platform/x11/connection/NameUuid.h"
 
 namespace platform::x11 {
 

@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "platform/x11/XEvents.h"
+#include "platform/x11/connection/XEvents.h"
 
 namespace platform::x11 {
 

@@ -10,8 +10,8 @@
 #include "platform/OverviewSource.h"
 #include "platform/RunLoop.h"
 #include "platform/Screens.h"
-#include "platform/x11/Atoms.h"
-#include "platform/x11/XEvents.h"
+#include "platform/x11/connection/Atoms.h"
+#include "platform/x11/connection/XEvents.h"
 
 namespace platform::x11 {
 

@@ -2,7 +2,7 @@
 
 #include <tuple>
 
-#include "platform/x11/Extension.h"
+#include "platform/x11/connection/Extension.h"
 
 namespace platform::x11 {
 

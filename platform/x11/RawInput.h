@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <functional>
 
-#include "platform/x11/XEvents.h"
+#include "platform/x11/connection/XEvents.h"
 
 namespace platform::x11 {
 

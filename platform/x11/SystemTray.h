@@ -6,7 +6,7 @@
 
 #include "platform/Color.h"
 #include "platform/Identifiers.h"
-#include "platform/x11/SelectionWatch.h"
+#include "platform/x11/connection/SelectionWatch.h"
 
 namespace platform::x11 {
 

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "platform/x11/XConnection.h"
+#include "platform/x11/connection/XConnection.h"
 
 namespace platform::x11 {
 

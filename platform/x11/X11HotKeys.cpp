@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "platform/x11/KeyCodes.h"
-#include "platform/x11/Xkb.h"
+#include "platform/x11/connection/Xkb.h"
 
 namespace platform::x11 {
 

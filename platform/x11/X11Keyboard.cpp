@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "platform/x11/Extension.h"
 #include "platform/x11/KeyCodes.h"
-#include "platform/x11/Xkb.h"
+#include "platform/x11/connection/Extension.h"
+#include "platform/x11/connection/Xkb.h"
 
 namespace platform::x11 {
 

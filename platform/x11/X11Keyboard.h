@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "platform/x11/XEvents.h"
+#include "platform/x11/connection/XEvents.h"
 
 namespace platform::x11 {
 

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "platform/x11/Extension.h"
+#include "platform/x11/connection/Extension.h"
 
 namespace platform::x11 {
 

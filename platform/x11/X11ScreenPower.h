@@ -3,7 +3,7 @@
 #include <functional>
 
 #include "platform/SessionMonitor.h"
-#include "platform/x11/XEvents.h"
+#include "platform/x11/connection/XEvents.h"
 
 namespace platform::x11 {
 

@@ -5,8 +5,8 @@
 #include <array>
 
 #include "platform/x11/EwmhDesktops.h"
-#include "platform/x11/NameUuid.h"
 #include "platform/x11/WorkArea.h"
+#include "platform/x11/connection/NameUuid.h"
 
 namespace platform::x11 {
 

@@ -6,8 +6,8 @@
 #include "platform/Observers.h"
 #include "platform/Spaces.h"
 #include "platform/x11/EwmhDesktops.h"
-#include "platform/x11/SelectionWatch.h"
 #include "platform/x11/X11TagSurface.h"
+#include "platform/x11/connection/SelectionWatch.h"
 
 namespace platform::x11 {
 

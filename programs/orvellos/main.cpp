@@ -14,7 +14,7 @@
 #include "platform/freedesktop/JournalSystemLog.h"
 #include "platform/freedesktop/StandardStreams.h"
 #include "platform/freedesktop/SystemdLibrary.h"
-#include "platform/x11/XConnection.h"
+#include "platform/x11/connection/XConnection.h"
 #include "programs/orvellos/Desktop.h"
 #include "ui/Appearance.h"
 #include "ui/FontConfiguration.h"

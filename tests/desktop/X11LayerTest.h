@@ -6,7 +6,7 @@
 #include <array>
 
 #include "platform/simulated/SimulatedRunLoop.h"
-#include "platform/x11/XEvents.h"
+#include "platform/x11/connection/XEvents.h"
 #include "tests/support/PrivateDesktop.h"
 
 namespace desktop_test {

@@ -1,4 +1,4 @@
-#include "platform/x11/Atoms.h"
+#include "platform/x11/connection/Atoms.h"
 
 #include <algorithm>
 #include <string_view>

@@ -7,7 +7,7 @@
 #include <span>
 #include <string_view>
 
-#include "platform/x11/XConnection.h"
+#include "platform/x11/connection/XConnection.h"
 
 namespace platform::x11 {
 

@@ -1,4 +1,4 @@
-#include "platform/x11/SelectionWatch.h"
+#include "platform/x11/connection/SelectionWatch.h"
 
 #include <xcb/xfixes.h>
 

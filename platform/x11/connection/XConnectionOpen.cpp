@@ -7,8 +7,8 @@
 #include <future>
 #include <thread>
 
-#include "platform/x11/XConnection.h"
-#include "platform/x11/Xkb.h"
+#include "platform/x11/connection/XConnection.h"
+#include "platform/x11/connection/Xkb.h"
 
 // Apart from the rest of the connection, because programs that open theirs without a bound do without all
 // this.

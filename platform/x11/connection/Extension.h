@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/x11/XConnection.h"
+#include "platform/x11/connection/XConnection.h"
 
 namespace platform::x11 {
 

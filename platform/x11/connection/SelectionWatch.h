@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/x11/XEvents.h"
+#include "platform/x11/connection/XEvents.h"
 
 namespace platform::x11 {
 

@@ -7,7 +7,7 @@
 #include "platform/DescriptorWatcher.h"
 #include "platform/Observers.h"
 #include "platform/RunLoop.h"
-#include "platform/x11/XConnection.h"
+#include "platform/x11/connection/XConnection.h"
 
 namespace platform::x11 {
 

@@ -1,4 +1,4 @@
-#include "platform/x11/XConnection.h"
+#include "platform/x11/connection/XConnection.h"
 
 #include <poll.h>
 #include <xcb/xcbext.h>

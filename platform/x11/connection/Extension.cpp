@@ -1,4 +1,4 @@
-#include "platform/x11/Extension.h"
+#include "platform/x11/connection/Extension.h"
 
 namespace platform::x11 {
 

@@ -1,4 +1,4 @@
-#include "platform/x11/NameUuid.h"
+#include "platform/x11/connection/NameUuid.h"
 
 #include <uuid/uuid.h>
 
