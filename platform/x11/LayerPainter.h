@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "platform/Layers.h"
-#include "platform/x11/CoordinateSpace.h"
+#include "platform/x11/screens/CoordinateSpace.h"
 
 namespace platform::x11 {
 

@@ -9,7 +9,7 @@
 #include "platform/x11/FullScreenWindows.h"
 #include "platform/x11/LayerPainter.h"
 #include "platform/x11/TagWindowAtoms.h"
-#include "platform/x11/X11Screens.h"
+#include "platform/x11/screens/X11Screens.h"
 
 namespace platform::x11 {
 

@@ -12,7 +12,7 @@
 #include "platform/freedesktop/OverviewLauncher.h"
 #include "platform/x11/OverviewHints.h"
 #include "platform/x11/OverviewPrograms.h"
-#include "platform/x11/X11Screens.h"
+#include "platform/x11/screens/X11Screens.h"
 #include "tests/support/MainLoop.h"
 #include "tests/support/PrivateDesktop.h"
 

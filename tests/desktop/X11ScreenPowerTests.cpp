@@ -1,6 +1,6 @@
 // The screens' sleep, as the X11 layer tells of it on a real server.
 
-#include "platform/x11/X11ScreenPower.h"
+#include "platform/x11/screens/X11ScreenPower.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // The screens of the running application, on a server whose monitors and panels change.
 
-#include "platform/x11/X11Screens.h"
+#include "platform/x11/screens/X11Screens.h"
 
 #include "tests/desktop/X11LayerTest.h"
 

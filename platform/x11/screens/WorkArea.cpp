@@ -1,4 +1,4 @@
-#include "platform/x11/WorkArea.h"
+#include "platform/x11/screens/WorkArea.h"
 
 namespace platform::x11 {
 

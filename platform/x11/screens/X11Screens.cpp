@@ -1,12 +1,12 @@
-#include "platform/x11/X11Screens.h"
+#include "platform/x11/screens/X11Screens.h"
 
 #include <xcb/randr.h>
 
 #include <array>
 
 #include "platform/x11/EwmhDesktops.h"
-#include "platform/x11/WorkArea.h"
 #include "platform/x11/connection/NameUuid.h"
+#include "platform/x11/screens/WorkArea.h"
 
 namespace platform::x11 {
 

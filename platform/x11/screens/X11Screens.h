@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "platform/Screens.h"
-#include "platform/x11/CoordinateSpace.h"
 #include "platform/x11/connection/Backoff.h"
 #include "platform/x11/connection/XEvents.h"
+#include "platform/x11/screens/CoordinateSpace.h"
 
 namespace platform::x11 {
 

@@ -4,7 +4,7 @@
 #include <optional>
 #include <span>
 
-#include "platform/x11/CoordinateSpace.h"
+#include "platform/x11/screens/CoordinateSpace.h"
 
 namespace platform::x11 {
 

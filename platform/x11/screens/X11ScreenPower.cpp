@@ -1,4 +1,4 @@
-#include "platform/x11/X11ScreenPower.h"
+#include "platform/x11/screens/X11ScreenPower.h"
 
 #include <xcb/screensaver.h>
 
