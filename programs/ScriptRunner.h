@@ -6,7 +6,7 @@
 
 #include "platform/freedesktop/ProgramLocations.h"
 #include "platform/freedesktop/Spawn.h"
-#include "platform/x11/EwmhDesktops.h"
+#include "platform/x11/spaces/EwmhDesktops.h"
 
 namespace programs {
 

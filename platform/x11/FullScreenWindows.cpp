@@ -4,7 +4,7 @@
 #include <array>
 #include <utility>
 
-#include "platform/x11/EwmhDesktops.h"
+#include "platform/x11/spaces/EwmhDesktops.h"
 
 namespace platform::x11 {
 

@@ -8,7 +8,7 @@
 #include <cstring>
 #include <utility>
 
-#include "platform/x11/EwmhDesktops.h"
+#include "platform/x11/spaces/EwmhDesktops.h"
 
 namespace platform::x11 {
 

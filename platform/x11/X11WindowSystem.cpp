@@ -2,7 +2,7 @@
 
 #include <xcb/xcb_cursor.h>
 
-#include "platform/x11/EwmhDesktops.h"
+#include "platform/x11/spaces/EwmhDesktops.h"
 
 namespace platform::x11 {
 

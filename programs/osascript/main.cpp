@@ -11,7 +11,7 @@
 #include <string_view>
 
 #include "orvellos/spaces/SpaceScript.h"
-#include "platform/x11/EwmhDesktops.h"
+#include "platform/x11/spaces/EwmhDesktops.h"
 #include "programs/AlarmClock.h"
 
 // Stands in for the script runner: does what a script of the application asks of the Space keys, in one step,

@@ -1,7 +1,7 @@
 // The Space layout of the running application: what it makes of a window manager that comes, changes and
 // dies.
 
-#include "platform/x11/X11SpaceServer.h"
+#include "platform/x11/spaces/X11SpaceServer.h"
 
 #include <csignal>
 

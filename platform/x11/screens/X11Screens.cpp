@@ -4,9 +4,9 @@
 
 #include <array>
 
-#include "platform/x11/EwmhDesktops.h"
 #include "platform/x11/connection/NameUuid.h"
 #include "platform/x11/screens/WorkArea.h"
+#include "platform/x11/spaces/EwmhDesktops.h"
 
 namespace platform::x11 {
 

@@ -1,4 +1,4 @@
-#include "platform/x11/X11SpaceServer.h"
+#include "platform/x11/spaces/X11SpaceServer.h"
 
 #include <algorithm>
 #include <array>

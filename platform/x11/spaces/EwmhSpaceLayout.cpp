@@ -1,4 +1,4 @@
-#include "platform/x11/EwmhSpaceLayout.h"
+#include "platform/x11/spaces/EwmhSpaceLayout.h"
 
 #include <algorithm>
 

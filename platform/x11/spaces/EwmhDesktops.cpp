@@ -1,4 +1,4 @@
-#include "platform/x11/EwmhDesktops.h"
+#include "platform/x11/spaces/EwmhDesktops.h"
 
 #include <algorithm>
 #include <array>

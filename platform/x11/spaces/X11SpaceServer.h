@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "platform/Spaces.h"
-#include "platform/x11/EwmhDesktops.h"
-#include "platform/x11/EwmhSpaceLayout.h"
 #include "platform/x11/connection/Backoff.h"
 #include "platform/x11/connection/XEvents.h"
+#include "platform/x11/spaces/EwmhDesktops.h"
+#include "platform/x11/spaces/EwmhSpaceLayout.h"
 
 namespace platform::x11 {
 

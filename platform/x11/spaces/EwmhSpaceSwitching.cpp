@@ -1,4 +1,4 @@
-#include "platform/x11/EwmhSpaceSwitching.h"
+#include "platform/x11/spaces/EwmhSpaceSwitching.h"
 
 namespace platform::x11 {
 

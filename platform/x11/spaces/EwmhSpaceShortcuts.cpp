@@ -1,4 +1,4 @@
-#include "platform/x11/EwmhSpaceShortcuts.h"
+#include "platform/x11/spaces/EwmhSpaceShortcuts.h"
 
 namespace platform::x11 {
 

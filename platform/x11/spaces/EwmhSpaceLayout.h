@@ -7,7 +7,7 @@
 
 #include "platform/DesktopRow.h"
 #include "platform/Spaces.h"
-#include "platform/x11/EwmhDesktops.h"
+#include "platform/x11/spaces/EwmhDesktops.h"
 
 namespace platform::x11 {
 

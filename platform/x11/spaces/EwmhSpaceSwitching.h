@@ -3,7 +3,7 @@
 #include <functional>
 
 #include "platform/Spaces.h"
-#include "platform/x11/EwmhDesktops.h"
+#include "platform/x11/spaces/EwmhDesktops.h"
 
 namespace platform::x11 {
 

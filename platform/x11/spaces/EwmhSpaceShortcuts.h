@@ -4,7 +4,7 @@
 
 #include "platform/KeyPoster.h"
 #include "platform/SymbolicHotKeys.h"
-#include "platform/x11/EwmhDesktops.h"
+#include "platform/x11/spaces/EwmhDesktops.h"
 
 namespace platform::x11 {
 
