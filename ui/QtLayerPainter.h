@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/x11/LayerPainter.h"
+#include "platform/x11/windows/LayerPainter.h"
 
 namespace ui {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/x11/WindowFrame.h"
+#include "platform/x11/windows/WindowFrame.h"
 
 namespace platform::x11 {
 

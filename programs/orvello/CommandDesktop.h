@@ -9,9 +9,9 @@
 #include "platform/Screens.h"
 #include "platform/Spaces.h"
 #include "platform/WindowList.h"
-#include "platform/x11/X11WindowList.h"
 #include "platform/x11/spaces/EwmhSpaceLayout.h"
 #include "platform/x11/spaces/EwmhSpaceSwitching.h"
+#include "platform/x11/windows/X11WindowList.h"
 
 // The desktop as one command sees it. All its answers together take two seconds at most; whatever the X
 // server or the window manager has not told by then has no answer, as when there is no X server at all. The

@@ -4,8 +4,8 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "platform/x11/X11Window.h"
 #include "platform/x11/spaces/EwmhSpaceLayout.h"
+#include "platform/x11/windows/X11Window.h"
 
 namespace platform::x11 {
 namespace {

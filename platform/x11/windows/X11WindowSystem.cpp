@@ -1,4 +1,4 @@
-#include "platform/x11/X11WindowSystem.h"
+#include "platform/x11/windows/X11WindowSystem.h"
 
 #include <xcb/xcb_cursor.h>
 

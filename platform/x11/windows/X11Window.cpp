@@ -1,4 +1,4 @@
-#include "platform/x11/X11Window.h"
+#include "platform/x11/windows/X11Window.h"
 
 #include <algorithm>
 #include <array>

@@ -5,9 +5,9 @@
 
 #include "platform/Observers.h"
 #include "platform/Spaces.h"
-#include "platform/x11/X11TagSurface.h"
 #include "platform/x11/connection/SelectionWatch.h"
 #include "platform/x11/spaces/EwmhDesktops.h"
+#include "platform/x11/windows/X11TagSurface.h"
 
 namespace platform::x11 {
 

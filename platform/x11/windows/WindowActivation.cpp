@@ -1,4 +1,4 @@
-#include "platform/x11/WindowActivation.h"
+#include "platform/x11/windows/WindowActivation.h"
 
 #include <array>
 

@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "platform/WindowSystem.h"
-#include "platform/x11/TagSurfaceContext.h"
+#include "platform/x11/windows/TagSurfaceContext.h"
 
 namespace platform::x11 {
 

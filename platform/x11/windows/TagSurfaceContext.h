@@ -6,10 +6,10 @@
 
 #include "platform/OverviewSource.h"
 #include "platform/RunLoop.h"
-#include "platform/x11/FullScreenWindows.h"
-#include "platform/x11/LayerPainter.h"
-#include "platform/x11/TagWindowAtoms.h"
 #include "platform/x11/screens/X11Screens.h"
+#include "platform/x11/windows/FullScreenWindows.h"
+#include "platform/x11/windows/LayerPainter.h"
+#include "platform/x11/windows/TagWindowAtoms.h"
 
 namespace platform::x11 {
 

@@ -1,4 +1,4 @@
-#include "platform/x11/WindowFrame.h"
+#include "platform/x11/windows/WindowFrame.h"
 
 #include <algorithm>
 

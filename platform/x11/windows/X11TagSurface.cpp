@@ -1,4 +1,4 @@
-#include "platform/x11/X11TagSurface.h"
+#include "platform/x11/windows/X11TagSurface.h"
 
 #include <unistd.h>
 #include <xcb/shape.h>

@@ -1,4 +1,4 @@
-#include "platform/x11/FullScreenWindows.h"
+#include "platform/x11/windows/FullScreenWindows.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "platform/x11/MouseGesture.h"
+#include "platform/x11/windows/MouseGesture.h"
 
 #include <utility>
 

@@ -8,8 +8,8 @@
 #include "platform/RunLoop.h"
 #include "platform/SpaceNumber.h"
 #include "platform/WindowSystem.h"
-#include "platform/x11/MouseGesture.h"
-#include "platform/x11/TagSurfaceContext.h"
+#include "platform/x11/windows/MouseGesture.h"
+#include "platform/x11/windows/TagSurfaceContext.h"
 
 namespace platform::x11 {
 

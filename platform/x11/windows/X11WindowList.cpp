@@ -1,4 +1,4 @@
-#include "platform/x11/X11WindowList.h"
+#include "platform/x11/windows/X11WindowList.h"
 
 #include <fcntl.h>
 #include <unistd.h>

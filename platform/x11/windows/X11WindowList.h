@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "platform/WindowList.h"
-#include "platform/x11/X11Window.h"
+#include "platform/x11/windows/X11Window.h"
 
 namespace platform::x11 {
 

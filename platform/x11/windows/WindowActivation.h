@@ -4,8 +4,8 @@
 #include <functional>
 
 #include "platform/Identifiers.h"
-#include "platform/x11/X11WindowSystem.h"
 #include "platform/x11/spaces/EwmhDesktops.h"
+#include "platform/x11/windows/X11WindowSystem.h"
 
 namespace platform::x11 {
 
