@@ -2,7 +2,7 @@
 
 #include <QObject>
 
-#include "platform/x11/X11HotKeys.h"
+#include "platform/x11/input/X11HotKeys.h"
 
 namespace ui {
 

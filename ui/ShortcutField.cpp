@@ -5,7 +5,7 @@
 #include <QKeyEvent>
 #include <optional>
 
-#include "platform/x11/KeyCodes.h"
+#include "platform/x11/input/KeyCodes.h"
 #include "ui/Metrics.h"
 #include "ui/PlainText.h"
 #include "ui/QtKeys.h"

@@ -25,7 +25,7 @@
 #include "platform/freedesktop/SessionEvents.h"
 #include "platform/freedesktop/SettingsPages.h"
 #include "platform/freedesktop/XdgFolders.h"
-#include "platform/x11/X11Permissions.h"
+#include "platform/x11/input/X11Permissions.h"
 #include "platform/x11/screens/X11ScreenPower.h"
 #include "platform/x11/screens/X11Screens.h"
 #include "platform/x11/spaces/EwmhSpaceShortcuts.h"

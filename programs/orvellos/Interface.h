@@ -4,7 +4,7 @@
 #include "platform/freedesktop/DesktopColorScheme.h"
 #include "platform/freedesktop/StatusNotifierHosts.h"
 #include "platform/x11/SystemTray.h"
-#include "platform/x11/X11MouseMonitor.h"
+#include "platform/x11/input/X11MouseMonitor.h"
 #include "platform/x11/windows/WindowActivation.h"
 #include "platform/x11/windows/X11WindowSystem.h"
 #include "ui/MenuClicks.h"

@@ -4,7 +4,7 @@
 
 #include "platform/freedesktop/CurrentDesktop.h"
 #include "platform/freedesktop/ProgramSearch.h"
-#include "platform/x11/KeyAccelerators.h"
+#include "platform/x11/input/KeyAccelerators.h"
 
 using platform::freedesktop::SpaceKey;
 

@@ -1,10 +1,10 @@
 // Hot keys on a real server: who gets a key, and how often.
 
-#include "platform/x11/X11HotKeys.h"
+#include "platform/x11/input/X11HotKeys.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/x11/X11KeyNames.h"
+#include "platform/x11/input/X11KeyNames.h"
 #include "tests/support/MainLoop.h"
 #include "tests/support/PlainWindow.h"
 #include "tests/support/PrivateDesktop.h"

@@ -1,6 +1,6 @@
 // The keys of other programs, as the X11 layer reports them on a real server.
 
-#include "platform/x11/X11KeyMonitor.h"
+#include "platform/x11/input/X11KeyMonitor.h"
 
 #include <gtest/gtest.h>
 #include <xkbcommon/xkbcommon.h>

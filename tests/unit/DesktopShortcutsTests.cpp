@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/x11/KeyAccelerators.h"
+#include "platform/x11/input/KeyAccelerators.h"
 #include "tests/support/DesktopSettingsTest.h"
 
 namespace platform::freedesktop {

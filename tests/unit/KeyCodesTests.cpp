@@ -1,4 +1,4 @@
-#include "platform/x11/KeyCodes.h"
+#include "platform/x11/input/KeyCodes.h"
 
 #include <gtest/gtest.h>
 

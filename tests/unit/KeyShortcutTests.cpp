@@ -1,4 +1,4 @@
-#include "platform/x11/KeyShortcut.h"
+#include "platform/x11/input/KeyShortcut.h"
 
 #include <gtest/gtest.h>
 

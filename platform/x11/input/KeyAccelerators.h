@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include "platform/KeyMonitor.h"
-#include "platform/x11/KeyShortcut.h"
-#include "platform/x11/X11Keyboard.h"
+#include "platform/x11/input/KeyShortcut.h"
+#include "platform/x11/input/X11Keyboard.h"
 
 namespace platform::x11 {
 

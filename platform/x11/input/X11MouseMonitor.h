@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "platform/MouseMonitor.h"
-#include "platform/x11/RawInput.h"
+#include "platform/x11/input/RawInput.h"
 
 namespace platform::x11 {
 

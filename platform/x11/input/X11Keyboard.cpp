@@ -1,10 +1,10 @@
-#include "platform/x11/X11Keyboard.h"
+#include "platform/x11/input/X11Keyboard.h"
 
 #include <algorithm>
 
-#include "platform/x11/KeyCodes.h"
 #include "platform/x11/connection/Extension.h"
 #include "platform/x11/connection/Xkb.h"
+#include "platform/x11/input/KeyCodes.h"
 
 namespace platform::x11 {
 

@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "platform/KeyMonitor.h"
-#include "platform/x11/KeyShortcut.h"
-#include "platform/x11/RawInput.h"
-#include "platform/x11/X11Keyboard.h"
+#include "platform/x11/input/KeyShortcut.h"
+#include "platform/x11/input/RawInput.h"
+#include "platform/x11/input/X11Keyboard.h"
 
 namespace platform::x11 {
 

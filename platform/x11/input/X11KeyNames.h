@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/KeyNames.h"
-#include "platform/x11/X11Keyboard.h"
+#include "platform/x11/input/X11Keyboard.h"
 
 namespace platform::x11 {
 

@@ -8,8 +8,8 @@
 
 #include "platform/HotKeyService.h"
 #include "platform/Observers.h"
-#include "platform/x11/RawInput.h"
-#include "platform/x11/X11Keyboard.h"
+#include "platform/x11/input/RawInput.h"
+#include "platform/x11/input/X11Keyboard.h"
 
 namespace platform::x11 {
 

@@ -1,9 +1,9 @@
-#include "platform/x11/X11KeyMonitor.h"
+#include "platform/x11/input/X11KeyMonitor.h"
 
 #include <algorithm>
 #include <array>
 
-#include "platform/x11/KeyCodes.h"
+#include "platform/x11/input/KeyCodes.h"
 
 namespace platform::x11 {
 

@@ -1,4 +1,4 @@
-#include "platform/x11/KeyAccelerators.h"
+#include "platform/x11/input/KeyAccelerators.h"
 
 #include <xkbcommon/xkbcommon.h>
 
@@ -6,7 +6,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/x11/KeyCodes.h"
+#include "platform/x11/input/KeyCodes.h"
 
 namespace platform::x11 {
 

@@ -1,10 +1,10 @@
-#include "platform/x11/X11KeyNames.h"
+#include "platform/x11/input/X11KeyNames.h"
 
 #include <xkbcommon/xkbcommon.h>
 
 #include <array>
 
-#include "platform/x11/KeyCodes.h"
+#include "platform/x11/input/KeyCodes.h"
 
 namespace platform::x11 {
 

@@ -1,4 +1,4 @@
-#include "platform/x11/X11MouseMonitor.h"
+#include "platform/x11/input/X11MouseMonitor.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "platform/x11/RawInput.h"
+#include "platform/x11/input/RawInput.h"
 
 #include <tuple>
 

@@ -1,11 +1,11 @@
-#include "platform/x11/X11HotKeys.h"
+#include "platform/x11/input/X11HotKeys.h"
 
 #include <cstdlib>
 #include <memory>
 #include <utility>
 
-#include "platform/x11/KeyCodes.h"
 #include "platform/x11/connection/Xkb.h"
+#include "platform/x11/input/KeyCodes.h"
 
 namespace platform::x11 {
 
