@@ -6,8 +6,8 @@
 #include "platform/freedesktop/OverviewLauncher.h"
 #include "platform/freedesktop/ShellOverview.h"
 #include "platform/freedesktop/SpaceKeys.h"
-#include "platform/x11/OverviewHints.h"
-#include "platform/x11/OverviewPrograms.h"
+#include "platform/x11/overview/OverviewHints.h"
+#include "platform/x11/overview/OverviewPrograms.h"
 
 // Whatever plays Mission Control's part on this desktop: who tells that it is open, and who opens it.
 class Overview {

@@ -1,4 +1,4 @@
-#include "platform/x11/OverviewHints.h"
+#include "platform/x11/overview/OverviewHints.h"
 
 #include <utility>
 

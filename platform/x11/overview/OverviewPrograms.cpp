@@ -1,4 +1,4 @@
-#include "platform/x11/OverviewPrograms.h"
+#include "platform/x11/overview/OverviewPrograms.h"
 
 #include <xcb/xcbext.h>
 
