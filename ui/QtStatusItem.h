@@ -8,7 +8,7 @@
 #include "platform/RunLoop.h"
 #include "platform/Screens.h"
 #include "platform/StatusItem.h"
-#include "platform/x11/SystemTray.h"
+#include "platform/x11/tray/SystemTray.h"
 #include "ui/StatusButton.h"
 #include "ui/StatusButtonPlace.h"
 #include "ui/StatusMenu.h"

@@ -6,7 +6,7 @@
 
 #include "platform/RunLoop.h"
 #include "platform/StatusItem.h"
-#include "platform/x11/SystemTray.h"
+#include "platform/x11/tray/SystemTray.h"
 
 namespace ui {
 

@@ -1,4 +1,4 @@
-#include "platform/x11/SystemTray.h"
+#include "platform/x11/tray/SystemTray.h"
 
 #include <algorithm>
 #include <array>
