@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 
-#include "platform/freedesktop/ProgramLocations.h"
-#include "platform/freedesktop/Spawn.h"
+#include "platform/freedesktop/processes/ProgramLocations.h"
+#include "platform/freedesktop/processes/Spawn.h"
 #include "platform/x11/spaces/EwmhDesktops.h"
 
 namespace programs {

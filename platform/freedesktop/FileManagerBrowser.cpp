@@ -3,8 +3,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/freedesktop/DetachedProcess.h"
 #include "platform/freedesktop/PercentEncoding.h"
+#include "platform/freedesktop/processes/DetachedProcess.h"
 
 namespace platform::freedesktop {
 

@@ -10,7 +10,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "platform/freedesktop/StandardStreams.h"
+#include "platform/freedesktop/processes/StandardStreams.h"
 
 namespace platform::freedesktop {
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/freedesktop/DetachedProcess.h"
+#include "platform/freedesktop/processes/DetachedProcess.h"
 
 namespace platform::freedesktop {
 

@@ -10,8 +10,8 @@
 #include "platform/ApplicationLauncher.h"
 #include "platform/RunLoop.h"
 #include "platform/freedesktop/BusOverview.h"
-#include "platform/freedesktop/ProgramSearch.h"
 #include "platform/freedesktop/SessionBus.h"
+#include "platform/freedesktop/processes/ProgramSearch.h"
 
 namespace platform::freedesktop {
 

@@ -4,8 +4,8 @@
 #include <array>
 
 #include "platform/freedesktop/CurrentDesktop.h"
-#include "platform/freedesktop/DetachedProcess.h"
-#include "platform/freedesktop/ProgramSearch.h"
+#include "platform/freedesktop/processes/DetachedProcess.h"
+#include "platform/freedesktop/processes/ProgramSearch.h"
 
 namespace platform::freedesktop {
 

@@ -16,10 +16,10 @@
 #include "orvellos/spaces/SpaceSwitcher.h"
 #include "orvellos/tags/TagStore.h"
 #include "platform/freedesktop/JournalSystemLog.h"
-#include "platform/freedesktop/PosixChildProcesses.h"
 #include "platform/freedesktop/PosixFileSystem.h"
-#include "platform/freedesktop/ProgramLocations.h"
 #include "platform/freedesktop/XdgFolders.h"
+#include "platform/freedesktop/processes/PosixChildProcesses.h"
+#include "platform/freedesktop/processes/ProgramLocations.h"
 #include "programs/ScriptRunner.h"
 #include "programs/orvello/CommandDesktop.h"
 

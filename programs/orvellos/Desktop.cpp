@@ -7,8 +7,8 @@
 #include "orvellos/app/DiagnosticsReport.h"
 #include "orvellos/base/DebugLog.h"
 #include "platform/freedesktop/CurrentDesktop.h"
-#include "platform/freedesktop/ProgramLocations.h"
-#include "platform/freedesktop/StandardStreams.h"
+#include "platform/freedesktop/processes/ProgramLocations.h"
+#include "platform/freedesktop/processes/StandardStreams.h"
 #include "programs/ScriptRunner.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include <QGuiApplication>
 
 #include "platform/freedesktop/CurrentDesktop.h"
-#include "platform/freedesktop/ProgramSearch.h"
+#include "platform/freedesktop/processes/ProgramSearch.h"
 #include "platform/x11/input/KeyAccelerators.h"
 
 using platform::freedesktop::SpaceKey;

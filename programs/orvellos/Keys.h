@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/freedesktop/DesktopShortcuts.h"
-#include "platform/freedesktop/PosixBackgroundProcesses.h"
 #include "platform/freedesktop/SpaceKeys.h"
+#include "platform/freedesktop/processes/PosixBackgroundProcesses.h"
 #include "platform/x11/input/RawInput.h"
 #include "platform/x11/input/X11HotKeys.h"
 #include "platform/x11/input/X11KeyMonitor.h"

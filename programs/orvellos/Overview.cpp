@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/freedesktop/ProgramSearch.h"
+#include "platform/freedesktop/processes/ProgramSearch.h"
 
 using namespace platform::freedesktop;
 

@@ -5,8 +5,8 @@
 #include <filesystem>
 #include <string>
 
-#include "platform/freedesktop/PosixBackgroundProcesses.h"
 #include "platform/freedesktop/SessionBus.h"
+#include "platform/freedesktop/processes/PosixBackgroundProcesses.h"
 #include "tests/support/MainLoop.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/TemporaryFolder.h"

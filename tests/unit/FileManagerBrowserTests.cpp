@@ -8,7 +8,7 @@
 #include <iterator>
 #include <optional>
 
-#include "platform/freedesktop/DetachedProcess.h"
+#include "platform/freedesktop/processes/DetachedProcess.h"
 #include "tests/support/MainLoop.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/TemporaryFolder.h"

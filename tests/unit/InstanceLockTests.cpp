@@ -1,4 +1,4 @@
-#include "platform/freedesktop/InstanceLock.h"
+#include "platform/freedesktop/processes/InstanceLock.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

@@ -9,7 +9,7 @@
 #include <csignal>
 
 #include "platform/freedesktop/FileDescriptor.h"
-#include "platform/freedesktop/StandardStreams.h"
+#include "platform/freedesktop/processes/StandardStreams.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace platform::freedesktop {

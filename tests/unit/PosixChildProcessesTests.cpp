@@ -1,10 +1,10 @@
-#include "platform/freedesktop/PosixChildProcesses.h"
+#include "platform/freedesktop/processes/PosixChildProcesses.h"
 
 #include <BuildInformation.h>
 #include <gtest/gtest.h>
 
-#include "platform/freedesktop/PosixBackgroundProcesses.h"
-#include "platform/freedesktop/ProgramLocations.h"
+#include "platform/freedesktop/processes/PosixBackgroundProcesses.h"
+#include "platform/freedesktop/processes/ProgramLocations.h"
 #include "tests/support/MainLoop.h"
 
 namespace platform::freedesktop {

@@ -1,4 +1,4 @@
-#include "platform/freedesktop/DetachedProcess.h"
+#include "platform/freedesktop/processes/DetachedProcess.h"
 
 #include <fcntl.h>
 #include <sys/wait.h>

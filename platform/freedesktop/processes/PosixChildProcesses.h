@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "platform/ChildProcesses.h"
-#include "platform/freedesktop/Spawn.h"
+#include "platform/freedesktop/processes/Spawn.h"
 
 namespace platform::freedesktop {
 

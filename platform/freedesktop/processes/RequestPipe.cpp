@@ -1,4 +1,4 @@
-#include "platform/freedesktop/RequestPipe.h"
+#include "platform/freedesktop/processes/RequestPipe.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

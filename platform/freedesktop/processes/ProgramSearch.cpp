@@ -1,4 +1,4 @@
-#include "platform/freedesktop/ProgramSearch.h"
+#include "platform/freedesktop/processes/ProgramSearch.h"
 
 #include <unistd.h>
 

@@ -1,4 +1,4 @@
-#include "platform/freedesktop/PosixChildProcesses.h"
+#include "platform/freedesktop/processes/PosixChildProcesses.h"
 
 namespace platform::freedesktop {
 

@@ -1,4 +1,4 @@
-#include "platform/freedesktop/ProgramLocations.h"
+#include "platform/freedesktop/processes/ProgramLocations.h"
 
 #include <BuildInformation.h>
 

@@ -5,8 +5,8 @@
 
 #include "platform/RunningApplications.h"
 #include "platform/freedesktop/FileDescriptor.h"
-#include "platform/freedesktop/RequestPipe.h"
 #include "platform/freedesktop/XdgFolders.h"
+#include "platform/freedesktop/processes/RequestPipe.h"
 
 namespace platform::freedesktop {
 

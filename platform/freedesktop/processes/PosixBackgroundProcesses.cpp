@@ -1,4 +1,4 @@
-#include "platform/freedesktop/PosixBackgroundProcesses.h"
+#include "platform/freedesktop/processes/PosixBackgroundProcesses.h"
 
 #include <fcntl.h>
 #include <sys/syscall.h>
@@ -9,7 +9,7 @@
 #include <system_error>
 #include <utility>
 
-#include "platform/freedesktop/Spawn.h"
+#include "platform/freedesktop/processes/Spawn.h"
 
 namespace platform::freedesktop {
 

@@ -1,4 +1,4 @@
-#include "platform/freedesktop/StandardStreams.h"
+#include "platform/freedesktop/processes/StandardStreams.h"
 
 #include <pthread.h>
 #include <unistd.h>

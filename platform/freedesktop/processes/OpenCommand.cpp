@@ -1,6 +1,6 @@
-#include "platform/freedesktop/OpenCommand.h"
+#include "platform/freedesktop/processes/OpenCommand.h"
 
-#include "platform/freedesktop/DetachedProcess.h"
+#include "platform/freedesktop/processes/DetachedProcess.h"
 
 namespace platform::freedesktop {
 

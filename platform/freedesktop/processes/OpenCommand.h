@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/freedesktop/PosixChildProcesses.h"
+#include "platform/freedesktop/processes/PosixChildProcesses.h"
 
 namespace platform::freedesktop {
 

@@ -1,4 +1,4 @@
-#include "platform/freedesktop/InstanceLock.h"
+#include "platform/freedesktop/processes/InstanceLock.h"
 
 #include <fcntl.h>
 #include <fmt/format.h>

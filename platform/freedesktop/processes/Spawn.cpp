@@ -1,4 +1,4 @@
-#include "platform/freedesktop/Spawn.h"
+#include "platform/freedesktop/processes/Spawn.h"
 
 #include <signal.h>
 #include <spawn.h>
