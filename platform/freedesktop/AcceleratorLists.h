@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/freedesktop/BusMessage.h"
+#include "platform/freedesktop/bus/BusMessage.h"
 
 namespace platform::freedesktop {
 

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "platform/OverviewSource.h"
-#include "platform/freedesktop/BusMessage.h"
+#include "platform/freedesktop/bus/BusMessage.h"
 
 namespace platform::freedesktop {
 

@@ -7,7 +7,7 @@
 
 #include "platform/ChildProcesses.h"
 #include "platform/freedesktop/AcceleratorLists.h"
-#include "platform/freedesktop/SessionBus.h"
+#include "platform/freedesktop/bus/SessionBus.h"
 
 namespace platform::freedesktop {
 

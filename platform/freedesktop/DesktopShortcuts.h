@@ -9,7 +9,7 @@
 
 #include "platform/SystemShortcuts.h"
 #include "platform/freedesktop/DesktopAccelerators.h"
-#include "platform/freedesktop/SessionBus.h"
+#include "platform/freedesktop/bus/SessionBus.h"
 
 namespace platform::freedesktop {
 

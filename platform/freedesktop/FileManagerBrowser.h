@@ -6,7 +6,7 @@
 
 #include "platform/FileBrowser.h"
 #include "platform/Subscription.h"
-#include "platform/freedesktop/SessionBus.h"
+#include "platform/freedesktop/bus/SessionBus.h"
 
 namespace platform::freedesktop {
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <utility>
 
-#include "platform/freedesktop/BareBusCall.h"
+#include "platform/freedesktop/bus/BareBusCall.h"
 
 namespace platform::freedesktop {
 

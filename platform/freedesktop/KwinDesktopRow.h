@@ -5,7 +5,7 @@
 
 #include "platform/DesktopRow.h"
 #include "platform/RunLoop.h"
-#include "platform/freedesktop/BusMessage.h"
+#include "platform/freedesktop/bus/BusMessage.h"
 
 namespace platform::freedesktop {
 

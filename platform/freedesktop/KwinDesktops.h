@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "platform/freedesktop/KwinDesktopRow.h"
-#include "platform/freedesktop/SessionBus.h"
+#include "platform/freedesktop/bus/SessionBus.h"
 
 namespace platform::freedesktop {
 

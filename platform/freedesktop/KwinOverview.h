@@ -5,8 +5,8 @@
 #include "platform/Observers.h"
 #include "platform/RunLoop.h"
 #include "platform/freedesktop/BusOverview.h"
-#include "platform/freedesktop/BusServiceWatch.h"
-#include "platform/freedesktop/SessionBus.h"
+#include "platform/freedesktop/bus/BusServiceWatch.h"
+#include "platform/freedesktop/bus/SessionBus.h"
 
 namespace platform::freedesktop {
 

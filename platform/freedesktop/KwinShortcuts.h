@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/freedesktop/SessionBus.h"
+#include "platform/freedesktop/bus/SessionBus.h"
 
 namespace platform::freedesktop {
 

@@ -7,9 +7,9 @@
 
 #include "platform/Observers.h"
 #include "platform/SessionMonitor.h"
-#include "platform/freedesktop/BusProperty.h"
-#include "platform/freedesktop/BusServiceWatch.h"
-#include "platform/freedesktop/SessionBus.h"
+#include "platform/freedesktop/bus/BusProperty.h"
+#include "platform/freedesktop/bus/BusServiceWatch.h"
+#include "platform/freedesktop/bus/SessionBus.h"
 
 namespace platform::freedesktop {
 

@@ -10,7 +10,7 @@
 #include "platform/ApplicationLauncher.h"
 #include "platform/RunLoop.h"
 #include "platform/freedesktop/BusOverview.h"
-#include "platform/freedesktop/SessionBus.h"
+#include "platform/freedesktop/bus/SessionBus.h"
 #include "platform/freedesktop/processes/ProgramSearch.h"
 
 namespace platform::freedesktop {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "platform/UpdateService.h"
-#include "platform/freedesktop/SessionBus.h"
+#include "platform/freedesktop/bus/SessionBus.h"
 
 namespace platform::freedesktop {
 

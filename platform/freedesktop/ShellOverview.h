@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "platform/freedesktop/BusOverview.h"
-#include "platform/freedesktop/BusProperty.h"
+#include "platform/freedesktop/bus/BusProperty.h"
 
 namespace platform::freedesktop {
 

@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "platform/KeyMonitor.h"
-#include "platform/freedesktop/BusServiceWatch.h"
 #include "platform/freedesktop/DesktopAccelerators.h"
 #include "platform/freedesktop/KwinShortcuts.h"
+#include "platform/freedesktop/bus/BusServiceWatch.h"
 
 namespace platform::freedesktop {
 

@@ -3,7 +3,7 @@
 #include <functional>
 #include <vector>
 
-#include "platform/freedesktop/BusProperty.h"
+#include "platform/freedesktop/bus/BusProperty.h"
 
 namespace platform::freedesktop {
 

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <string>
 
-#include "platform/freedesktop/SessionBus.h"
+#include "platform/freedesktop/bus/SessionBus.h"
 #include "platform/freedesktop/processes/PosixBackgroundProcesses.h"
 #include "tests/support/MainLoop.h"
 #include "tests/support/PrivateBus.h"

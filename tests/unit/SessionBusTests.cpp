@@ -1,12 +1,12 @@
-#include "platform/freedesktop/SessionBus.h"
+#include "platform/freedesktop/bus/SessionBus.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
 
-#include "platform/freedesktop/BusProperty.h"
-#include "platform/freedesktop/BusServiceWatch.h"
 #include "platform/freedesktop/KwinDesktops.h"
+#include "platform/freedesktop/bus/BusProperty.h"
+#include "platform/freedesktop/bus/BusServiceWatch.h"
 #include "tests/support/MainLoop.h"
 #include "tests/support/PrivateBus.h"
 

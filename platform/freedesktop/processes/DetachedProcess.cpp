@@ -8,7 +8,7 @@
 #include <csignal>
 #include <vector>
 
-#include "platform/freedesktop/BusMessage.h"
+#include "platform/freedesktop/bus/BusMessage.h"
 
 namespace platform::freedesktop {
 

@@ -1,4 +1,4 @@
-#include "platform/freedesktop/SystemdLibrary.h"
+#include "platform/freedesktop/bus/SystemdLibrary.h"
 
 #include <dlfcn.h>
 

@@ -1,4 +1,4 @@
-#include "platform/freedesktop/BusProperty.h"
+#include "platform/freedesktop/bus/BusProperty.h"
 
 #include <algorithm>
 #include <utility>

@@ -3,8 +3,8 @@
 #include <functional>
 #include <string>
 
-#include "platform/freedesktop/BusServiceWatch.h"
-#include "platform/freedesktop/SessionBus.h"
+#include "platform/freedesktop/bus/BusServiceWatch.h"
+#include "platform/freedesktop/bus/SessionBus.h"
 
 namespace platform::freedesktop {
 

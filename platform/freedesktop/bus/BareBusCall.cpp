@@ -1,4 +1,4 @@
-#include "platform/freedesktop/BareBusCall.h"
+#include "platform/freedesktop/bus/BareBusCall.h"
 
 #include <fmt/format.h>
 #include <poll.h>
@@ -12,8 +12,8 @@
 #include <cstddef>
 #include <cstdlib>
 
-#include "platform/freedesktop/BusWire.h"
 #include "platform/freedesktop/FileDescriptor.h"
+#include "platform/freedesktop/bus/BusWire.h"
 
 namespace platform::freedesktop {
 

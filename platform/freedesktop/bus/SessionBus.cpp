@@ -1,4 +1,4 @@
-#include "platform/freedesktop/SessionBus.h"
+#include "platform/freedesktop/bus/SessionBus.h"
 
 #include <poll.h>
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "platform/RunLoop.h"
-#include "platform/freedesktop/SystemdLibrary.h"
+#include "platform/freedesktop/bus/SystemdLibrary.h"
 
 namespace platform::freedesktop {
 

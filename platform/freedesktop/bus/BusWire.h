@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/freedesktop/BusMessage.h"
+#include "platform/freedesktop/bus/BusMessage.h"
 
 namespace platform::freedesktop {
 

@@ -3,7 +3,7 @@
 #include <functional>
 #include <string>
 
-#include "platform/freedesktop/SessionBus.h"
+#include "platform/freedesktop/bus/SessionBus.h"
 
 namespace platform::freedesktop {
 

@@ -1,4 +1,4 @@
-#include "platform/freedesktop/BusServiceWatch.h"
+#include "platform/freedesktop/bus/BusServiceWatch.h"
 
 #include <utility>
 

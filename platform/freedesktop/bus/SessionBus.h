@@ -7,8 +7,8 @@
 
 #include "platform/DescriptorWatcher.h"
 #include "platform/RunLoop.h"
-#include "platform/freedesktop/BusMessage.h"
-#include "platform/freedesktop/SystemdLibrary.h"
+#include "platform/freedesktop/bus/BusMessage.h"
+#include "platform/freedesktop/bus/SystemdLibrary.h"
 
 namespace platform::freedesktop {
 

@@ -1,4 +1,4 @@
-#include "platform/freedesktop/BusMessage.h"
+#include "platform/freedesktop/bus/BusMessage.h"
 
 #include <cstdlib>
 #include <string_view>

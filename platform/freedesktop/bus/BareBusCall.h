@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "platform/RunLoop.h"
-#include "platform/freedesktop/BusMessage.h"
+#include "platform/freedesktop/bus/BusMessage.h"
 
 namespace platform::freedesktop {
 

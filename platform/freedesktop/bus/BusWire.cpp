@@ -1,4 +1,4 @@
-#include "platform/freedesktop/BusWire.h"
+#include "platform/freedesktop/bus/BusWire.h"
 
 #include <algorithm>
 #include <bit>
