@@ -16,7 +16,7 @@
 #include "benchmarks/Row.h"
 #include "orvellos/tags/TagJson.h"
 #include "orvellos/tags/TagStore.h"
-#include "platform/freedesktop/PosixFileSystem.h"
+#include "platform/freedesktop/files/PosixFileSystem.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "tests/support/TemporaryFolder.h"
 

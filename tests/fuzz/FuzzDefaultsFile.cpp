@@ -1,7 +1,7 @@
 #include <cstdlib>
 #include <nlohmann/json.hpp>
 
-#include "platform/freedesktop/JsonDefaultsStore.h"
+#include "platform/freedesktop/files/JsonDefaultsStore.h"
 #include "platform/simulated/SimulatedFileSystem.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/freedesktop/FileDescriptor.h"
+#include "platform/freedesktop/files/FileDescriptor.h"
 #include "tests/support/Wait.h"
 
 namespace desktop_test {

@@ -1,4 +1,4 @@
-#include "platform/freedesktop/AutostartLoginItem.h"
+#include "platform/freedesktop/files/AutostartLoginItem.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform/freedesktop/PosixFileSystem.h"
+#include "platform/freedesktop/files/PosixFileSystem.h"
 #include "platform/simulated/SimulatedFileSystem.h"
 #include "tests/support/TemporaryFolder.h"
 

@@ -8,7 +8,7 @@
 #include <array>
 #include <csignal>
 
-#include "platform/freedesktop/FileDescriptor.h"
+#include "platform/freedesktop/files/FileDescriptor.h"
 #include "platform/freedesktop/processes/StandardStreams.h"
 #include "tests/support/TemporaryFolder.h"
 

@@ -1,4 +1,4 @@
-#include "platform/freedesktop/JsonDefaultsStore.h"
+#include "platform/freedesktop/files/JsonDefaultsStore.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
-#include "platform/freedesktop/OsRelease.h"
+#include "platform/freedesktop/files/OsRelease.h"
 
 #include <gtest/gtest.h>
 #include <sys/utsname.h>
 
-#include "platform/freedesktop/PosixFileSystem.h"
+#include "platform/freedesktop/files/PosixFileSystem.h"
 #include "platform/simulated/SimulatedFileSystem.h"
 
 namespace platform::freedesktop {

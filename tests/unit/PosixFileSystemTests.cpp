@@ -1,4 +1,4 @@
-#include "platform/freedesktop/PosixFileSystem.h"
+#include "platform/freedesktop/files/PosixFileSystem.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

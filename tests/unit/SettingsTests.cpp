@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "platform/freedesktop/JsonDefaultsStore.h"
+#include "platform/freedesktop/files/JsonDefaultsStore.h"
 #include "tests/support/ApplicationTest.h"
 
 namespace orvellos {

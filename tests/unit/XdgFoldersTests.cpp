@@ -1,4 +1,4 @@
-#include "platform/freedesktop/XdgFolders.h"
+#include "platform/freedesktop/files/XdgFolders.h"
 
 #include <gtest/gtest.h>
 

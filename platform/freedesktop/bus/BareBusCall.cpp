@@ -12,8 +12,8 @@
 #include <cstddef>
 #include <cstdlib>
 
-#include "platform/freedesktop/FileDescriptor.h"
 #include "platform/freedesktop/bus/BusWire.h"
+#include "platform/freedesktop/files/FileDescriptor.h"
 
 namespace platform::freedesktop {
 

@@ -5,7 +5,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "platform/freedesktop/PercentEncoding.h"
+#include "platform/freedesktop/files/PercentEncoding.h"
 
 namespace platform::freedesktop {
 

@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "platform/freedesktop/PercentEncoding.h"
+#include "platform/freedesktop/files/PercentEncoding.h"
 
 namespace platform::freedesktop {
 

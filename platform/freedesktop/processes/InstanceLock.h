@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include "platform/RunningApplications.h"
-#include "platform/freedesktop/FileDescriptor.h"
-#include "platform/freedesktop/XdgFolders.h"
+#include "platform/freedesktop/files/FileDescriptor.h"
+#include "platform/freedesktop/files/XdgFolders.h"
 #include "platform/freedesktop/processes/RequestPipe.h"
 
 namespace platform::freedesktop {

@@ -6,7 +6,7 @@
 
 #include "platform/ChildProcesses.h"
 #include "platform/DescriptorWatcher.h"
-#include "platform/freedesktop/FileDescriptor.h"
+#include "platform/freedesktop/files/FileDescriptor.h"
 #include "platform/freedesktop/processes/Spawn.h"
 
 namespace platform::freedesktop {

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "platform/DescriptorWatcher.h"
-#include "platform/freedesktop/FileDescriptor.h"
+#include "platform/freedesktop/files/FileDescriptor.h"
 
 namespace platform::freedesktop {
 

@@ -1,4 +1,4 @@
-#include "platform/freedesktop/XdgFolders.h"
+#include "platform/freedesktop/files/XdgFolders.h"
 
 #include <pwd.h>
 #include <unistd.h>
@@ -8,8 +8,8 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "platform/freedesktop/PosixFileSystem.h"
-#include "platform/freedesktop/QuotedWord.h"
+#include "platform/freedesktop/files/PosixFileSystem.h"
+#include "platform/freedesktop/files/QuotedWord.h"
 
 namespace platform::freedesktop {
 

@@ -1,10 +1,10 @@
-#include "platform/freedesktop/OsRelease.h"
+#include "platform/freedesktop/files/OsRelease.h"
 
 #include <sys/utsname.h>
 
 #include <algorithm>
 
-#include "platform/freedesktop/QuotedWord.h"
+#include "platform/freedesktop/files/QuotedWord.h"
 
 namespace platform::freedesktop {
 

@@ -1,4 +1,4 @@
-#include "platform/freedesktop/PosixFileSystem.h"
+#include "platform/freedesktop/files/PosixFileSystem.h"
 
 #include <fmt/format.h>
 #include <sys/stat.h>
@@ -9,7 +9,7 @@
 #include <csignal>
 #include <system_error>
 
-#include "platform/freedesktop/FileDescriptor.h"
+#include "platform/freedesktop/files/FileDescriptor.h"
 
 namespace platform::freedesktop {
 
