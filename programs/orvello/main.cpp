@@ -15,11 +15,11 @@
 #include "orvellos/commandline/OrvelloCLI.h"
 #include "orvellos/spaces/SpaceSwitcher.h"
 #include "orvellos/tags/TagStore.h"
-#include "platform/freedesktop/JournalSystemLog.h"
 #include "platform/freedesktop/files/PosixFileSystem.h"
 #include "platform/freedesktop/files/XdgFolders.h"
 #include "platform/freedesktop/processes/PosixChildProcesses.h"
 #include "platform/freedesktop/processes/ProgramLocations.h"
+#include "platform/freedesktop/session/JournalSystemLog.h"
 #include "programs/ScriptRunner.h"
 #include "programs/orvello/CommandDesktop.h"
 

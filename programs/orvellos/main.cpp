@@ -10,10 +10,10 @@
 
 #include "orvellos/app/AppDelegate.h"
 #include "orvellos/base/DebugLog.h"
-#include "platform/freedesktop/JournalSystemLog.h"
 #include "platform/freedesktop/bus/BusMessage.h"
 #include "platform/freedesktop/bus/SystemdLibrary.h"
 #include "platform/freedesktop/processes/StandardStreams.h"
+#include "platform/freedesktop/session/JournalSystemLog.h"
 #include "platform/x11/connection/XConnection.h"
 #include "programs/orvellos/Desktop.h"
 #include "ui/Appearance.h"

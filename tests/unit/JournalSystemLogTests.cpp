@@ -1,4 +1,4 @@
-#include "platform/freedesktop/JournalSystemLog.h"
+#include "platform/freedesktop/session/JournalSystemLog.h"
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>

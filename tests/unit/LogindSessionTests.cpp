@@ -1,11 +1,11 @@
-#include "platform/freedesktop/LogindSession.h"
+#include "platform/freedesktop/session/LogindSession.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
 #include <set>
 
-#include "platform/freedesktop/SessionEvents.h"
+#include "platform/freedesktop/session/SessionEvents.h"
 #include "tests/support/MainLoop.h"
 #include "tests/support/PrivateBus.h"
 

@@ -1,4 +1,4 @@
-#include "platform/freedesktop/PackageKitUpdates.h"
+#include "platform/freedesktop/session/PackageKitUpdates.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/freedesktop/LogindSession.h"
+#include "platform/freedesktop/session/LogindSession.h"
 
 #include <unistd.h>
 
