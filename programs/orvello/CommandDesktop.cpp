@@ -4,7 +4,7 @@
 #include <chrono>
 #include <utility>
 
-#include "platform/freedesktop/KwinDesktopRow.h"
+#include "platform/freedesktop/desktops/KwinDesktopRow.h"
 #include "programs/orvello/StartOver.h"
 
 using namespace platform;

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "orvellos/app/AppDelegate.h"
-#include "platform/freedesktop/DesktopColorScheme.h"
-#include "platform/freedesktop/StatusNotifierHosts.h"
+#include "platform/freedesktop/desktops/DesktopColorScheme.h"
+#include "platform/freedesktop/desktops/StatusNotifierHosts.h"
 #include "platform/x11/input/X11MouseMonitor.h"
 #include "platform/x11/tray/SystemTray.h"
 #include "platform/x11/windows/WindowActivation.h"

@@ -2,7 +2,7 @@
 
 #include <QGuiApplication>
 
-#include "platform/freedesktop/CurrentDesktop.h"
+#include "platform/freedesktop/desktops/CurrentDesktop.h"
 #include "platform/freedesktop/processes/ProgramSearch.h"
 #include "platform/x11/input/KeyAccelerators.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/freedesktop/DesktopShortcuts.h"
-#include "platform/freedesktop/SpaceKeys.h"
+#include "platform/freedesktop/desktops/DesktopShortcuts.h"
+#include "platform/freedesktop/desktops/SpaceKeys.h"
 #include "platform/freedesktop/processes/PosixBackgroundProcesses.h"
 #include "platform/x11/input/RawInput.h"
 #include "platform/x11/input/X11HotKeys.h"

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "platform/KeyMonitor.h"
-#include "platform/freedesktop/DesktopOverview.h"
-#include "platform/freedesktop/KwinOverview.h"
-#include "platform/freedesktop/OverviewLauncher.h"
-#include "platform/freedesktop/ShellOverview.h"
-#include "platform/freedesktop/SpaceKeys.h"
+#include "platform/freedesktop/desktops/DesktopOverview.h"
+#include "platform/freedesktop/desktops/KwinOverview.h"
+#include "platform/freedesktop/desktops/OverviewLauncher.h"
+#include "platform/freedesktop/desktops/ShellOverview.h"
+#include "platform/freedesktop/desktops/SpaceKeys.h"
 #include "platform/x11/overview/OverviewHints.h"
 #include "platform/x11/overview/OverviewPrograms.h"
 

@@ -7,9 +7,9 @@
 #include <csignal>
 #include <string_view>
 
-#include "platform/freedesktop/DesktopOverview.h"
-#include "platform/freedesktop/KwinOverview.h"
-#include "platform/freedesktop/OverviewLauncher.h"
+#include "platform/freedesktop/desktops/DesktopOverview.h"
+#include "platform/freedesktop/desktops/KwinOverview.h"
+#include "platform/freedesktop/desktops/OverviewLauncher.h"
 #include "platform/x11/overview/OverviewHints.h"
 #include "platform/x11/overview/OverviewPrograms.h"
 #include "platform/x11/screens/X11Screens.h"

@@ -1,6 +1,6 @@
 // What desktops say of their own shortcuts, asked for on a private bus and of a program that stands in.
 
-#include "platform/freedesktop/DesktopShortcuts.h"
+#include "platform/freedesktop/desktops/DesktopShortcuts.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "platform/freedesktop/FileManagerBrowser.h"
+#include "platform/freedesktop/desktops/FileManagerBrowser.h"
 
 #include <gtest/gtest.h>
 

@@ -1,12 +1,12 @@
-#include "platform/freedesktop/OverviewLauncher.h"
+#include "platform/freedesktop/desktops/OverviewLauncher.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <fstream>
 
-#include "platform/freedesktop/KwinOverview.h"
-#include "platform/freedesktop/ShellOverview.h"
+#include "platform/freedesktop/desktops/KwinOverview.h"
+#include "platform/freedesktop/desktops/ShellOverview.h"
 #include "tests/support/MainLoop.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/TemporaryFolder.h"

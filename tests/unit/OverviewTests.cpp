@@ -4,9 +4,9 @@
 #include <atomic>
 
 #include "orvellos/overview/DockWindow.h"
-#include "platform/freedesktop/DesktopOverview.h"
-#include "platform/freedesktop/KwinOverview.h"
-#include "platform/freedesktop/ShellOverview.h"
+#include "platform/freedesktop/desktops/DesktopOverview.h"
+#include "platform/freedesktop/desktops/KwinOverview.h"
+#include "platform/freedesktop/desktops/ShellOverview.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "tests/support/MainLoop.h"
 #include "tests/support/PrivateBus.h"

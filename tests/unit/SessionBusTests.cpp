@@ -4,9 +4,9 @@
 
 #include <atomic>
 
-#include "platform/freedesktop/KwinDesktops.h"
 #include "platform/freedesktop/bus/BusProperty.h"
 #include "platform/freedesktop/bus/BusServiceWatch.h"
+#include "platform/freedesktop/desktops/KwinDesktops.h"
 #include "tests/support/MainLoop.h"
 #include "tests/support/PrivateBus.h"
 

@@ -1,4 +1,4 @@
-#include "platform/freedesktop/SettingsPages.h"
+#include "platform/freedesktop/desktops/SettingsPages.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // Which of the desktop's own keys go to another Space or open the overview, and that changes are heard.
 
-#include "platform/freedesktop/SpaceKeys.h"
+#include "platform/freedesktop/desktops/SpaceKeys.h"
 
 #include <gtest/gtest.h>
 

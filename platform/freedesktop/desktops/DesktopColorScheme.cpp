@@ -1,4 +1,4 @@
-#include "platform/freedesktop/DesktopColorScheme.h"
+#include "platform/freedesktop/desktops/DesktopColorScheme.h"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include "platform/freedesktop/KwinDesktopRow.h"
+#include "platform/freedesktop/desktops/KwinDesktopRow.h"
 
 #include <algorithm>
 #include <cstdint>

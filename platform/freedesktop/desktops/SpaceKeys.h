@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "platform/KeyMonitor.h"
-#include "platform/freedesktop/DesktopAccelerators.h"
-#include "platform/freedesktop/KwinShortcuts.h"
 #include "platform/freedesktop/bus/BusServiceWatch.h"
+#include "platform/freedesktop/desktops/DesktopAccelerators.h"
+#include "platform/freedesktop/desktops/KwinShortcuts.h"
 
 namespace platform::freedesktop {
 

@@ -1,4 +1,4 @@
-#include "platform/freedesktop/ShellOverview.h"
+#include "platform/freedesktop/desktops/ShellOverview.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "platform/freedesktop/CurrentDesktop.h"
+#include "platform/freedesktop/desktops/CurrentDesktop.h"
 
 #include <cstdlib>
 

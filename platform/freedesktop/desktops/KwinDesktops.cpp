@@ -1,4 +1,4 @@
-#include "platform/freedesktop/KwinDesktops.h"
+#include "platform/freedesktop/desktops/KwinDesktops.h"
 
 #include <utility>
 

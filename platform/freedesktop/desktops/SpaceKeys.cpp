@@ -1,9 +1,9 @@
-#include "platform/freedesktop/SpaceKeys.h"
+#include "platform/freedesktop/desktops/SpaceKeys.h"
 
 #include <algorithm>
 #include <utility>
 
-#include "platform/freedesktop/CurrentDesktop.h"
+#include "platform/freedesktop/desktops/CurrentDesktop.h"
 
 namespace platform::freedesktop {
 

@@ -4,9 +4,9 @@
 
 #include "platform/Observers.h"
 #include "platform/RunLoop.h"
-#include "platform/freedesktop/BusOverview.h"
 #include "platform/freedesktop/bus/BusServiceWatch.h"
 #include "platform/freedesktop/bus/SessionBus.h"
+#include "platform/freedesktop/desktops/BusOverview.h"
 
 namespace platform::freedesktop {
 

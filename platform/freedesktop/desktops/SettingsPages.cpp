@@ -1,9 +1,9 @@
-#include "platform/freedesktop/SettingsPages.h"
+#include "platform/freedesktop/desktops/SettingsPages.h"
 
 #include <algorithm>
 #include <array>
 
-#include "platform/freedesktop/CurrentDesktop.h"
+#include "platform/freedesktop/desktops/CurrentDesktop.h"
 #include "platform/freedesktop/processes/DetachedProcess.h"
 #include "platform/freedesktop/processes/ProgramSearch.h"
 

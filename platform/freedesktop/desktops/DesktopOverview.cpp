@@ -1,4 +1,4 @@
-#include "platform/freedesktop/DesktopOverview.h"
+#include "platform/freedesktop/desktops/DesktopOverview.h"
 
 #include <algorithm>
 

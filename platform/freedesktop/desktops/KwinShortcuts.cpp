@@ -1,4 +1,4 @@
-#include "platform/freedesktop/KwinShortcuts.h"
+#include "platform/freedesktop/desktops/KwinShortcuts.h"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include "platform/freedesktop/DesktopShortcuts.h"
+#include "platform/freedesktop/desktops/DesktopShortcuts.h"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include "platform/freedesktop/KwinOverview.h"
+#include "platform/freedesktop/desktops/KwinOverview.h"
 
 #include <algorithm>
 #include <string_view>

@@ -3,8 +3,8 @@
 #include <functional>
 #include <optional>
 
-#include "platform/freedesktop/KwinDesktopRow.h"
 #include "platform/freedesktop/bus/SessionBus.h"
+#include "platform/freedesktop/desktops/KwinDesktopRow.h"
 
 namespace platform::freedesktop {
 

@@ -1,4 +1,4 @@
-#include "platform/freedesktop/OverviewLauncher.h"
+#include "platform/freedesktop/desktops/OverviewLauncher.h"
 
 #include <fmt/format.h>
 

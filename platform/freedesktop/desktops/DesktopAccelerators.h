@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "platform/ChildProcesses.h"
-#include "platform/freedesktop/AcceleratorLists.h"
 #include "platform/freedesktop/bus/SessionBus.h"
+#include "platform/freedesktop/desktops/AcceleratorLists.h"
 
 namespace platform::freedesktop {
 

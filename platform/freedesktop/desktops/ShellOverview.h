@@ -3,8 +3,8 @@
 #include <memory>
 #include <vector>
 
-#include "platform/freedesktop/BusOverview.h"
 #include "platform/freedesktop/bus/BusProperty.h"
+#include "platform/freedesktop/desktops/BusOverview.h"
 
 namespace platform::freedesktop {
 

@@ -9,8 +9,8 @@
 
 #include "platform/ApplicationLauncher.h"
 #include "platform/RunLoop.h"
-#include "platform/freedesktop/BusOverview.h"
 #include "platform/freedesktop/bus/SessionBus.h"
+#include "platform/freedesktop/desktops/BusOverview.h"
 #include "platform/freedesktop/processes/ProgramSearch.h"
 
 namespace platform::freedesktop {

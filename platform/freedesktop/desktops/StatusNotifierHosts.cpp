@@ -1,4 +1,4 @@
-#include "platform/freedesktop/StatusNotifierHosts.h"
+#include "platform/freedesktop/desktops/StatusNotifierHosts.h"
 
 #include <utility>
 

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "platform/SystemShortcuts.h"
-#include "platform/freedesktop/DesktopAccelerators.h"
 #include "platform/freedesktop/bus/SessionBus.h"
+#include "platform/freedesktop/desktops/DesktopAccelerators.h"
 
 namespace platform::freedesktop {
 

@@ -1,4 +1,4 @@
-#include "platform/freedesktop/AcceleratorLists.h"
+#include "platform/freedesktop/desktops/AcceleratorLists.h"
 
 #include <algorithm>
 #include <array>

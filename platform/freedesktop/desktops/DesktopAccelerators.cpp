@@ -1,11 +1,11 @@
-#include "platform/freedesktop/DesktopAccelerators.h"
+#include "platform/freedesktop/desktops/DesktopAccelerators.h"
 
 #include <algorithm>
 #include <array>
 #include <string_view>
 #include <utility>
 
-#include "platform/freedesktop/CurrentDesktop.h"
+#include "platform/freedesktop/desktops/CurrentDesktop.h"
 
 namespace platform::freedesktop {
 
