@@ -4,10 +4,10 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
-#include "ui/ApplicationIcon.h"
 #include "ui/FormParts.h"
 #include "ui/Metrics.h"
 #include "ui/PlainText.h"
+#include "ui/shell/ApplicationIcon.h"
 
 namespace ui {
 

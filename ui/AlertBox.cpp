@@ -4,11 +4,11 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "ui/ApplicationIcon.h"
 #include "ui/FormParts.h"
 #include "ui/Metrics.h"
 #include "ui/PlainText.h"
-#include "ui/X11Window.h"
+#include "ui/shell/ApplicationIcon.h"
+#include "ui/shell/X11Window.h"
 
 namespace ui {
 

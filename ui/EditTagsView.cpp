@@ -21,7 +21,7 @@
 #include "ui/PlainText.h"
 #include "ui/QtColor.h"
 #include "ui/Symbols.h"
-#include "ui/X11Window.h"
+#include "ui/shell/X11Window.h"
 
 namespace ui {
 

@@ -12,10 +12,10 @@
 #include <QWindow>
 #include <utility>
 
-#include "ui/ApplicationIcon.h"
 #include "ui/FormParts.h"
 #include "ui/PanelSize.h"
 #include "ui/PlainText.h"
+#include "ui/shell/ApplicationIcon.h"
 
 namespace ui {
 

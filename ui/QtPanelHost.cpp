@@ -10,8 +10,8 @@
 #include "ui/QtToast.h"
 #include "ui/QuickSwitcherView.h"
 #include "ui/SettingsView.h"
-#include "ui/ToolkitPlaces.h"
 #include "ui/WelcomeView.h"
+#include "ui/shell/ToolkitPlaces.h"
 
 namespace ui {
 

@@ -5,7 +5,7 @@
 
 #include "ui/StatusIcon.h"
 #include "ui/StatusWords.h"
-#include "ui/X11Window.h"
+#include "ui/shell/X11Window.h"
 
 namespace ui {
 

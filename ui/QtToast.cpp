@@ -12,7 +12,7 @@
 #include "ui/Metrics.h"
 #include "ui/PlainText.h"
 #include "ui/QtColor.h"
-#include "ui/X11Window.h"
+#include "ui/shell/X11Window.h"
 
 namespace ui {
 

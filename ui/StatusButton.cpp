@@ -11,8 +11,8 @@
 #include "ui/StatusIcon.h"
 #include "ui/StatusWords.h"
 #include "ui/Symbols.h"
-#include "ui/ToolkitPlaces.h"
-#include "ui/X11Window.h"
+#include "ui/shell/ToolkitPlaces.h"
+#include "ui/shell/X11Window.h"
 
 namespace ui {
 

@@ -10,7 +10,7 @@
 #include "ui/QtColor.h"
 #include "ui/QtKeys.h"
 #include "ui/Symbols.h"
-#include "ui/X11Window.h"
+#include "ui/shell/X11Window.h"
 
 namespace ui {
 

@@ -5,10 +5,10 @@
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
-#include "ui/ApplicationIcon.h"
 #include "ui/FormParts.h"
 #include "ui/Metrics.h"
 #include "ui/PermissionRowView.h"
+#include "ui/shell/ApplicationIcon.h"
 
 namespace ui {
 

@@ -36,8 +36,8 @@
 #include "programs/orvellos/Keys.h"
 #include "programs/orvellos/Overview.h"
 #include "ui/QtLayerPainter.h"
-#include "ui/QtRunLoop.h"
 #include "ui/QtText.h"
+#include "ui/shell/QtRunLoop.h"
 
 // The composition root of the application on X11: every service once, each before those that use it.
 class Desktop {

@@ -13,7 +13,7 @@
 #include "ui/QtMenuBar.h"
 #include "ui/QtPanelHost.h"
 #include "ui/QtStatusItem.h"
-#include "ui/X11Window.h"
+#include "ui/shell/X11Window.h"
 
 // Where the user meets the application: its panels, alerts and menus, put together for this desktop.
 class Interface {

@@ -9,7 +9,7 @@
 #include "platform/x11/input/X11KeyNames.h"
 #include "platform/x11/input/X11Keyboard.h"
 #include "ui/MenuKeys.h"
-#include "ui/QtRunLoop.h"
+#include "ui/shell/QtRunLoop.h"
 
 // All that has to do with the user's keys: what they are called, who sees them, and who has taken them.
 class Keys {

@@ -17,9 +17,9 @@
 #include "platform/x11/connection/XConnection.h"
 #include "programs/orvellos/Desktop.h"
 #include "ui/Appearance.h"
-#include "ui/FontConfiguration.h"
-#include "ui/QtRunLoop.h"
-#include "ui/TerminationSignals.h"
+#include "ui/shell/FontConfiguration.h"
+#include "ui/shell/QtRunLoop.h"
+#include "ui/shell/TerminationSignals.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <functional>
 
 #include "tests/support/Wait.h"
-#include "ui/QtRunLoop.h"
+#include "ui/shell/QtRunLoop.h"
 
 namespace desktop_test {
 

@@ -1,4 +1,4 @@
-#include "ui/TerminationSignals.h"
+#include "ui/shell/TerminationSignals.h"
 
 #include <fcntl.h>
 #include <unistd.h>

@@ -1,4 +1,4 @@
-#include "ui/FontConfiguration.h"
+#include "ui/shell/FontConfiguration.h"
 
 #include <fontconfig/fontconfig.h>
 

@@ -1,4 +1,4 @@
-#include "ui/X11Window.h"
+#include "ui/shell/X11Window.h"
 
 #include <xcb/shape.h>
 

@@ -1,4 +1,4 @@
-#include "ui/ToolkitPlaces.h"
+#include "ui/shell/ToolkitPlaces.h"
 
 #include <QGuiApplication>
 #include <QRect>

@@ -1,4 +1,4 @@
-#include "ui/QtRunLoop.h"
+#include "ui/shell/QtRunLoop.h"
 
 #include <QMetaObject>
 #include <QSocketNotifier>
