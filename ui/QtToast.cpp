@@ -7,12 +7,12 @@
 #include <cmath>
 #include <utility>
 
-#include "ui/Blur.h"
 #include "ui/ElidedLabel.h"
 #include "ui/Metrics.h"
 #include "ui/PlainText.h"
 #include "ui/QtColor.h"
 #include "ui/shell/X11Window.h"
+#include "ui/tags/Blur.h"
 
 namespace ui {
 

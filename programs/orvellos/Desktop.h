@@ -35,9 +35,9 @@
 #include "programs/orvellos/Interface.h"
 #include "programs/orvellos/Keys.h"
 #include "programs/orvellos/Overview.h"
-#include "ui/QtLayerPainter.h"
-#include "ui/QtText.h"
 #include "ui/shell/QtRunLoop.h"
+#include "ui/tags/QtLayerPainter.h"
+#include "ui/tags/QtText.h"
 
 // The composition root of the application on X11: every service once, each before those that use it.
 class Desktop {

@@ -1,4 +1,4 @@
-#include "ui/Blur.h"
+#include "ui/tags/Blur.h"
 
 #include <algorithm>
 #include <cmath>

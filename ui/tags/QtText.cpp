@@ -1,4 +1,4 @@
-#include "ui/QtText.h"
+#include "ui/tags/QtText.h"
 
 #include <QFontMetricsF>
 #include <QGuiApplication>

@@ -1,4 +1,4 @@
-#include "ui/PathCoverage.h"
+#include "ui/tags/PathCoverage.h"
 
 #include <algorithm>
 #include <cmath>

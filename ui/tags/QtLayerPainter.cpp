@@ -1,4 +1,4 @@
-#include "ui/QtLayerPainter.h"
+#include "ui/tags/QtLayerPainter.h"
 
 #include <QFontMetricsF>
 #include <QImage>
@@ -9,10 +9,10 @@
 #include <cstring>
 #include <numbers>
 
-#include "ui/Blur.h"
-#include "ui/PathCoverage.h"
 #include "ui/QtColor.h"
-#include "ui/QtText.h"
+#include "ui/tags/Blur.h"
+#include "ui/tags/PathCoverage.h"
+#include "ui/tags/QtText.h"
 
 namespace ui {
 
