@@ -12,10 +12,10 @@
 #include "orvellos/settings/HotkeyNames.h"
 #include "tests/support/PanelsTest.h"
 #include "ui/AlertBox.h"
-#include "ui/Appearance.h"
 #include "ui/QtToast.h"
 #include "ui/StatusButton.h"
 #include "ui/StatusMenu.h"
+#include "ui/widgets/Appearance.h"
 
 namespace {
 

@@ -5,9 +5,9 @@
 #include <QVBoxLayout>
 
 #include "ui/FormParts.h"
-#include "ui/Metrics.h"
-#include "ui/PlainText.h"
 #include "ui/shell/ApplicationIcon.h"
+#include "ui/widgets/Metrics.h"
+#include "ui/widgets/PlainText.h"
 
 namespace ui {
 

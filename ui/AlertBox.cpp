@@ -5,10 +5,10 @@
 #include <QVBoxLayout>
 
 #include "ui/FormParts.h"
-#include "ui/Metrics.h"
-#include "ui/PlainText.h"
 #include "ui/shell/ApplicationIcon.h"
 #include "ui/shell/X11Window.h"
+#include "ui/widgets/Metrics.h"
+#include "ui/widgets/PlainText.h"
 
 namespace ui {
 

@@ -5,8 +5,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "ui/ColorSwatches.h"
 #include "ui/FormParts.h"
+#include "ui/widgets/ColorSwatches.h"
 
 namespace ui {
 

@@ -3,7 +3,7 @@
 #include <QWidget>
 
 #include "orvellos/panels/CreateTagForm.h"
-#include "ui/ColorPanel.h"
+#include "ui/widgets/ColorPanel.h"
 
 class QHBoxLayout;
 class QLineEdit;

@@ -13,15 +13,15 @@
 #include <algorithm>
 
 #include "orvellos/tags/TagColor.h"
-#include "ui/ColorSwatches.h"
-#include "ui/ElidedLabel.h"
 #include "ui/FormParts.h"
-#include "ui/Metrics.h"
 #include "ui/PanelSize.h"
-#include "ui/PlainText.h"
-#include "ui/QtColor.h"
-#include "ui/Symbols.h"
 #include "ui/shell/X11Window.h"
+#include "ui/widgets/ColorSwatches.h"
+#include "ui/widgets/ElidedLabel.h"
+#include "ui/widgets/Metrics.h"
+#include "ui/widgets/PlainText.h"
+#include "ui/widgets/QtColor.h"
+#include "ui/widgets/Symbols.h"
 
 namespace ui {
 

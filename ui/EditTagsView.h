@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "orvellos/panels/EditTagsList.h"
-#include "ui/ColorPanel.h"
+#include "ui/widgets/ColorPanel.h"
 
 class QLabel;
 class QScrollArea;

@@ -11,10 +11,10 @@
 #include <utility>
 
 #include "orvellos/panels/CreateTagForm.h"
-#include "ui/FocusRing.h"
-#include "ui/Metrics.h"
-#include "ui/PlainText.h"
-#include "ui/Symbols.h"
+#include "ui/widgets/FocusRing.h"
+#include "ui/widgets/Metrics.h"
+#include "ui/widgets/PlainText.h"
+#include "ui/widgets/Symbols.h"
 
 namespace ui {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "ui/QtColor.h"
+#include "ui/widgets/QtColor.h"
 
 class QHBoxLayout;
 class QPushButton;

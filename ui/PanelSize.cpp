@@ -5,7 +5,7 @@
 #include <QWidget>
 #include <algorithm>
 
-#include "ui/Metrics.h"
+#include "ui/widgets/Metrics.h"
 
 namespace ui {
 

@@ -6,10 +6,10 @@
 #include <algorithm>
 #include <utility>
 
-#include "ui/Emphasis.h"
 #include "ui/FormParts.h"
-#include "ui/Metrics.h"
-#include "ui/PlainText.h"
+#include "ui/widgets/Emphasis.h"
+#include "ui/widgets/Metrics.h"
+#include "ui/widgets/PlainText.h"
 
 namespace ui {
 

@@ -7,9 +7,9 @@
 #include <QLineEdit>
 #include <algorithm>
 
-#include "ui/PlainText.h"
-#include "ui/QtKeys.h"
 #include "ui/StatusMenu.h"
+#include "ui/widgets/PlainText.h"
+#include "ui/widgets/QtKeys.h"
 
 namespace ui {
 

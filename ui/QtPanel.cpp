@@ -14,8 +14,8 @@
 
 #include "ui/FormParts.h"
 #include "ui/PanelSize.h"
-#include "ui/PlainText.h"
 #include "ui/shell/ApplicationIcon.h"
+#include "ui/widgets/PlainText.h"
 
 namespace ui {
 

@@ -3,8 +3,8 @@
 #include <functional>
 
 #include "orvellos/panels/PanelHost.h"
-#include "ui/ColorPanel.h"
 #include "ui/QtMenuBar.h"
+#include "ui/widgets/ColorPanel.h"
 
 namespace ui {
 

@@ -7,12 +7,12 @@
 #include <cmath>
 #include <utility>
 
-#include "ui/ElidedLabel.h"
-#include "ui/Metrics.h"
-#include "ui/PlainText.h"
-#include "ui/QtColor.h"
 #include "ui/shell/X11Window.h"
 #include "ui/tags/Blur.h"
+#include "ui/widgets/ElidedLabel.h"
+#include "ui/widgets/Metrics.h"
+#include "ui/widgets/PlainText.h"
+#include "ui/widgets/QtColor.h"
 
 namespace ui {
 

@@ -17,10 +17,10 @@
 #include "orvellos/tags/TagColor.h"
 #include "platform/KeyMonitor.h"
 #include "ui/FormParts.h"
-#include "ui/Metrics.h"
-#include "ui/PlainText.h"
-#include "ui/QtColor.h"
-#include "ui/Symbols.h"
+#include "ui/widgets/Metrics.h"
+#include "ui/widgets/PlainText.h"
+#include "ui/widgets/QtColor.h"
+#include "ui/widgets/Symbols.h"
 
 namespace ui {
 

@@ -8,14 +8,14 @@
 #include <QVBoxLayout>
 #include <variant>
 
-#include "ui/Emphasis.h"
-#include "ui/FocusRing.h"
 #include "ui/FormParts.h"
 #include "ui/PermissionRowView.h"
-#include "ui/PlainText.h"
-#include "ui/SegmentedPicker.h"
-#include "ui/ShortcutField.h"
-#include "ui/Switch.h"
+#include "ui/widgets/Emphasis.h"
+#include "ui/widgets/FocusRing.h"
+#include "ui/widgets/PlainText.h"
+#include "ui/widgets/SegmentedPicker.h"
+#include "ui/widgets/ShortcutField.h"
+#include "ui/widgets/Switch.h"
 
 namespace ui {
 

@@ -5,14 +5,14 @@
 #include <QPainter>
 #include <algorithm>
 
-#include "ui/Metrics.h"
-#include "ui/PlainText.h"
-#include "ui/QtColor.h"
 #include "ui/StatusIcon.h"
 #include "ui/StatusWords.h"
-#include "ui/Symbols.h"
 #include "ui/shell/ToolkitPlaces.h"
 #include "ui/shell/X11Window.h"
+#include "ui/widgets/Metrics.h"
+#include "ui/widgets/PlainText.h"
+#include "ui/widgets/QtColor.h"
+#include "ui/widgets/Symbols.h"
 
 namespace ui {
 

@@ -4,8 +4,8 @@
 #include <QPainterPath>
 #include <algorithm>
 
-#include "ui/Contrast.h"
-#include "ui/QtColor.h"
+#include "ui/widgets/Contrast.h"
+#include "ui/widgets/QtColor.h"
 
 namespace ui {
 

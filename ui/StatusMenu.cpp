@@ -5,12 +5,12 @@
 #include <QScreen>
 #include <algorithm>
 
-#include "ui/Metrics.h"
-#include "ui/PlainText.h"
-#include "ui/QtColor.h"
-#include "ui/QtKeys.h"
-#include "ui/Symbols.h"
 #include "ui/shell/X11Window.h"
+#include "ui/widgets/Metrics.h"
+#include "ui/widgets/PlainText.h"
+#include "ui/widgets/QtColor.h"
+#include "ui/widgets/QtKeys.h"
+#include "ui/widgets/Symbols.h"
 
 namespace ui {
 

@@ -1,7 +1,7 @@
 #include "ui/StatusWords.h"
 
 #include "orvellos/menu/StatusItemController.h"
-#include "ui/PlainText.h"
+#include "ui/widgets/PlainText.h"
 
 namespace ui {
 

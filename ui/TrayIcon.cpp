@@ -4,10 +4,10 @@
 #include <QPainter>
 #include <algorithm>
 
-#include "ui/QtColor.h"
 #include "ui/StatusIcon.h"
 #include "ui/StatusWords.h"
 #include "ui/shell/X11Window.h"
+#include "ui/widgets/QtColor.h"
 
 namespace ui {
 

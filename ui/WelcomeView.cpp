@@ -6,9 +6,9 @@
 #include <QVBoxLayout>
 
 #include "ui/FormParts.h"
-#include "ui/Metrics.h"
 #include "ui/PermissionRowView.h"
 #include "ui/shell/ApplicationIcon.h"
+#include "ui/widgets/Metrics.h"
 
 namespace ui {
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "ui/Appearance.h"
+#include "ui/widgets/Appearance.h"
 
 namespace {
 

@@ -16,10 +16,10 @@
 #include "platform/freedesktop/session/JournalSystemLog.h"
 #include "platform/x11/connection/XConnection.h"
 #include "programs/orvellos/Desktop.h"
-#include "ui/Appearance.h"
 #include "ui/shell/FontConfiguration.h"
 #include "ui/shell/QtRunLoop.h"
 #include "ui/shell/TerminationSignals.h"
+#include "ui/widgets/Appearance.h"
 
 namespace {
 

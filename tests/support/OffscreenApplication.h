@@ -5,7 +5,7 @@
 #include <array>
 #include <string>
 
-#include "ui/Appearance.h"
+#include "ui/widgets/Appearance.h"
 
 namespace desktop_test {
 

@@ -1,6 +1,6 @@
 // What can be computed of how the panels look: contrast, room for every text, and the mark of the keyboard.
 
-#include "ui/Appearance.h"
+#include "ui/widgets/Appearance.h"
 
 #include <QColorDialog>
 #include <QLabel>
@@ -14,12 +14,12 @@
 #include "orvellos/tags/TagColor.h"
 #include "tests/support/PanelsTest.h"
 #include "ui/AlertBox.h"
-#include "ui/Contrast.h"
-#include "ui/FocusRing.h"
-#include "ui/Metrics.h"
 #include "ui/PanelSize.h"
-#include "ui/QtColor.h"
-#include "ui/Symbols.h"
+#include "ui/widgets/Contrast.h"
+#include "ui/widgets/FocusRing.h"
+#include "ui/widgets/Metrics.h"
+#include "ui/widgets/QtColor.h"
+#include "ui/widgets/Symbols.h"
 
 namespace ui {
 namespace {

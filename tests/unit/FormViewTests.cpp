@@ -17,7 +17,6 @@
 #include "tests/support/OffscreenApplication.h"
 #include "ui/AboutView.h"
 #include "ui/AlertBox.h"
-#include "ui/Appearance.h"
 #include "ui/CreateTagView.h"
 #include "ui/EditTagsView.h"
 #include "ui/QtMenuBar.h"
@@ -26,6 +25,7 @@
 #include "ui/QuickSwitcherView.h"
 #include "ui/SettingsView.h"
 #include "ui/StatusMenu.h"
+#include "ui/widgets/Appearance.h"
 
 namespace ui {
 namespace {

@@ -8,9 +8,9 @@
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/simulated/SimulatedScreens.h"
 #include "tests/support/OffscreenApplication.h"
-#include "ui/QtColor.h"
 #include "ui/StatusButtonPlace.h"
 #include "ui/StatusIcon.h"
+#include "ui/widgets/QtColor.h"
 
 namespace ui {
 namespace {

@@ -9,10 +9,10 @@
 #include <cstring>
 #include <numbers>
 
-#include "ui/QtColor.h"
 #include "ui/tags/Blur.h"
 #include "ui/tags/PathCoverage.h"
 #include "ui/tags/QtText.h"
+#include "ui/widgets/QtColor.h"
 
 namespace ui {
 

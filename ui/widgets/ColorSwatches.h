@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "ui/ColorPanel.h"
+#include "ui/widgets/ColorPanel.h"
 
 class QHBoxLayout;
 

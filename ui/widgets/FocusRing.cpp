@@ -1,4 +1,4 @@
-#include "ui/FocusRing.h"
+#include "ui/widgets/FocusRing.h"
 
 #include <algorithm>
 

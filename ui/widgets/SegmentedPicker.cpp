@@ -1,4 +1,4 @@
-#include "ui/SegmentedPicker.h"
+#include "ui/widgets/SegmentedPicker.h"
 
 #include <QHBoxLayout>
 #include <QPainter>
@@ -6,9 +6,9 @@
 #include <QRadioButton>
 #include <algorithm>
 
-#include "ui/FocusRing.h"
-#include "ui/Metrics.h"
-#include "ui/QtColor.h"
+#include "ui/widgets/FocusRing.h"
+#include "ui/widgets/Metrics.h"
+#include "ui/widgets/QtColor.h"
 
 namespace ui {
 

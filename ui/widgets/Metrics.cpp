@@ -1,4 +1,4 @@
-#include "ui/Metrics.h"
+#include "ui/widgets/Metrics.h"
 
 #include <QFontDatabase>
 #include <QFontMetrics>

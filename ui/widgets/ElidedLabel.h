@@ -5,7 +5,7 @@
 #include <QPainter>
 #include <QToolTip>
 
-#include "ui/PlainText.h"
+#include "ui/widgets/PlainText.h"
 
 namespace ui {
 

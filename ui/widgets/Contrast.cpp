@@ -1,10 +1,10 @@
-#include "ui/Contrast.h"
+#include "ui/widgets/Contrast.h"
 
 #include <algorithm>
 #include <cmath>
 
 #include "orvellos/tags/TagColor.h"
-#include "ui/QtColor.h"
+#include "ui/widgets/QtColor.h"
 
 namespace ui {
 

@@ -1,4 +1,4 @@
-#include "ui/ColorPanel.h"
+#include "ui/widgets/ColorPanel.h"
 
 #include <QScreen>
 #include <algorithm>

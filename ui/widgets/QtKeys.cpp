@@ -1,4 +1,4 @@
-#include "ui/QtKeys.h"
+#include "ui/widgets/QtKeys.h"
 
 #include <utility>
 

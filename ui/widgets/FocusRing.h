@@ -4,7 +4,7 @@
 #include <QPainter>
 #include <QPalette>
 
-#include "ui/QtColor.h"
+#include "ui/widgets/QtColor.h"
 
 namespace ui {
 

@@ -1,4 +1,4 @@
-#include "ui/ShortcutField.h"
+#include "ui/widgets/ShortcutField.h"
 
 #include <QAction>
 #include <QApplication>
@@ -6,10 +6,10 @@
 #include <optional>
 
 #include "platform/x11/input/KeyCodes.h"
-#include "ui/Metrics.h"
-#include "ui/PlainText.h"
-#include "ui/QtKeys.h"
-#include "ui/Symbols.h"
+#include "ui/widgets/Metrics.h"
+#include "ui/widgets/PlainText.h"
+#include "ui/widgets/QtKeys.h"
+#include "ui/widgets/Symbols.h"
 
 namespace ui {
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "platform/Color.h"
-#include "ui/Contrast.h"
+#include "ui/widgets/Contrast.h"
 
 namespace ui {
 

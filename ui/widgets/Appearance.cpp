@@ -1,10 +1,10 @@
-#include "ui/Appearance.h"
+#include "ui/widgets/Appearance.h"
 
 #include <QApplication>
 #include <QStyleFactory>
 
-#include "ui/QtColor.h"
-#include "ui/Style.h"
+#include "ui/widgets/QtColor.h"
+#include "ui/widgets/Style.h"
 
 namespace ui {
 

@@ -5,7 +5,7 @@
 #include <QIcon>
 #include <string_view>
 
-#include "ui/QtColor.h"
+#include "ui/widgets/QtColor.h"
 
 class QPainter;
 

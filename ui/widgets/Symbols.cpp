@@ -1,4 +1,4 @@
-#include "ui/Symbols.h"
+#include "ui/widgets/Symbols.h"
 
 #include <QGuiApplication>
 #include <QIconEngine>
@@ -6,8 +6,8 @@
 #include <cmath>
 #include <utility>
 
-#include "ui/QtColor.h"
-#include "ui/SymbolDrawings.h"
+#include "ui/widgets/QtColor.h"
+#include "ui/widgets/SymbolDrawings.h"
 
 namespace ui {
 

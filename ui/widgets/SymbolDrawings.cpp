@@ -1,4 +1,4 @@
-#include "ui/SymbolDrawings.h"
+#include "ui/widgets/SymbolDrawings.h"
 
 #include <QTransform>
 #include <algorithm>

@@ -1,10 +1,10 @@
-#include "ui/Switch.h"
+#include "ui/widgets/Switch.h"
 
 #include <QPainter>
 
-#include "ui/FocusRing.h"
-#include "ui/Metrics.h"
-#include "ui/QtColor.h"
+#include "ui/widgets/FocusRing.h"
+#include "ui/widgets/Metrics.h"
+#include "ui/widgets/QtColor.h"
 
 namespace ui {
 

@@ -1,4 +1,4 @@
-#include "ui/MenuRows.h"
+#include "ui/widgets/MenuRows.h"
 
 #include <QFontMetrics>
 #include <QIcon>
@@ -7,9 +7,9 @@
 #include <QStyleOption>
 #include <algorithm>
 
-#include "ui/Metrics.h"
-#include "ui/QtColor.h"
-#include "ui/Symbols.h"
+#include "ui/widgets/Metrics.h"
+#include "ui/widgets/QtColor.h"
+#include "ui/widgets/Symbols.h"
 
 namespace ui::menu_rows {
 

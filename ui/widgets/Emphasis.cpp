@@ -1,8 +1,8 @@
-#include "ui/Emphasis.h"
+#include "ui/widgets/Emphasis.h"
 
 #include <QRegularExpression>
 
-#include "ui/PlainText.h"
+#include "ui/widgets/PlainText.h"
 
 namespace ui {
 

@@ -1,13 +1,13 @@
-#include "ui/Style.h"
+#include "ui/widgets/Style.h"
 
 #include <QDialogButtonBox>
 #include <QPainter>
 #include <algorithm>
 
-#include "ui/FocusRing.h"
-#include "ui/MenuRows.h"
-#include "ui/Metrics.h"
-#include "ui/QtColor.h"
+#include "ui/widgets/FocusRing.h"
+#include "ui/widgets/MenuRows.h"
+#include "ui/widgets/Metrics.h"
+#include "ui/widgets/QtColor.h"
 
 namespace ui {
 

@@ -1,4 +1,4 @@
-#include "ui/ColorSwatches.h"
+#include "ui/widgets/ColorSwatches.h"
 
 #include <QAccessibleWidget>
 #include <QConicalGradient>
@@ -12,10 +12,10 @@
 
 #include "orvellos/panels/CreateTagForm.h"
 #include "orvellos/tags/TagColor.h"
-#include "ui/FocusRing.h"
-#include "ui/PlainText.h"
-#include "ui/QtColor.h"
-#include "ui/Symbols.h"
+#include "ui/widgets/FocusRing.h"
+#include "ui/widgets/PlainText.h"
+#include "ui/widgets/QtColor.h"
+#include "ui/widgets/Symbols.h"
 
 namespace ui {
 
