@@ -8,11 +8,11 @@
 #include "platform/x11/windows/WindowActivation.h"
 #include "platform/x11/windows/X11WindowSystem.h"
 #include "ui/MenuClicks.h"
-#include "ui/QtActivation.h"
-#include "ui/QtAlerts.h"
 #include "ui/QtMenuBar.h"
-#include "ui/QtPanelHost.h"
 #include "ui/QtStatusItem.h"
+#include "ui/panels/QtActivation.h"
+#include "ui/panels/QtAlerts.h"
+#include "ui/panels/QtPanelHost.h"
 #include "ui/shell/X11Window.h"
 
 // Where the user meets the application: its panels, alerts and menus, put together for this desktop.

@@ -5,7 +5,7 @@
 
 #include "tests/support/OffscreenApplication.h"
 #include "tests/support/PanelServicesTest.h"
-#include "ui/QtPanelHost.h"
+#include "ui/panels/QtPanelHost.h"
 
 namespace orvellos {
 

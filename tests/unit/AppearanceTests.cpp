@@ -13,8 +13,8 @@
 
 #include "orvellos/tags/TagColor.h"
 #include "tests/support/PanelsTest.h"
-#include "ui/AlertBox.h"
-#include "ui/PanelSize.h"
+#include "ui/panels/AlertBox.h"
+#include "ui/panels/PanelSize.h"
 #include "ui/widgets/Contrast.h"
 #include "ui/widgets/FocusRing.h"
 #include "ui/widgets/Metrics.h"

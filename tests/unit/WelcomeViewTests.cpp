@@ -1,6 +1,6 @@
 // The welcome window, by what the user sees and presses.
 
-#include "ui/WelcomeView.h"
+#include "ui/panels/WelcomeView.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -8,7 +8,7 @@
 
 #include "tests/support/InterfaceTest.h"
 #include "tests/support/OffscreenApplication.h"
-#include "ui/QtPanel.h"
+#include "ui/panels/QtPanel.h"
 
 namespace ui {
 namespace {

@@ -1,4 +1,4 @@
-#include "ui/FormParts.h"
+#include "ui/panels/FormParts.h"
 
 #include <QApplication>
 #include <QEvent>

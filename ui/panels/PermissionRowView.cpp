@@ -1,4 +1,4 @@
-#include "ui/PermissionRowView.h"
+#include "ui/panels/PermissionRowView.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "ui/FormParts.h"
+#include "ui/panels/FormParts.h"
 #include "ui/widgets/Emphasis.h"
 #include "ui/widgets/Metrics.h"
 #include "ui/widgets/PlainText.h"

@@ -6,7 +6,7 @@
 
 #include "platform/Alerts.h"
 #include "platform/Identifiers.h"
-#include "ui/AlertBox.h"
+#include "ui/panels/AlertBox.h"
 
 namespace ui {
 

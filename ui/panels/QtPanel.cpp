@@ -1,4 +1,4 @@
-#include "ui/QtPanel.h"
+#include "ui/panels/QtPanel.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -12,8 +12,8 @@
 #include <QWindow>
 #include <utility>
 
-#include "ui/FormParts.h"
-#include "ui/PanelSize.h"
+#include "ui/panels/FormParts.h"
+#include "ui/panels/PanelSize.h"
 #include "ui/shell/ApplicationIcon.h"
 #include "ui/widgets/PlainText.h"
 

@@ -1,12 +1,12 @@
-#include "ui/WelcomeView.h"
+#include "ui/panels/WelcomeView.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
-#include "ui/FormParts.h"
-#include "ui/PermissionRowView.h"
+#include "ui/panels/FormParts.h"
+#include "ui/panels/PermissionRowView.h"
 #include "ui/shell/ApplicationIcon.h"
 #include "ui/widgets/Metrics.h"
 

@@ -1,8 +1,8 @@
-#include "ui/QtActivation.h"
+#include "ui/panels/QtActivation.h"
 
 #include <QApplication>
 
-#include "ui/QtPanel.h"
+#include "ui/panels/QtPanel.h"
 
 namespace ui {
 

@@ -1,4 +1,4 @@
-#include "ui/SettingsView.h"
+#include "ui/panels/SettingsView.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -8,8 +8,8 @@
 #include <QVBoxLayout>
 #include <variant>
 
-#include "ui/FormParts.h"
-#include "ui/PermissionRowView.h"
+#include "ui/panels/FormParts.h"
+#include "ui/panels/PermissionRowView.h"
 #include "ui/widgets/Emphasis.h"
 #include "ui/widgets/FocusRing.h"
 #include "ui/widgets/PlainText.h"

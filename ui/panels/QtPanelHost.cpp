@@ -1,16 +1,16 @@
-#include "ui/QtPanelHost.h"
+#include "ui/panels/QtPanelHost.h"
 
 #include <QApplication>
 #include <variant>
 
-#include "ui/AboutView.h"
-#include "ui/CreateTagView.h"
-#include "ui/EditTagsView.h"
-#include "ui/QtPanel.h"
-#include "ui/QtToast.h"
-#include "ui/QuickSwitcherView.h"
-#include "ui/SettingsView.h"
-#include "ui/WelcomeView.h"
+#include "ui/panels/AboutView.h"
+#include "ui/panels/CreateTagView.h"
+#include "ui/panels/EditTagsView.h"
+#include "ui/panels/QtPanel.h"
+#include "ui/panels/QtToast.h"
+#include "ui/panels/QuickSwitcherView.h"
+#include "ui/panels/SettingsView.h"
+#include "ui/panels/WelcomeView.h"
 #include "ui/shell/ToolkitPlaces.h"
 
 namespace ui {

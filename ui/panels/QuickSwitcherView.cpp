@@ -1,4 +1,4 @@
-#include "ui/QuickSwitcherView.h"
+#include "ui/panels/QuickSwitcherView.h"
 
 #include <QAbstractListModel>
 #include <QHBoxLayout>
@@ -16,7 +16,7 @@
 
 #include "orvellos/tags/TagColor.h"
 #include "platform/KeyMonitor.h"
-#include "ui/FormParts.h"
+#include "ui/panels/FormParts.h"
 #include "ui/widgets/Metrics.h"
 #include "ui/widgets/PlainText.h"
 #include "ui/widgets/QtColor.h"

@@ -1,4 +1,4 @@
-#include "ui/QtToast.h"
+#include "ui/panels/QtToast.h"
 
 #include <QHBoxLayout>
 #include <QPainter>

@@ -1,10 +1,10 @@
-#include "ui/AboutView.h"
+#include "ui/panels/AboutView.h"
 
 #include <QGridLayout>
 #include <QLabel>
 #include <QVBoxLayout>
 
-#include "ui/FormParts.h"
+#include "ui/panels/FormParts.h"
 #include "ui/shell/ApplicationIcon.h"
 #include "ui/widgets/Metrics.h"
 #include "ui/widgets/PlainText.h"

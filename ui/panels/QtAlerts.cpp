@@ -1,4 +1,4 @@
-#include "ui/QtAlerts.h"
+#include "ui/panels/QtAlerts.h"
 
 #include <QTimer>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "ui/EditTagsView.h"
+#include "ui/panels/EditTagsView.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -13,8 +13,8 @@
 #include <algorithm>
 
 #include "orvellos/tags/TagColor.h"
-#include "ui/FormParts.h"
-#include "ui/PanelSize.h"
+#include "ui/panels/FormParts.h"
+#include "ui/panels/PanelSize.h"
 #include "ui/shell/X11Window.h"
 #include "ui/widgets/ColorSwatches.h"
 #include "ui/widgets/ElidedLabel.h"

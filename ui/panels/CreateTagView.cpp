@@ -1,11 +1,11 @@
-#include "ui/CreateTagView.h"
+#include "ui/panels/CreateTagView.h"
 
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "ui/FormParts.h"
+#include "ui/panels/FormParts.h"
 #include "ui/widgets/ColorSwatches.h"
 
 namespace ui {

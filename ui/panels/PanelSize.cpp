@@ -1,4 +1,4 @@
-#include "ui/PanelSize.h"
+#include "ui/panels/PanelSize.h"
 
 #include <QScreen>
 #include <QStyle>

@@ -1,10 +1,10 @@
-#include "ui/AlertBox.h"
+#include "ui/panels/AlertBox.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "ui/FormParts.h"
+#include "ui/panels/FormParts.h"
 #include "ui/shell/ApplicationIcon.h"
 #include "ui/shell/X11Window.h"
 #include "ui/widgets/Metrics.h"
