@@ -11,10 +11,10 @@
 #include "orvellos/menu/StatusItemController.h"
 #include "orvellos/settings/HotkeyNames.h"
 #include "tests/support/PanelsTest.h"
-#include "ui/StatusButton.h"
-#include "ui/StatusMenu.h"
 #include "ui/panels/AlertBox.h"
 #include "ui/panels/QtToast.h"
+#include "ui/status/StatusButton.h"
+#include "ui/status/StatusMenu.h"
 #include "ui/widgets/Appearance.h"
 
 namespace {

@@ -7,13 +7,13 @@
 #include "platform/x11/tray/SystemTray.h"
 #include "platform/x11/windows/WindowActivation.h"
 #include "platform/x11/windows/X11WindowSystem.h"
-#include "ui/MenuClicks.h"
-#include "ui/QtMenuBar.h"
-#include "ui/QtStatusItem.h"
 #include "ui/panels/QtActivation.h"
 #include "ui/panels/QtAlerts.h"
 #include "ui/panels/QtPanelHost.h"
 #include "ui/shell/X11Window.h"
+#include "ui/status/MenuClicks.h"
+#include "ui/status/QtMenuBar.h"
+#include "ui/status/QtStatusItem.h"
 
 // Where the user meets the application: its panels, alerts and menus, put together for this desktop.
 class Interface {

@@ -8,8 +8,8 @@
 #include "platform/x11/input/X11KeyMonitor.h"
 #include "platform/x11/input/X11KeyNames.h"
 #include "platform/x11/input/X11Keyboard.h"
-#include "ui/MenuKeys.h"
 #include "ui/shell/QtRunLoop.h"
+#include "ui/status/MenuKeys.h"
 
 // All that has to do with the user's keys: what they are called, who sees them, and who has taken them.
 class Keys {

@@ -15,8 +15,6 @@
 #include "orvellos/menu/MainMenuItems.h"
 #include "tests/support/InterfaceTest.h"
 #include "tests/support/OffscreenApplication.h"
-#include "ui/QtMenuBar.h"
-#include "ui/StatusMenu.h"
 #include "ui/panels/AboutView.h"
 #include "ui/panels/AlertBox.h"
 #include "ui/panels/CreateTagView.h"
@@ -25,6 +23,8 @@
 #include "ui/panels/QtToast.h"
 #include "ui/panels/QuickSwitcherView.h"
 #include "ui/panels/SettingsView.h"
+#include "ui/status/QtMenuBar.h"
+#include "ui/status/StatusMenu.h"
 #include "ui/widgets/Appearance.h"
 
 namespace ui {

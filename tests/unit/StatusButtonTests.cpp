@@ -8,8 +8,8 @@
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/simulated/SimulatedScreens.h"
 #include "tests/support/OffscreenApplication.h"
-#include "ui/StatusButtonPlace.h"
-#include "ui/StatusIcon.h"
+#include "ui/status/StatusButtonPlace.h"
+#include "ui/status/StatusIcon.h"
 #include "ui/widgets/QtColor.h"
 
 namespace ui {

@@ -3,7 +3,7 @@
 #include <functional>
 
 #include "orvellos/panels/PanelHost.h"
-#include "ui/QtMenuBar.h"
+#include "ui/status/QtMenuBar.h"
 #include "ui/widgets/ColorPanel.h"
 
 namespace ui {

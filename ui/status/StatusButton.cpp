@@ -1,14 +1,14 @@
-#include "ui/StatusButton.h"
+#include "ui/status/StatusButton.h"
 
 #include <QApplication>
 #include <QMouseEvent>
 #include <QPainter>
 #include <algorithm>
 
-#include "ui/StatusIcon.h"
-#include "ui/StatusWords.h"
 #include "ui/shell/ToolkitPlaces.h"
 #include "ui/shell/X11Window.h"
+#include "ui/status/StatusIcon.h"
+#include "ui/status/StatusWords.h"
 #include "ui/widgets/Metrics.h"
 #include "ui/widgets/PlainText.h"
 #include "ui/widgets/QtColor.h"

@@ -4,7 +4,7 @@
 #include <functional>
 
 #include "platform/StatusItem.h"
-#include "ui/StatusButtonPlace.h"
+#include "ui/status/StatusButtonPlace.h"
 
 namespace ui {
 

@@ -1,4 +1,4 @@
-#include "ui/StatusWords.h"
+#include "ui/status/StatusWords.h"
 
 #include "orvellos/menu/StatusItemController.h"
 #include "ui/widgets/PlainText.h"

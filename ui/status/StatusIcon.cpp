@@ -1,4 +1,4 @@
-#include "ui/StatusIcon.h"
+#include "ui/status/StatusIcon.h"
 
 #include <QPainter>
 #include <QPainterPath>

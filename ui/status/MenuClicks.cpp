@@ -1,4 +1,4 @@
-#include "ui/MenuClicks.h"
+#include "ui/status/MenuClicks.h"
 
 #include <QApplication>
 #include <QMouseEvent>

@@ -1,12 +1,12 @@
-#include "ui/TrayIcon.h"
+#include "ui/status/TrayIcon.h"
 
 #include <QMouseEvent>
 #include <QPainter>
 #include <algorithm>
 
-#include "ui/StatusIcon.h"
-#include "ui/StatusWords.h"
 #include "ui/shell/X11Window.h"
+#include "ui/status/StatusIcon.h"
+#include "ui/status/StatusWords.h"
 #include "ui/widgets/QtColor.h"
 
 namespace ui {

@@ -1,11 +1,11 @@
-#include "ui/QtStatusItem.h"
+#include "ui/status/QtStatusItem.h"
 
 #include <QCursor>
 #include <QIcon>
 
-#include "ui/StatusIcon.h"
-#include "ui/StatusWords.h"
 #include "ui/shell/X11Window.h"
+#include "ui/status/StatusIcon.h"
+#include "ui/status/StatusWords.h"
 
 namespace ui {
 

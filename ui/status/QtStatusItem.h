@@ -9,10 +9,10 @@
 #include "platform/Screens.h"
 #include "platform/StatusItem.h"
 #include "platform/x11/tray/SystemTray.h"
-#include "ui/StatusButton.h"
-#include "ui/StatusButtonPlace.h"
-#include "ui/StatusMenu.h"
-#include "ui/TrayIcon.h"
+#include "ui/status/StatusButton.h"
+#include "ui/status/StatusButtonPlace.h"
+#include "ui/status/StatusMenu.h"
+#include "ui/status/TrayIcon.h"
 
 namespace ui {
 

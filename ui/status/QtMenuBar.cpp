@@ -1,4 +1,4 @@
-#include "ui/QtMenuBar.h"
+#include "ui/status/QtMenuBar.h"
 
 #include <QAction>
 #include <QApplication>
@@ -7,7 +7,7 @@
 #include <QLineEdit>
 #include <algorithm>
 
-#include "ui/StatusMenu.h"
+#include "ui/status/StatusMenu.h"
 #include "ui/widgets/PlainText.h"
 #include "ui/widgets/QtKeys.h"
 

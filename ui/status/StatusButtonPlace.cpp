@@ -1,4 +1,4 @@
-#include "ui/StatusButtonPlace.h"
+#include "ui/status/StatusButtonPlace.h"
 
 #include <algorithm>
 #include <cmath>

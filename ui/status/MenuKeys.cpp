@@ -1,9 +1,9 @@
-#include "ui/MenuKeys.h"
+#include "ui/status/MenuKeys.h"
 
 #include <QApplication>
 #include <QKeyEvent>
 
-#include "ui/StatusMenu.h"
+#include "ui/status/StatusMenu.h"
 
 namespace ui {
 

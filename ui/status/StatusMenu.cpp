@@ -1,4 +1,4 @@
-#include "ui/StatusMenu.h"
+#include "ui/status/StatusMenu.h"
 
 #include <QApplication>
 #include <QKeyEvent>
