@@ -5,7 +5,6 @@
 
 #include "platform/Identifiers.h"
 #include "platform/x11/spaces/EwmhDesktops.h"
-#include "platform/x11/windows/X11WindowSystem.h"
 
 namespace platform::x11 {
 
