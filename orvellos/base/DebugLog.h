@@ -1,9 +1,12 @@
 #pragma once
 
+#include <fmt/format.h>
+
 #include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/RunLoop.h"
@@ -36,10 +39,20 @@ void connectDebugLog(DebugLogOutputs outputs);
 void log(LogCategory category, std::string_view message);
 // Logs in Mc, stamped with the milliseconds since `reference`, or with the time of day without one.
 void logMC(std::optional<platform::Instant> reference, std::string_view message);
+// Logs in Mc, stamped with the time of day.
+inline void logTimeline(std::string_view message) {
+    logMC(std::nullopt, message);
+}
 // A process-level message: the system's general log and standard error, not the timeline.
 void logGeneral(std::string_view message);
 // Whether log lines are echoed and labels shown in clear; verbose lines are written only then.
 [[nodiscard]] bool debugEchoEnabled();
+// Logs in General, and makes the text at all, only while verbose lines are written.
+template <typename... Arguments>
+void logVerbose(fmt::format_string<Arguments...> format, Arguments&&... arguments) {
+    if (debugEchoEnabled())
+        log(LogCategory::General, fmt::format(format, std::forward<Arguments>(arguments)...));
+}
 // The label as log lines may show it: "#" and four hexadecimal digits, or the label itself while debugging.
 [[nodiscard]] std::string redactedLabel(std::string_view label);
 

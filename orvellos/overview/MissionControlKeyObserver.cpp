@@ -26,10 +26,8 @@ bool switchesSpace(const platform::KeyEvent& event) {
     return isArrow && (event.modifierFlags & (modifier::kControl | modifier::kCommand)) == modifier::kControl;
 }
 
-void logVerbose(std::string_view what, const platform::KeyEvent& event) {
-    if (debugEchoEnabled())
-        log(LogCategory::General,
-            fmt::format("MissionControlKeyObserver: {} (code={})", what, event.keyCode));
+void logKey(std::string_view what, const platform::KeyEvent& event) {
+    logVerbose("MissionControlKeyObserver: {} (code={})", what, event.keyCode);
 }
 
 }  // namespace
@@ -60,11 +58,11 @@ void MissionControlKeyObserver::stop() {
 void MissionControlKeyObserver::Callbacks::handle(const platform::KeyEvent& event) const {
     const auto kind = classifyKey(event);
     if (kind == AnnouncingKey::MissionControl) {
-        logVerbose("MC keystroke detected", event);
+        logKey("MC keystroke detected", event);
         log(LogCategory::Mc, fmt::format("KEY: MC keystroke detected (code={})", event.keyCode));
         onMissionControl();
     } else if (kind == AnnouncingKey::SpaceSwitch) {
-        logVerbose("space-switch keystroke", event);
+        logKey("space-switch keystroke", event);
         onSpaceSwitch();
     }
 }

@@ -21,10 +21,6 @@ void logObserver(const std::string& text) {
     logMC(std::nullopt, "OBSERVER: " + text);
 }
 
-void logVerbose(const char* text) {
-    if (debugEchoEnabled()) log(LogCategory::General, text);
-}
-
 long long closeDebounceInMilliseconds() {
     return std::chrono::duration_cast<std::chrono::milliseconds>(MissionControlObserver::kCloseDebounce)
         .count();

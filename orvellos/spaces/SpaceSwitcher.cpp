@@ -1,7 +1,5 @@
 #include "orvellos/spaces/SpaceSwitcher.h"
 
-#include <fmt/format.h>
-
 #include <optional>
 
 #include "orvellos/base/DebugLog.h"
@@ -27,12 +25,6 @@ std::optional<Target> findTarget(const SpaceSnapshot& snapshot, const std::strin
     return std::nullopt;
 }
 
-template <typename... Arguments>
-void logVerbosely(fmt::format_string<Arguments...> format, Arguments&&... arguments) {
-    if (debugEchoEnabled())
-        log(LogCategory::General, fmt::format(format, std::forward<Arguments>(arguments)...));
-}
-
 }  // namespace
 
 bool switchToSpace(const SpaceIdentifier& spaces, const std::string& uuid) {
@@ -40,27 +32,27 @@ bool switchToSpace(const SpaceIdentifier& spaces, const std::string& uuid) {
     if (!target) return false;
     const auto& setCurrent = spaces.setCurrentSpaceEntry();
     if (!setCurrent) {
-        logVerbosely("switchToSpace: SetCurrentSpace symbol not found");
+        logVerbose("switchToSpace: SetCurrentSpace symbol not found");
         return false;
     }
     const auto id = target->space;
     const auto connection = spaces.mainConnectionID();
     const auto previous = spaces.currentManagedSpaceID();
-    logVerbosely("switchToSpace: display={} target={} prev={}", target->displayIdentifier, id.value,
-                 previous ? std::to_string(previous->value) : "nil");
+    logVerbose("switchToSpace: display={} target={} prev={}", target->displayIdentifier, id.value,
+               previous ? std::to_string(previous->value) : "nil");
     if (const auto& show = spaces.showSpacesEntry()) {
         show(connection, {&id, 1});
-        logVerbosely("  called Show({})", id.value);
+        logVerbose("  called Show({})", id.value);
     } else {
-        logVerbosely("  Show symbol MISSING");
+        logVerbose("  Show symbol MISSING");
     }
     setCurrent(connection, target->displayIdentifier, id);
-    logVerbosely("  called SetCurrent({})", id.value);
+    logVerbose("  called SetCurrent({})", id.value);
     if (const auto& hide = spaces.hideSpacesEntry(); !hide) {
-        logVerbosely("  Hide symbol MISSING");
+        logVerbose("  Hide symbol MISSING");
     } else if (previous && *previous != id) {
         hide(connection, {&*previous, 1});
-        logVerbosely("  called Hide({})", previous->value);
+        logVerbose("  called Hide({})", previous->value);
     }
     return true;
 }

@@ -6,13 +6,7 @@
 
 namespace orvellos {
 
-namespace {
-
-void logTimeline(const std::string& text) {
-    logMC(std::nullopt, text);
-}
-
-}  // namespace
+namespace {}  // namespace
 
 void RevealController::beginTransientReveal(bool lock) {
     const bool effectiveLock = lock || transientRevealLocked_;
@@ -68,8 +62,7 @@ void RevealController::applyEffectiveSize() {
 
 void RevealController::applySize(TagSize size, bool animate) {
     const auto tags = callbacks_.tagsProvider();
-    if (debugEchoEnabled())
-        log(LogCategory::General, fmt::format("applySize: {} ({} tags)", rawValue(size), tags.size()));
+    logVerbose("applySize: {} ({} tags)", rawValue(size), tags.size());
     logTimeline(fmt::format("applySize START: {} animate={} tags={}", rawValue(size), animate, tags.size()));
     for (const auto& tag : tags)
         if (auto* window = callbacks_.windowFor(tag))

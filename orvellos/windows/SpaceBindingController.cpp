@@ -83,9 +83,8 @@ void SpaceBindingController::recomputeSpaceOrphans() {
     for (const auto& tag : callbacks_.tagsProvider())
         if (tag.spaceUUID && !live.contains(*tag.spaceUUID)) orphans.insert(tag.id);
     if (orphans == orphanedTagIDs_.get()) return;
-    if (debugEchoEnabled())
-        log(LogCategory::General, fmt::format("recomputeSpaceOrphans: {} → {} orphaned tag(s)",
-                                              orphanedTagIDs_.get().size(), orphans.size()));
+    logVerbose("recomputeSpaceOrphans: {} → {} orphaned tag(s)", orphanedTagIDs_.get().size(),
+               orphans.size());
     orphanedTagIDs_.set(std::move(orphans));
 }
 
@@ -107,9 +106,7 @@ void SpaceBindingController::healOrphanedDetachedTags() {
             }))
             lost.push_back(tag.id);
     if (lost.empty()) return;
-    if (debugEchoEnabled())
-        log(LogCategory::General,
-            fmt::format("healOrphanedDetachedTags: clearing frames for {} orphaned tag(s)", lost.size()));
+    logVerbose("healOrphanedDetachedTags: clearing frames for {} orphaned tag(s)", lost.size());
     for (const auto& id : lost) callbacks_.clearFrameInStore(id);
     callbacks_.refreshTagsFromStore();
 }

@@ -17,10 +17,6 @@ using platform::Rect;
 constexpr double kHeaderBarFraction = 0.2;
 constexpr double kSmallestHeaderBar = 80;
 
-void logTimeline(const std::string& text) {
-    logMC(std::nullopt, text);
-}
-
 // How a reveal finds a window, for the log.
 std::string revealCase(double alpha) {
     if (alpha >= 1) return "reforce@1";
@@ -214,9 +210,8 @@ Rect TagManager::backupFrame(const Tag& tag, const Rect& base) const {
 }
 
 void TagManager::refreshAllWindowShapes() {
-    if (debugEchoEnabled())
-        log(LogCategory::General, fmt::format("refreshAllWindowShapes: shape={} ({} windows)",
-                                              rawValue(settings_.globalTagShape.get()), windows_.size()));
+    logVerbose("refreshAllWindowShapes: shape={} ({} windows)", rawValue(settings_.globalTagShape.get()),
+               windows_.size());
     for (auto* window : mainWindows()) window->refreshShape();
 }
 
@@ -336,10 +331,9 @@ VisibilityInputs TagManager::visibilityInputs() const {
 void TagManager::reconcile() {
     const auto inputs = visibilityInputs();
     if (debugEchoEnabled())
-        log(LogCategory::General,
-            fmt::format("reconcile: mode={} kill={} mcActive={} privateAPI=true currentUUID={}",
-                        rawValue(inputs.mode), inputs.killSwitch, inputs.missionControl,
-                        services_.spaces.currentSpaceUUID().value_or("nil")));
+        logVerbose("reconcile: mode={} kill={} mcActive={} privateAPI=true currentUUID={}",
+                   rawValue(inputs.mode), inputs.killSwitch, inputs.missionControl,
+                   services_.spaces.currentSpaceUUID().value_or("nil"));
     log(LogCategory::Nav,
         fmt::format("reconcile: mode={} kill={} transientReveal={} editing={} mcActive={} embiggen={} "
                     "orphaned={}",

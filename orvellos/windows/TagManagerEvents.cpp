@@ -18,14 +18,6 @@ constexpr auto kPreTriggerRevert = platform::seconds(0.15);
 constexpr auto kBigTagsAreDrawn = platform::seconds(0.04);
 constexpr auto kOpenMCBigRevert = platform::seconds(2);
 
-void logTimeline(const std::string& text) {
-    logMC(std::nullopt, text);
-}
-
-void logVerbose(const std::string& text) {
-    if (debugEchoEnabled()) log(LogCategory::General, text);
-}
-
 // The system's own name of the notification.
 std::string_view notificationName(SessionEvent event) {
     switch (event) {
@@ -210,14 +202,14 @@ void TagManager::preTrigger(const std::string& source) {
     if (reveal_.missionControlActive) return say("skip (MC already active)");
     if (missionControl_.isSuppressed())
         return say("skip (MC detection suppressed — likely space-switch keystroke)");
-    logVerbose(fmt::format("MC pre-trigger from {}: pre-resize before snapshot", source));
+    logVerbose("MC pre-trigger from {}: pre-resize before snapshot", source);
     say("setting MC=true + applyEffectiveSize");
     reveal_.missionControlActive = true;
     applySizeAndReconcile();
     say("done");
     preTriggerRevert_ = runLoop_.after(kPreTriggerRevert, [this, source] {
         if (!reveal_.missionControlActive || missionControl_.isActive().get()) return;
-        logVerbose(fmt::format("MC pre-trigger[{}] revert: MC never opened", source));
+        logVerbose("MC pre-trigger[{}] revert: MC never opened", source);
         logTimeline(fmt::format("SAFETY-REVERT[{}]: MC never opened in 150ms", source));
         reveal_.missionControlActive = false;
         applySizeAndReconcile();
