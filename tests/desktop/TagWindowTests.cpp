@@ -161,10 +161,12 @@ TEST_P(TagWindowsTest, FollowADragAndStopPastTheEdge) {
     hands.pressButton(XCB_BUTTON_INDEX_1);
     hands.movePointer(560, 400);
     hands.typeKeys({hands.keyFor(0xFFE3), hands.keyFor(0xFFE9), hands.keyFor(0xFFEB), hands.keyFor('=')});
-    ASSERT_TRUE(waitUntil([&] { return x.geometry(tag)->height == 100 + 40; }));
+    EXPECT_TRUE(waitUntil([&] {
+        const auto larger = x.geometry(tag).value();
+        return larger.height == 100 + 40 && larger.x < 560 && larger.x + larger.width > 560;
+    })) << x.geometry(tag)->x
+        << " " << x.geometry(tag)->height;
     hands.releaseButton(XCB_BUTTON_INDEX_1);
-    const auto larger = x.geometry(tag).value();
-    EXPECT_TRUE(larger.x < 560 && larger.x + larger.width > 560) << larger.x;
 }
 
 TEST_P(TagWindowsTest, EndADragWhoseReleaseTheyNeverSee) {
