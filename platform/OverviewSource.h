@@ -15,9 +15,11 @@ class OverviewSource {
   public:
     virtual ~OverviewSource() = default;
 
+    // Whether there is anything that could open one.
+    [[nodiscard]] virtual bool mayOpen() const = 0;
     // As far as is known; asked many times a second, so it never waits.
     [[nodiscard]] virtual bool isOverviewOpen() const = 0;
-    // Told when that may have changed.
+    // Told when one of these may have changed.
     Subscription onOverviewChanged(std::function<void()> action) {
         return changed_.subscribe(std::move(action));
     }

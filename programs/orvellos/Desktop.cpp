@@ -124,7 +124,9 @@ Desktop::Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
           interface_.windowManagerChanged();
       })),
       overviewKindChanged_(
-          overview_.kwin().followKind([this](auto kind) { windowSystem_.setOverview(kind); })) {
+          overview_.kwin().followKind([this](auto kind) { windowSystem_.setOverview(kind); })),
+      overviewMayOpenChanged_(
+          overview_.windows().followMayOpen([this](bool may) { windowSystem_.setOverviewMayOpen(may); })) {
     connection.setPatience(kPatienceWhileRunning);
 }
 

@@ -113,6 +113,7 @@ class Desktop {
     platform::Subscription desktopsRenumbered_;
     platform::Subscription windowManagerChanged_;
     platform::Subscription overviewKindChanged_;
+    platform::Subscription overviewMayOpenChanged_;
     platform::Subscription spacesKnown_;
     platform::Timer launchDeadline_;
 };

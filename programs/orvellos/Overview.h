@@ -18,7 +18,7 @@ class Overview {
              platform::x11::XEvents& events, platform::Screens& screens, platform::KeyMonitor& keys,
              platform::freedesktop::SpaceKeys& spaceKeys);
 
-    [[nodiscard]] platform::OnScreenWindows& windows() { return windows_; }
+    [[nodiscard]] platform::freedesktop::DesktopOverview& windows() { return windows_; }
     [[nodiscard]] platform::ApplicationLauncher& launcher() { return launcher_; }
     [[nodiscard]] platform::freedesktop::KwinOverview& kwin() { return kwin_; }
 

@@ -26,7 +26,14 @@ void PrintTo(const Surroundings& surroundings, std::ostream* out) {
     *out << surroundings.name;
 }
 
-class TagWindowsTest : public testing::TestWithParam<Surroundings> {};
+class TagWindowsTest : public testing::TestWithParam<Surroundings> {
+  protected:
+    static bool hasOverview() { return GetParam().windowManager.kind == WindowManager::Kwin; }
+    // The windows of a tag that the window manager knows: the tag, and its backup for an overview.
+    static std::vector<bool> managedWindows() {
+        return hasOverview() ? std::vector{false, true} : std::vector{false};
+    }
+};
 
 TEST_P(TagWindowsTest, ShowEachOnItsSpaceAlone) {
     TaggedDesktop desktop(GetParam().windowManager);
@@ -39,6 +46,9 @@ TEST_P(TagWindowsTest, ShowEachOnItsSpaceAlone) {
     for (std::uint32_t i = 0; i < std::size(kTags); ++i)
         for (const bool backup : {false, true})
             EXPECT_EQ(desktop.x().desktopOf(desktop.window(kTags[i].label, backup)), i) << kTags[i].label;
+    for (const auto& tag : kTags)
+        EXPECT_EQ(std::ranges::count(desktop.x().clients(), desktop.window(tag.label, true)), hasOverview())
+            << tag.label;
 }
 
 TEST_P(TagWindowsTest, ComeBackWhenSomethingPutsThemOnAllSpaces) {
@@ -47,7 +57,7 @@ TEST_P(TagWindowsTest, ComeBackWhenSomethingPutsThemOnAllSpaces) {
     ASSERT_TRUE(desktop.waitForTagOf(0)) << application.standardError();
     auto& x = desktop.x();
     const std::uint32_t propertyChange = XCB_EVENT_MASK_PROPERTY_CHANGE;
-    for (const bool backup : {false, true}) {
+    for (const bool backup : managedWindows()) {
         const auto code = desktop.window("Code", backup);
         xcb_change_window_attributes(x.connection(), code, XCB_CW_EVENT_MASK, &propertyChange);
         x.moveToDesktop(code, kEveryDesktop);
@@ -117,7 +127,7 @@ TEST_P(TagWindowsTest, AreCoveredByAWindowInFullScreen) {
         ASSERT_TRUE(desktop.goToDesktop(static_cast<std::uint32_t>(space)));
         EXPECT_TRUE(desktop.waitForTagOf(space == 0 ? kNoTag : space)) << space;
     }
-    if (GetParam().windowManager.kind == WindowManager::Kwin) {
+    if (hasOverview()) {
         ASSERT_TRUE(desktop.toggleOverview("Overview"));
         EXPECT_TRUE(waitUntil([&] { return takePicture(desktop.x()).count(kTags[0].color, 24) > 300; }));
         ASSERT_TRUE(desktop.toggleOverview("Overview"));
@@ -217,7 +227,7 @@ TEST_P(TagWindowsTest, SurviveTheWindowManagersEnd) {
     ASSERT_TRUE(desktop.waitForTagOf(0)) << application.standardError();
     // What it was asked to show and has not looked at yet would end with it.
     for (const auto& tag : kTags)
-        for (const bool backup : {false, true})
+        for (const bool backup : managedWindows())
             ASSERT_TRUE(waitUntil([&] {
                 return std::ranges::count(desktop.x().clients(), desktop.window(tag.label, backup)) == 1;
             })) << tag.label;
@@ -277,7 +287,7 @@ TEST(TagWindowTest, AsksAgainWhenAStartingWindowManagerOverlooksIt) {
                 desktop.x().text(window, "_NET_WM_NAME") == "Mail")
                 ++requests[window];
         }
-        return requests.size() == 2 &&
+        return !requests.empty() &&
                std::ranges::all_of(requests, [](const auto& each) { return each.second > 1; });
     })) << application.standardError();
 }

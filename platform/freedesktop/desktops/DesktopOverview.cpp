@@ -19,6 +19,13 @@ DesktopOverview::DesktopOverview(std::vector<OverviewSource*> sources) : sources
 void DesktopOverview::update() {
     const bool isOpen = std::ranges::any_of(sources_, &OverviewSource::isOverviewOpen);
     if (std::exchange(isOpen_, isOpen) != isOpen) changed_.notify();
+    const bool mayOpen = std::ranges::any_of(sources_, &OverviewSource::mayOpen);
+    if (std::exchange(mayOpen_, mayOpen) != mayOpen) mayOpenChanged_.notify(mayOpen);
+}
+
+Subscription DesktopOverview::followMayOpen(const std::function<void(bool)>& action) {
+    action(mayOpen_);
+    return mayOpenChanged_.subscribe(action);
 }
 
 std::optional<std::vector<OnScreenWindow>> DesktopOverview::copyOnScreenWindows() const {

@@ -19,6 +19,8 @@ class DesktopOverview final : public OnScreenWindows {
     Subscription onChanged(std::function<void()> action) override {
         return changed_.subscribe(std::move(action));
     }
+    // Tells at once and on every change whether there is anything that could open an overview.
+    Subscription followMayOpen(const std::function<void(bool mayOpen)>& action);
 
   private:
     void update();
@@ -26,7 +28,9 @@ class DesktopOverview final : public OnScreenWindows {
     std::vector<OverviewSource*> sources_;
     std::vector<Subscription> sourceChanges_;
     bool isOpen_ = false;
+    bool mayOpen_ = false;
     Observers<> changed_;
+    Observers<bool> mayOpenChanged_;
 };
 
 }  // namespace platform::freedesktop

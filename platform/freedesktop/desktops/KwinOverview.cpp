@@ -80,6 +80,7 @@ void KwinOverview::handleServiceChanged(bool isRunning) {
     next_.cancel();
     hasEffects_ = isAsking_ = asksAgain_ = hasFailed_ = false;
     setKind(OverviewKind::None);
+    tellOverviewChanged();
     if (isRunning) ask();
 }
 

@@ -16,6 +16,7 @@ class KwinOverview final : public BusOverview {
   public:
     KwinOverview(SessionBus& bus, RunLoop& runLoop);
 
+    [[nodiscard]] bool mayOpen() const override { return service_.isRunning(); }
     [[nodiscard]] bool isOverviewOpen() const override { return kind_ != OverviewKind::None; }
     [[nodiscard]] std::string name() const override { return "KWin"; }
     [[nodiscard]] std::optional<BusCall> openingCall() const override;

@@ -25,7 +25,7 @@ ShellOverview::ShellOverview(SessionBus& bus, Shell shell) : shell_(std::move(sh
 }
 
 std::optional<BusCall> ShellOverview::openingCall() const {
-    if (!properties_.front()->isServiceRunning()) return std::nullopt;
+    if (!mayOpen()) return std::nullopt;
     return BusCall{.service = shell_.service,
                    .path = shell_.path,
                    .interface = "org.freedesktop.DBus.Properties",

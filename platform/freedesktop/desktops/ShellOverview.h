@@ -23,6 +23,7 @@ class ShellOverview final : public BusOverview {
 
     ShellOverview(SessionBus& bus, Shell shell);
 
+    [[nodiscard]] bool mayOpen() const override { return properties_.front()->isServiceRunning(); }
     [[nodiscard]] bool isOverviewOpen() const override { return isOpen_; }
     [[nodiscard]] std::string name() const override { return shell_.name; }
     [[nodiscard]] std::optional<BusCall> openingCall() const override;

@@ -38,18 +38,19 @@ std::span<const std::string_view> OverviewPrograms::names() {
 }
 
 OverviewPrograms::OverviewPrograms(XConnection& connection, const Atoms& atoms, XEvents& events,
-                                   RunLoop& runLoop, Screens& screens, bool seesUnmanaged)
+                                   RunLoop& runLoop, Screens& screens, bool areInstalled)
     : connection_(connection),
       atoms_(atoms),
       runLoop_(runLoop),
       screens_(screens),
+      areInstalled_(areInstalled),
       screensChanged_(screens.onParametersChanged([this] { update(); })),
       subscription_(events.subscribe([this](const auto& event) {
           handle(event);
           update();
       })) {
     events.selectOnRoot(XCB_EVENT_MASK_PROPERTY_CHANGE);
-    if (seesUnmanaged) events.selectOnRoot(XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
+    if (areInstalled) events.selectOnRoot(XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
     readClients();
 }
 

@@ -23,14 +23,15 @@ class OverviewPrograms final : public OverviewSource {
     // The names under which the programs are installed, which are also their windows' classes.
     [[nodiscard]] static std::span<const std::string_view> names();
 
-    // Windows that no window manager manages are seen only when `seesUnmanaged`, because the server then
-    // tells of every window that any program shows, moves or hides.
+    // Windows that no window manager manages are seen only when one of the programs is installed, because the
+    // server then tells of every window that any program shows, moves or hides.
     OverviewPrograms(XConnection& connection, const Atoms& atoms, XEvents& events, RunLoop& runLoop,
-                     Screens& screens, bool seesUnmanaged);
+                     Screens& screens, bool areInstalled);
     ~OverviewPrograms() override;
     OverviewPrograms(const OverviewPrograms&) = delete;
     OverviewPrograms& operator=(const OverviewPrograms&) = delete;
 
+    [[nodiscard]] bool mayOpen() const override { return areInstalled_; }
     [[nodiscard]] bool isOverviewOpen() const override { return isOpen_; }
 
   private:
@@ -65,6 +66,7 @@ class OverviewPrograms final : public OverviewSource {
     const Atoms& atoms_;
     RunLoop& runLoop_;
     const Screens& screens_;
+    const bool areInstalled_;
     std::vector<xcb_window_t> clients_;         // sorted
     std::map<xcb_window_t, Window> overviews_;  // windows of such programs
     std::vector<Question> questions_;           // oldest first

@@ -25,7 +25,8 @@ struct TagSurfaceContext {
     xcb_colormap_t colormap = 0;
     xcb_cursor_t openHand = 0;
     bool composited = false;
-    OverviewKind overview = OverviewKind::None;            // that the desktop shows
+    OverviewKind overview = OverviewKind::None;  // that the desktop shows
+    bool overviewMayOpen = false;
     const FullScreenWindows* fullScreenWindows = nullptr;  // never null once there are surfaces
     std::function<std::optional<std::uint32_t>()> currentDesktop = {};
     std::function<void(xcb_window_t)> forget = {};

@@ -325,9 +325,11 @@ void X11TagSurface::setShape(std::uint8_t kind, const std::vector<PixelRect>& re
 }
 
 void X11TagSurface::applyMapping() {
+    // A window that cannot be seen is mapped in advance only where an overview may have to draw it.
+    const bool wanted = orderedIn_ && (!isParked() || context_.overviewMayOpen);
     const bool anew = mapped_ && role_ != mappedRole_;
-    if (mapped_ && (anew || !orderedIn_)) withdraw();
-    if (orderedIn_ && !mapped_ && !withdrawTimer_.isActive()) {
+    if (mapped_ && (anew || !wanted)) withdraw();
+    if (wanted && !mapped_ && !withdrawTimer_.isActive()) {
         writeStates();
         mapUntilManaged(kManagedWithin);
         mapped_ = true;

@@ -109,6 +109,10 @@ void X11WindowSystem::setOverview(OverviewKind kind) {
     if (std::exchange(context_.overview, kind) != kind) surroundingsChanged();
 }
 
+void X11WindowSystem::setOverviewMayOpen(bool may) {
+    if (std::exchange(context_.overviewMayOpen, may) != may) surroundingsChanged();
+}
+
 void X11WindowSystem::surroundingsChanged() {
     for (const auto& [window, surface] : surfaces_) surface->surroundingsChanged();
 }

@@ -34,6 +34,8 @@ class X11WindowSystem final : public WindowSystem, public WindowSpaces {
     // What overview the desktop shows. The windows that take no mouse are for it, and become what it draws in
     // front of all else.
     void setOverview(OverviewKind kind);
+    // Whether there may be one at all. Where there may not, those windows are not mapped.
+    void setOverviewMayOpen(bool may);
     // Nothing is known of a window's Spaces until it has been put on one again.
     void desktopsWereRenumbered();
     // Tells at once and on every change whether a compositor shows the windows.

@@ -43,12 +43,18 @@ class OverviewTests : public testing::Test {
 
 TEST_F(OverviewTests, ShowsAWindowOfTheDockWhileAnyOverviewIsOpen) {
     struct Source final : OverviewSource {
+        [[nodiscard]] bool mayOpen() const override { return isThere; }
         [[nodiscard]] bool isOverviewOpen() const override { return isOpen; }
         void setOpen(bool open) {
             isOpen = open;
             tellOverviewChanged();
         }
+        void setThere(bool there) {
+            isThere = there;
+            tellOverviewChanged();
+        }
         bool isOpen = false;
+        bool isThere = false;
     };
     Source first, second;
     DesktopOverview overview({&first, &second});
@@ -69,6 +75,14 @@ TEST_F(OverviewTests, ShowsAWindowOfTheDockWhileAnyOverviewIsOpen) {
     EXPECT_TRUE(detection.sawAppIcon);
     EXPECT_EQ(detection.l17ChipCount, 1U) << "without a doubt";
     EXPECT_FALSE(detection.sawNonPositiveLayer);
+
+    std::vector<bool> told;
+    const auto mayOpen = overview.followMayOpen([&](bool may) { told.push_back(may); });
+    first.setThere(true);
+    second.setThere(true);
+    first.setThere(false);
+    second.setThere(false);
+    EXPECT_EQ(told, std::vector({false, true, false}));
 }
 
 TEST_F(OverviewTests, KnowsKwinsOverviewsByTheirNames) {
