@@ -25,7 +25,7 @@ constexpr auto kSettles = std::chrono::seconds(3);
 double residentWith(PrivateDesktop& desktop, std::size_t tags) {
     tagSpaces(desktop, tags);
     const auto application = desktop.start({PrivateDesktop::program("orvello")});
-    awaitClients(desktop, 2 * tags);
+    awaitClients(desktop, tags);
     std::this_thread::sleep_for(kSettles);
     return residentMiB(application.pid());
 }
@@ -59,7 +59,7 @@ struct Idling {
 void measureIdling(PrivateDesktop& desktop, const Idling& idling, const Effort& effort,
                    std::vector<Row>& rows) {
     const auto application = desktop.start({PrivateDesktop::program("orvello")});
-    awaitClients(desktop, 2 * kTags);
+    awaitClients(desktop, kTags);
     if (idling.pointsAtTag) pointAtTheTag(desktop);
     std::this_thread::sleep_for(kSettles);
     const auto pid = application.pid();

@@ -130,7 +130,7 @@ std::vector<Row> measureFlood(const Effort& effort) {
     PrivateDesktop desktop({.windowManager = {.kind = WindowManager::Openbox}});
     tagSpaces(desktop, kTags);
     const auto application = desktop.start({PrivateDesktop::program("orvello")});
-    awaitClients(desktop, 2 * kTags);
+    awaitClients(desktop, kTags);
     std::this_thread::sleep_for(kSettles);
     changeRootProperties(desktop.x());
     awaitDrained(desktop, application);

@@ -152,7 +152,7 @@ std::vector<Row> measureInterface(const Effort& effort) {
     tagSpaces(desktop, kTags);
     recordQuickSwitcherKey(desktop);
     const auto application = desktop.start({PrivateDesktop::program("orvello")});
-    awaitClients(desktop, 2 * kTags + 1);
+    awaitClients(desktop, kTags + 1);
     return {rowOf("click on a Space in the menu / wmctrl -s, until it is there",
                   compare(effort.pairs, jumpByMenu(desktop),
                           untilDesktop(desktop, {"wmctrl", "-s", std::to_string(kTarget)}, kTarget)),

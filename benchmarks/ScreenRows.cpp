@@ -115,7 +115,7 @@ void measureGlance(const Effort& effort, std::vector<Row>& rows) {
     hideDuringWork(desktop);
     const auto application = desktop.start({PrivateDesktop::program("orvello")});
     auto& x = desktop.x();
-    awaitClients(desktop, 2);
+    awaitClients(desktop, 1);
     goTo(desktop, kTagged);
     const auto spot = findSpot(desktop, kTagColor);
     await("the end of the glance", [&] { return !shows(desktop, spot); });
