@@ -3,7 +3,7 @@
 #include <string>
 
 #include "KeyboardShortcuts/Shortcut.h"
-#include "platform/KeyNames.h"
+#include "platform/Keys.h"
 
 namespace keyboard_shortcuts {
 

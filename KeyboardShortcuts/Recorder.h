@@ -6,8 +6,8 @@
 #include <string_view>
 
 #include "KeyboardShortcuts/Registry.h"
-#include "platform/Alerts.h"
-#include "platform/SystemShortcuts.h"
+#include "platform/Keys.h"
+#include "platform/Panels.h"
 
 namespace keyboard_shortcuts {
 

@@ -9,9 +9,8 @@
 #include <vector>
 
 #include "KeyboardShortcuts/Name.h"
-#include "platform/DefaultsStore.h"
-#include "platform/HotKeyService.h"
-#include "platform/KeyNames.h"
+#include "platform/Files.h"
+#include "platform/Keys.h"
 #include "platform/Observers.h"
 
 namespace keyboard_shortcuts {

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/KeyMonitor.h"
+#include "platform/Keys.h"
 
 namespace keyboard_shortcuts {
 

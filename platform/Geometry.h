@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <vector>
 
 namespace platform {
 
@@ -46,6 +47,33 @@ struct Rect {
     [[nodiscard]] Rect insetBy(double margin) const {
         return {x + margin, y + margin, width - 2 * margin, height - 2 * margin};
     }
+};
+
+// One step of an outline. `to` is where the pen ends; the arc fields are used by arcs alone.
+struct PathElement {
+    enum class Kind { Move, Line, Arc, Close };
+    Kind kind = Kind::Move;
+    Point to;
+    Point center;
+    double radius = 0;
+    double startAngle = 0;  // radians, counter-clockwise from the positive x axis
+    double sweep = 0;       // radians, positive is counter-clockwise (y upward)
+    bool operator==(const PathElement&) const = default;
+};
+
+// An outline of straight segments and circular arcs, filled by the even-odd rule.
+struct Path {
+    std::vector<PathElement> elements;
+    bool operator==(const Path&) const = default;
+};
+
+// An sRGB colour, each component in 0…1.
+struct Color {
+    double red = 0;
+    double green = 0;
+    double blue = 0;
+    double alpha = 1;
+    bool operator==(const Color&) const = default;
 };
 
 }  // namespace platform

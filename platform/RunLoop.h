@@ -3,7 +3,7 @@
 #include <chrono>
 #include <functional>
 
-#include "platform/Subscription.h"
+#include "platform/Observers.h"
 
 namespace platform {
 

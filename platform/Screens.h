@@ -1,15 +1,22 @@
 #pragma once
 
+#include <compare>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "platform/Geometry.h"
-#include "platform/Identifiers.h"
-#include "platform/Subscription.h"
+#include "platform/Observers.h"
 
 namespace platform {
+
+// The window server's number for a display.
+struct DisplayId {
+    std::uint32_t value = 0;
+    auto operator<=>(const DisplayId&) const = default;
+};
 
 struct Screen {
     std::optional<DisplayId> displayId;

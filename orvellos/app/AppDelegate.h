@@ -12,9 +12,9 @@
 #include "orvellos/panels/WaitingNote.h"
 #include "orvellos/spaces/SpaceIdentifier.h"
 #include "orvellos/windows/TagManager.h"
-#include "platform/MenuBar.h"
+#include "platform/Menus.h"
+#include "platform/Processes.h"
 #include "platform/RunLoop.h"
-#include "platform/RunningApplications.h"
 
 namespace orvellos {
 

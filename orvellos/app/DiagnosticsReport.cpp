@@ -6,7 +6,7 @@
 
 #include "orvellos/base/ApplicationVersion.h"
 #include "orvellos/base/DebugLog.h"
-#include "platform/LocalTime.h"
+#include "platform/System.h"
 
 namespace orvellos {
 

@@ -8,11 +8,9 @@
 
 #include "orvellos/settings/Settings.h"
 #include "orvellos/tags/Tag.h"
-#include "platform/FileBrowser.h"
-#include "platform/FileSystem.h"
-#include "platform/Folders.h"
+#include "platform/Files.h"
 #include "platform/RunLoop.h"
-#include "platform/SystemInformation.h"
+#include "platform/System.h"
 
 namespace orvellos {
 

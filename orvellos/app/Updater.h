@@ -1,8 +1,8 @@
 #pragma once
 
 #include "orvellos/panels/WaitingNote.h"
-#include "platform/Alerts.h"
-#include "platform/UpdateService.h"
+#include "platform/Panels.h"
+#include "platform/System.h"
 
 namespace orvellos {
 

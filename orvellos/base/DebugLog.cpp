@@ -8,7 +8,7 @@
 #include <mutex>
 #include <utility>
 
-#include "platform/LocalTime.h"
+#include "platform/System.h"
 
 namespace orvellos {
 

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "platform/RunLoop.h"
-#include "platform/SystemLog.h"
+#include "platform/System.h"
 
 namespace orvellos {
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/Path.h"
+#include "platform/Geometry.h"
 
 namespace orvellos {
 

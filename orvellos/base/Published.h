@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "platform/Observers.h"
-#include "platform/Subscription.h"
 
 namespace orvellos {
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "orvellos/spaces/SpaceIdentifier.h"
-#include "platform/ChildProcesses.h"
+#include "platform/Processes.h"
 #include "platform/WindowList.h"
 
 namespace orvellos {

@@ -3,7 +3,7 @@
 #include <functional>
 #include <vector>
 
-#include "platform/MenuBar.h"
+#include "platform/Menus.h"
 
 namespace orvellos {
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "KeyboardShortcuts/Registry.h"
-#include "platform/MenuBar.h"
+#include "platform/Menus.h"
 
 namespace orvellos {
 

@@ -9,7 +9,7 @@
 #include "KeyboardShortcuts/Name.h"
 #include "orvellos/panels/PanelController.h"
 #include "orvellos/windows/TagManager.h"
-#include "platform/StatusItem.h"
+#include "platform/Menus.h"
 
 namespace orvellos {
 

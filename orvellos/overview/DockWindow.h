@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/OnScreenWindows.h"
+#include "platform/WindowList.h"
 
 namespace orvellos {
 

@@ -3,7 +3,7 @@
 #include <functional>
 #include <memory>
 
-#include "platform/KeyMonitor.h"
+#include "platform/Keys.h"
 #include "platform/RunLoop.h"
 
 namespace orvellos {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ApplicationLauncher.h"
+#include "platform/Processes.h"
 
 namespace orvellos {
 

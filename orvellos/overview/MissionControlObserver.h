@@ -5,9 +5,9 @@
 
 #include "orvellos/base/Published.h"
 #include "orvellos/overview/DockWindow.h"
-#include "platform/DefaultsStore.h"
-#include "platform/OnScreenWindows.h"
+#include "platform/Files.h"
 #include "platform/RunLoop.h"
+#include "platform/WindowList.h"
 
 namespace orvellos {
 

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/MouseMonitor.h"
+#include "platform/Panels.h"
 #include "platform/RunLoop.h"
 
 namespace orvellos {

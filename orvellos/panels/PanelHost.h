@@ -12,7 +12,7 @@
 #include "orvellos/panels/SettingsForm.h"
 #include "orvellos/panels/UndoToast.h"
 #include "orvellos/panels/WelcomeForm.h"
-#include "platform/PanelWindow.h"
+#include "platform/Panels.h"
 
 namespace orvellos {
 

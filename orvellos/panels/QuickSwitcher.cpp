@@ -8,7 +8,7 @@
 #include "orvellos/base/TextCase.h"
 #include "orvellos/base/TrimmedText.h"
 #include "orvellos/tags/DisplayLabel.h"
-#include "platform/KeyMonitor.h"
+#include "platform/Keys.h"
 
 namespace orvellos {
 

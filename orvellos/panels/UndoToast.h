@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/PanelWindow.h"
+#include "platform/Panels.h"
 #include "platform/RunLoop.h"
 #include "platform/Screens.h"
 

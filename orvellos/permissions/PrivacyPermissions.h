@@ -1,21 +1,26 @@
 #pragma once
 
+#include <filesystem>
 #include <functional>
 #include <optional>
 #include <span>
 #include <string>
 #include <utility>
 
-#include "platform/Alerts.h"
-#include "platform/ApplicationActivation.h"
-#include "platform/ApplicationBundle.h"
-#include "platform/ChildProcesses.h"
-#include "platform/FileBrowser.h"
-#include "platform/Permissions.h"
+#include "platform/Files.h"
+#include "platform/Panels.h"
+#include "platform/Processes.h"
 #include "platform/RunLoop.h"
-#include "platform/UrlOpener.h"
+#include "platform/Session.h"
+#include "platform/System.h"
 
 namespace orvellos {
+
+// The application as the system knows it.
+struct ApplicationBundle {
+    std::string identifier;      // empty when the system does not say
+    std::filesystem::path path;  // what the user starts it by
+};
 
 // The permissions that the application can do without, how the user is asked for them, and the ways out when
 // asking leads nowhere. Main thread only.
@@ -31,7 +36,7 @@ class PrivacyPermissions {
         platform::ChildProcesses& processes;
         platform::Alerts& alerts;
         platform::RunLoop& runLoop;
-        platform::ApplicationBundle bundle;
+        ApplicationBundle bundle;
         std::function<void()> terminate;  // ends this application
     };
     explicit PrivacyPermissions(Services services) : services_(std::move(services)) {}

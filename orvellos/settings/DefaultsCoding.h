@@ -10,7 +10,7 @@
 
 #include "orvellos/base/RawValues.h"
 #include "orvellos/settings/AnchoredPosition.h"
-#include "platform/DefaultsStore.h"
+#include "platform/Files.h"
 
 namespace orvellos {
 

@@ -6,7 +6,7 @@
 
 #include "orvellos/base/Published.h"
 #include "orvellos/settings/DefaultsCoding.h"
-#include "platform/DefaultsStore.h"
+#include "platform/Files.h"
 
 namespace orvellos {
 

@@ -12,9 +12,9 @@
 #include "orvellos/tags/MissionControlStyle.h"
 #include "orvellos/tags/TagShape.h"
 #include "orvellos/tags/TagSize.h"
-#include "platform/DefaultsStore.h"
-#include "platform/LoginItem.h"
+#include "platform/Files.h"
 #include "platform/Screens.h"
+#include "platform/Session.h"
 
 namespace orvellos {
 

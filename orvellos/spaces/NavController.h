@@ -11,13 +11,12 @@
 #include "orvellos/spaces/NavRemedy.h"
 #include "orvellos/spaces/SpaceIdentifier.h"
 #include "orvellos/tags/Tag.h"
-#include "platform/Alerts.h"
-#include "platform/ChildProcesses.h"
-#include "platform/KeyPoster.h"
-#include "platform/Permissions.h"
+#include "platform/Keys.h"
+#include "platform/Panels.h"
+#include "platform/Processes.h"
 #include "platform/RunLoop.h"
-#include "platform/SymbolicHotKeys.h"
-#include "platform/UrlOpener.h"
+#include "platform/Session.h"
+#include "platform/System.h"
 
 namespace orvellos {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "orvellos/tags/Tag.h"
-#include "platform/Color.h"
+#include "platform/Geometry.h"
 
 namespace orvellos {
 

@@ -5,8 +5,7 @@
 
 #include "orvellos/tags/MissionControlStyle.h"
 #include "orvellos/tags/TagShape.h"
-#include "platform/Layers.h"
-#include "platform/TextMeasurer.h"
+#include "platform/Windows.h"
 
 namespace orvellos {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "orvellos/base/RawValues.h"
-#include "platform/Path.h"
+#include "platform/Geometry.h"
 
 namespace orvellos {
 

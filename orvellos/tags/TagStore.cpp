@@ -7,7 +7,7 @@
 
 #include "orvellos/base/DebugLog.h"
 #include "orvellos/tags/TagJson.h"
-#include "platform/LocalTime.h"
+#include "platform/System.h"
 
 namespace orvellos {
 

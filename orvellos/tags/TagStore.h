@@ -6,8 +6,7 @@
 #include <vector>
 
 #include "orvellos/tags/Tag.h"
-#include "platform/FileSystem.h"
-#include "platform/Folders.h"
+#include "platform/Files.h"
 
 namespace orvellos {
 

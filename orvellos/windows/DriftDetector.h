@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "orvellos/tags/TagID.h"
-#include "platform/Identifiers.h"
+#include "platform/Spaces.h"
 
 namespace orvellos {
 

@@ -10,7 +10,7 @@
 #include "orvellos/tags/TagSize.h"
 #include "orvellos/windows/TagWindow.h"
 #include "platform/Screens.h"
-#include "platform/TextMeasurer.h"
+#include "platform/Windows.h"
 
 namespace orvellos {
 

@@ -20,8 +20,8 @@
 #include "orvellos/windows/SpaceBindingController.h"
 #include "orvellos/windows/TagVisibility.h"
 #include "orvellos/windows/TagWindow.h"
-#include "platform/ApplicationLauncher.h"
-#include "platform/SessionMonitor.h"
+#include "platform/Processes.h"
+#include "platform/Session.h"
 #include "platform/Spaces.h"
 
 namespace orvellos {

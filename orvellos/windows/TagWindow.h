@@ -13,7 +13,7 @@
 #include "orvellos/windows/EditingContext.h"
 #include "orvellos/windows/HomeTarget.h"
 #include "platform/Screens.h"
-#include "platform/WindowSystem.h"
+#include "platform/Windows.h"
 
 namespace orvellos {
 

@@ -8,9 +8,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/ApplicationLauncher.h"
 #include "platform/Observers.h"
-#include "platform/RunningApplications.h"
+#include "platform/Processes.h"
 
 namespace platform::simulated {
 

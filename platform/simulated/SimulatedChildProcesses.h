@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/ChildProcesses.h"
+#include "platform/Processes.h"
 
 namespace platform::simulated {
 

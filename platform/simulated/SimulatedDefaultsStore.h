@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/DefaultsStore.h"
+#include "platform/Files.h"
 
 namespace platform::simulated {
 

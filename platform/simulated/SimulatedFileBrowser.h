@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <vector>
 
-#include "platform/FileBrowser.h"
+#include "platform/Files.h"
 
 namespace platform::simulated {
 

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/FileSystem.h"
+#include "platform/Files.h"
 
 namespace platform::simulated {
 

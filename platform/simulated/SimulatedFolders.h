@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Folders.h"
+#include "platform/Files.h"
 
 namespace platform::simulated {
 

@@ -5,9 +5,7 @@
 #include <set>
 #include <utility>
 
-#include "platform/HotKeyService.h"
-#include "platform/KeyMonitor.h"
-#include "platform/KeyNames.h"
+#include "platform/Keys.h"
 #include "platform/Observers.h"
 
 namespace platform::simulated {

@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "platform/LoginItem.h"
+#include "platform/Session.h"
 
 namespace platform::simulated {
 

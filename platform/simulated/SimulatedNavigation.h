@@ -6,10 +6,9 @@
 #include <utility>
 #include <vector>
 
-#include "platform/Alerts.h"
-#include "platform/KeyPoster.h"
-#include "platform/SymbolicHotKeys.h"
-#include "platform/UrlOpener.h"
+#include "platform/Keys.h"
+#include "platform/Panels.h"
+#include "platform/System.h"
 
 namespace platform::simulated {
 

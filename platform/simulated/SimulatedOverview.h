@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "platform/Observers.h"
-#include "platform/OnScreenWindows.h"
+#include "platform/WindowList.h"
 
 namespace platform::simulated {
 

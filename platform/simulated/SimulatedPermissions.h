@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/ApplicationActivation.h"
-#include "platform/Permissions.h"
+#include "platform/Panels.h"
+#include "platform/Session.h"
 
 namespace platform::simulated {
 

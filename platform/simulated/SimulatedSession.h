@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "platform/Observers.h"
-#include "platform/SessionMonitor.h"
+#include "platform/Session.h"
 
 namespace platform::simulated {
 

@@ -10,7 +10,6 @@
 
 #include "platform/Observers.h"
 #include "platform/RunLoop.h"
-#include "platform/SpaceNumber.h"
 #include "platform/Spaces.h"
 
 namespace platform::simulated {

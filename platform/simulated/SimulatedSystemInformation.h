@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/SystemInformation.h"
+#include "platform/System.h"
 
 namespace platform::simulated {
 

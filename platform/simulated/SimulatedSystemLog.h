@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/SystemLog.h"
+#include "platform/System.h"
 
 namespace platform::simulated {
 

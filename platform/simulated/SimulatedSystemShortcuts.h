@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/Keys.h"
 #include "platform/RunLoop.h"
-#include "platform/SystemShortcuts.h"
 
 namespace platform::simulated {
 

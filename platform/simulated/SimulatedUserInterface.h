@@ -4,11 +4,10 @@
 #include <utility>
 #include <vector>
 
-#include "platform/MenuBar.h"
-#include "platform/MouseMonitor.h"
+#include "platform/Menus.h"
 #include "platform/Observers.h"
-#include "platform/StatusItem.h"
-#include "platform/UpdateService.h"
+#include "platform/Panels.h"
+#include "platform/System.h"
 
 namespace platform::simulated {
 

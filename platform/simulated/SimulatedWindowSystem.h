@@ -5,8 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/TextMeasurer.h"
-#include "platform/WindowSystem.h"
+#include "platform/Windows.h"
 
 namespace platform::simulated {
 

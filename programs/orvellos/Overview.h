@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/KeyMonitor.h"
+#include "platform/Keys.h"
 #include "platform/freedesktop/desktops/DesktopOverview.h"
 #include "platform/freedesktop/desktops/KwinOverview.h"
 #include "platform/freedesktop/desktops/OverviewLauncher.h"

@@ -3,7 +3,7 @@
 #include <QDialog>
 #include <functional>
 
-#include "platform/Alerts.h"
+#include "platform/Panels.h"
 
 class QHBoxLayout;
 

@@ -2,7 +2,7 @@
 
 #include <QSize>
 
-#include "platform/PanelWindow.h"
+#include "platform/Panels.h"
 
 class QScreen;
 class QWidget;

@@ -3,8 +3,8 @@
 #include <functional>
 #include <utility>
 
-#include "platform/ApplicationActivation.h"
-#include "platform/Identifiers.h"
+#include "platform/Panels.h"
+#include "platform/Windows.h"
 
 namespace ui {
 

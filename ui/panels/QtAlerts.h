@@ -4,8 +4,8 @@
 #include <deque>
 #include <functional>
 
-#include "platform/Alerts.h"
-#include "platform/Identifiers.h"
+#include "platform/Panels.h"
+#include "platform/Windows.h"
 #include "ui/panels/AlertBox.h"
 
 namespace ui {

@@ -4,7 +4,7 @@
 #include <functional>
 #include <optional>
 
-#include "platform/PanelWindow.h"
+#include "platform/Panels.h"
 
 namespace ui {
 

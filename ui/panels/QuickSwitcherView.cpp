@@ -15,7 +15,7 @@
 #include <optional>
 
 #include "orvellos/tags/TagColor.h"
-#include "platform/KeyMonitor.h"
+#include "platform/Keys.h"
 #include "ui/panels/FormParts.h"
 #include "ui/widgets/Metrics.h"
 #include "ui/widgets/PlainText.h"

@@ -2,7 +2,7 @@
 
 #include <QObject>
 
-#include "platform/DescriptorWatcher.h"
+#include "platform/linux/DescriptorWatcher.h"
 #include "platform/RunLoop.h"
 
 namespace ui {

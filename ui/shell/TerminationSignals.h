@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "platform/DescriptorWatcher.h"
+#include "platform/linux/DescriptorWatcher.h"
 
 namespace ui {
 

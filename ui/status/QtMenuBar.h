@@ -3,7 +3,7 @@
 #include <QWidget>
 #include <vector>
 
-#include "platform/MenuBar.h"
+#include "platform/Menus.h"
 
 namespace ui {
 

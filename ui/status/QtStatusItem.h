@@ -5,9 +5,9 @@
 #include <memory>
 #include <optional>
 
+#include "platform/Menus.h"
 #include "platform/RunLoop.h"
 #include "platform/Screens.h"
-#include "platform/StatusItem.h"
 #include "platform/x11/tray/SystemTray.h"
 #include "ui/status/StatusButton.h"
 #include "ui/status/StatusButtonPlace.h"

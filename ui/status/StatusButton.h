@@ -3,7 +3,7 @@
 #include <QAbstractButton>
 #include <functional>
 
-#include "platform/StatusItem.h"
+#include "platform/Menus.h"
 #include "ui/status/StatusButtonPlace.h"
 
 namespace ui {

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "orvellos/settings/AnchoredPosition.h"
-#include "platform/DefaultsStore.h"
+#include "platform/Files.h"
 #include "platform/Screens.h"
 
 namespace ui {

@@ -4,7 +4,7 @@
 #include <QPixmap>
 #include <optional>
 
-#include "platform/StatusItem.h"
+#include "platform/Menus.h"
 
 namespace ui {
 

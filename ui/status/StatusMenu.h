@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/StatusItem.h"
+#include "platform/Menus.h"
 
 namespace ui {
 

@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-#include "platform/StatusItem.h"
+#include "platform/Menus.h"
 
 namespace ui {
 

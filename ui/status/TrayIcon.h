@@ -4,8 +4,8 @@
 #include <functional>
 #include <optional>
 
+#include "platform/Menus.h"
 #include "platform/RunLoop.h"
-#include "platform/StatusItem.h"
 #include "platform/x11/tray/SystemTray.h"
 
 namespace ui {

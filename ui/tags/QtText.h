@@ -2,7 +2,7 @@
 
 #include <QFont>
 
-#include "platform/TextMeasurer.h"
+#include "platform/Windows.h"
 
 namespace ui {
 

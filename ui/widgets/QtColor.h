@@ -4,7 +4,7 @@
 #include <QPalette>
 #include <algorithm>
 
-#include "platform/Color.h"
+#include "platform/Geometry.h"
 #include "ui/widgets/Contrast.h"
 
 namespace ui {

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "platform/KeyMonitor.h"
+#include "platform/Keys.h"
 
 namespace ui {
 

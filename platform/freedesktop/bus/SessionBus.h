@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/DescriptorWatcher.h"
+#include "platform/linux/DescriptorWatcher.h"
 #include "platform/RunLoop.h"
 #include "platform/freedesktop/bus/BusMessage.h"
 #include "platform/freedesktop/bus/SystemdLibrary.h"

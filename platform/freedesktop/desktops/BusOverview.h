@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/OverviewSource.h"
+#include "platform/linux/OverviewSource.h"
 #include "platform/freedesktop/bus/BusMessage.h"
 
 namespace platform::freedesktop {

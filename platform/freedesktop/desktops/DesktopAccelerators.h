@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/ChildProcesses.h"
+#include "platform/Processes.h"
 #include "platform/freedesktop/bus/SessionBus.h"
 #include "platform/freedesktop/desktops/AcceleratorLists.h"
 

@@ -3,8 +3,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/OnScreenWindows.h"
-#include "platform/OverviewSource.h"
+#include "platform/WindowList.h"
+#include "platform/linux/OverviewSource.h"
 
 namespace platform::freedesktop {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/SystemShortcuts.h"
+#include "platform/Keys.h"
 #include "platform/freedesktop/bus/SessionBus.h"
 #include "platform/freedesktop/desktops/DesktopAccelerators.h"
 

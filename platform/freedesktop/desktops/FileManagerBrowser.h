@@ -4,8 +4,8 @@
 #include <functional>
 #include <string>
 
-#include "platform/FileBrowser.h"
-#include "platform/Subscription.h"
+#include "platform/Files.h"
+#include "platform/Observers.h"
 #include "platform/freedesktop/bus/SessionBus.h"
 
 namespace platform::freedesktop {

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/DesktopRow.h"
+#include "platform/linux/DesktopRow.h"
 #include "platform/RunLoop.h"
 #include "platform/freedesktop/bus/BusMessage.h"
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/ApplicationLauncher.h"
+#include "platform/Processes.h"
 #include "platform/RunLoop.h"
 #include "platform/freedesktop/bus/SessionBus.h"
 #include "platform/freedesktop/desktops/BusOverview.h"

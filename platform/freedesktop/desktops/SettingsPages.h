@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/UrlOpener.h"
+#include "platform/System.h"
 
 namespace platform::freedesktop {
 

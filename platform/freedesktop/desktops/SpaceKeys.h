@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/KeyMonitor.h"
+#include "platform/Keys.h"
 #include "platform/freedesktop/bus/BusServiceWatch.h"
 #include "platform/freedesktop/desktops/DesktopAccelerators.h"
 #include "platform/freedesktop/desktops/KwinShortcuts.h"

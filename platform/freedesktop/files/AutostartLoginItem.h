@@ -4,8 +4,8 @@
 #include <optional>
 #include <utility>
 
-#include "platform/FileSystem.h"
-#include "platform/LoginItem.h"
+#include "platform/Files.h"
+#include "platform/Session.h"
 
 namespace platform::freedesktop {
 

@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "platform/JsonText.h"
-#include "platform/LocalTime.h"
+#include "platform/System.h"
 
 namespace platform::freedesktop {
 

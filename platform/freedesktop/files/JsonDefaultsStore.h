@@ -7,8 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/DefaultsStore.h"
-#include "platform/FileSystem.h"
+#include "platform/Files.h"
 #include "platform/RunLoop.h"
 
 namespace platform::freedesktop {

@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/FileSystem.h"
-#include "platform/SystemInformation.h"
+#include "platform/Files.h"
+#include "platform/System.h"
 
 namespace platform::freedesktop {
 

@@ -9,7 +9,7 @@
 #include <optional>
 #include <utility>
 
-#include "platform/FileSystem.h"
+#include "platform/Files.h"
 
 namespace platform::freedesktop {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/Folders.h"
+#include "platform/Files.h"
 
 namespace platform::freedesktop {
 

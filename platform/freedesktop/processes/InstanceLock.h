@@ -3,7 +3,7 @@
 #include <optional>
 #include <string_view>
 
-#include "platform/RunningApplications.h"
+#include "platform/Processes.h"
 #include "platform/freedesktop/files/FileDescriptor.h"
 #include "platform/freedesktop/files/XdgFolders.h"
 #include "platform/freedesktop/processes/RequestPipe.h"

@@ -4,10 +4,10 @@
 
 #include <map>
 
-#include "platform/ChildProcesses.h"
-#include "platform/DescriptorWatcher.h"
+#include "platform/Processes.h"
 #include "platform/freedesktop/files/FileDescriptor.h"
 #include "platform/freedesktop/processes/Spawn.h"
+#include "platform/linux/DescriptorWatcher.h"
 
 namespace platform::freedesktop {
 

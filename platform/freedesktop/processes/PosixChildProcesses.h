@@ -3,7 +3,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/ChildProcesses.h"
+#include "platform/Processes.h"
 #include "platform/freedesktop/processes/Spawn.h"
 
 namespace platform::freedesktop {

@@ -3,7 +3,7 @@
 #include <functional>
 #include <string>
 
-#include "platform/DescriptorWatcher.h"
+#include "platform/linux/DescriptorWatcher.h"
 #include "platform/freedesktop/files/FileDescriptor.h"
 
 namespace platform::freedesktop {

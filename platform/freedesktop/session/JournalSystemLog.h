@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/SystemLog.h"
+#include "platform/System.h"
 
 namespace platform::freedesktop {
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "platform/Observers.h"
-#include "platform/SessionMonitor.h"
+#include "platform/Session.h"
 #include "platform/freedesktop/bus/BusProperty.h"
 #include "platform/freedesktop/bus/BusServiceWatch.h"
 #include "platform/freedesktop/bus/SessionBus.h"

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/UpdateService.h"
+#include "platform/System.h"
 #include "platform/freedesktop/bus/SessionBus.h"
 
 namespace platform::freedesktop {

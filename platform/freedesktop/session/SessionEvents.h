@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "platform/Observers.h"
-#include "platform/SessionMonitor.h"
+#include "platform/Session.h"
 
 namespace platform::freedesktop {
 

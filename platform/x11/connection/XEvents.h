@@ -4,7 +4,7 @@
 
 #include <functional>
 
-#include "platform/DescriptorWatcher.h"
+#include "platform/linux/DescriptorWatcher.h"
 #include "platform/Observers.h"
 #include "platform/RunLoop.h"
 #include "platform/x11/connection/XConnection.h"

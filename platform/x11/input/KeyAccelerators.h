@@ -3,7 +3,7 @@
 #include <optional>
 #include <string_view>
 
-#include "platform/KeyMonitor.h"
+#include "platform/Keys.h"
 #include "platform/x11/input/KeyShortcut.h"
 #include "platform/x11/input/X11Keyboard.h"
 

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "platform/KeyMonitor.h"
+#include "platform/Keys.h"
 
 namespace platform::x11 {
 

@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-#include "platform/KeyMonitor.h"
+#include "platform/Keys.h"
 
 namespace platform::x11 {
 

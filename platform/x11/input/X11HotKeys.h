@@ -6,7 +6,7 @@
 #include <set>
 #include <vector>
 
-#include "platform/HotKeyService.h"
+#include "platform/Keys.h"
 #include "platform/Observers.h"
 #include "platform/x11/input/RawInput.h"
 #include "platform/x11/input/X11Keyboard.h"

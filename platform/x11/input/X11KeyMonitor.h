@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "platform/KeyMonitor.h"
+#include "platform/Keys.h"
 #include "platform/x11/input/KeyShortcut.h"
 #include "platform/x11/input/RawInput.h"
 #include "platform/x11/input/X11Keyboard.h"

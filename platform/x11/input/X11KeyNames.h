@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/KeyNames.h"
+#include "platform/Keys.h"
 #include "platform/x11/input/X11Keyboard.h"
 
 namespace platform::x11 {

@@ -3,7 +3,7 @@
 #include <functional>
 #include <vector>
 
-#include "platform/MouseMonitor.h"
+#include "platform/Panels.h"
 #include "platform/x11/input/RawInput.h"
 
 namespace platform::x11 {

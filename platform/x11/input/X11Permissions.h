@@ -3,7 +3,7 @@
 #include <functional>
 #include <utility>
 
-#include "platform/Permissions.h"
+#include "platform/Session.h"
 
 namespace platform::x11 {
 

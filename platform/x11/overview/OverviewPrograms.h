@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/OverviewSource.h"
+#include "platform/linux/OverviewSource.h"
 #include "platform/RunLoop.h"
 #include "platform/Screens.h"
 #include "platform/x11/connection/Atoms.h"

@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "platform/SessionMonitor.h"
+#include "platform/Session.h"
 #include "platform/x11/connection/XEvents.h"
 
 namespace platform::x11 {

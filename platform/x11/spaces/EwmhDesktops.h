@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/Identifiers.h"
+#include "platform/Spaces.h"
 #include "platform/x11/connection/Atoms.h"
 #include "platform/x11/connection/XConnection.h"
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/DesktopRow.h"
+#include "platform/linux/DesktopRow.h"
 #include "platform/Spaces.h"
 #include "platform/x11/spaces/EwmhDesktops.h"
 

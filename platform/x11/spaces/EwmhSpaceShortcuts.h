@@ -2,8 +2,7 @@
 
 #include <functional>
 
-#include "platform/KeyPoster.h"
-#include "platform/SymbolicHotKeys.h"
+#include "platform/Keys.h"
 #include "platform/x11/spaces/EwmhDesktops.h"
 
 namespace platform::x11 {

@@ -4,8 +4,8 @@
 #include <functional>
 #include <optional>
 
-#include "platform/Color.h"
-#include "platform/Identifiers.h"
+#include "platform/Geometry.h"
+#include "platform/Windows.h"
 #include "platform/x11/connection/SelectionWatch.h"
 
 namespace platform::x11 {

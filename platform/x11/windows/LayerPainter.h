@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "platform/Layers.h"
+#include "platform/Windows.h"
 #include "platform/x11/screens/CoordinateSpace.h"
 
 namespace platform::x11 {

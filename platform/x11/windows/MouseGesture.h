@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "platform/WindowSystem.h"
+#include "platform/Windows.h"
 #include "platform/x11/windows/TagSurfaceContext.h"
 
 namespace platform::x11 {

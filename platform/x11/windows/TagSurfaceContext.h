@@ -4,7 +4,7 @@
 #include <functional>
 #include <optional>
 
-#include "platform/OverviewSource.h"
+#include "platform/linux/OverviewSource.h"
 #include "platform/RunLoop.h"
 #include "platform/x11/screens/X11Screens.h"
 #include "platform/x11/windows/FullScreenWindows.h"

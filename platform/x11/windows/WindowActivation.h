@@ -3,7 +3,7 @@
 #include <array>
 #include <functional>
 
-#include "platform/Identifiers.h"
+#include "platform/Windows.h"
 #include "platform/x11/spaces/EwmhDesktops.h"
 
 namespace platform::x11 {

@@ -6,8 +6,8 @@
 #include <string>
 
 #include "platform/RunLoop.h"
-#include "platform/SpaceNumber.h"
-#include "platform/WindowSystem.h"
+#include "platform/Spaces.h"
+#include "platform/Windows.h"
 #include "platform/x11/windows/MouseGesture.h"
 #include "platform/x11/windows/TagSurfaceContext.h"
 

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <variant>
 
 #include "platform/Result.h"
 #include "platform/RunLoop.h"
@@ -33,6 +36,47 @@ class FileSystem {
     [[nodiscard]] virtual MaybeError createFolders(const std::filesystem::path& folder) = 0;
     [[nodiscard]] virtual std::optional<WallTime> modificationDate(
         const std::filesystem::path& path) const = 0;
+};
+
+// The user's well-known folders. None is created by asking.
+class Folders {
+  public:
+    virtual ~Folders() = default;
+
+    // Absent when the user has no home folder.
+    [[nodiscard]] virtual std::optional<std::filesystem::path> home() const = 0;
+    // Where programs keep the user's data; absent when it cannot be told.
+    [[nodiscard]] virtual std::optional<std::filesystem::path> applicationSupport() const = 0;
+    [[nodiscard]] virtual std::optional<std::filesystem::path> desktop() const = 0;
+    [[nodiscard]] virtual std::filesystem::path temporary() const = 0;
+};
+
+// The desktop's file browser.
+class FileBrowser {
+  public:
+    virtual ~FileBrowser() = default;
+
+    // Shows the file, selected, in its folder. Returns at once; a desktop without a file browser does
+    // nothing.
+    virtual void reveal(const std::filesystem::path& file) = 0;
+};
+
+struct DefaultsData {
+    std::string bytes;
+    bool operator==(const DefaultsData&) const = default;
+};
+using DefaultsDictionary = std::map<std::string, double>;
+using DefaultsValue = std::variant<bool, std::int64_t, double, std::string, DefaultsData, DefaultsDictionary>;
+
+// The user's settings by key, each value with its type. Every change is written before the call returns; a
+// value that cannot be written stays in memory for this run.
+class DefaultsStore {
+  public:
+    virtual ~DefaultsStore() = default;
+
+    [[nodiscard]] virtual std::optional<DefaultsValue> value(std::string_view key) const = 0;
+    virtual void set(std::string_view key, DefaultsValue value) = 0;
+    virtual void remove(std::string_view key) = 0;
 };
 
 }  // namespace platform

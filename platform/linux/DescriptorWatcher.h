@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "platform/Subscription.h"
+#include "platform/Observers.h"
 
 namespace platform {
 
