@@ -49,21 +49,26 @@ class Managed {
     SimulatedDesktop desktop_;
     orvellos::Settings settings_{desktop_.defaults, desktop_.loginItem, std::nullopt};
     orvellos::EditingContext editing_;
-    orvellos::SpaceIdentifier spaces_{desktop_.spaces, desktop_.spaces, desktop_.spaces, desktop_.screens,
-                                      desktop_.screens};
+    orvellos::SpaceIdentifier spaces_{desktop_.spaces, desktop_.spaces, desktop_.spaces, desktop_.screens};
     orvellos::TagStore store_{desktop_.files, desktop_.runLoop, "/data"};
-    orvellos::TagManager manager_{{{desktop_.windowSystem, desktop_.runLoop, desktop_.screens,
-                                    desktop_.textMeasurer, settings_, editing_},
-                                   spaces_,
-                                   desktop_.spaces,
-                                   desktop_.screens,
-                                   desktop_.screens,
-                                   desktop_.overview,
-                                   desktop_.keyboard,
-                                   desktop_.session,
-                                   desktop_.applications,
-                                   {desktop_.childProcesses, desktop_.shortcuts, desktop_.shortcuts,
-                                    desktop_.permissions, desktop_.alerts, desktop_.urls}},
+    orvellos::TagManager manager_{{.windows = {.windowSystem = desktop_.windowSystem,
+                                               .runLoop = desktop_.runLoop,
+                                               .screens = desktop_.screens,
+                                               .textMeasurer = desktop_.textMeasurer,
+                                               .settings = settings_,
+                                               .editingContext = editing_},
+                                   .spaces = spaces_,
+                                   .spaceNotifications = desktop_.spaces,
+                                   .screens = desktop_.screens,
+                                   .onScreenWindows = desktop_.overview,
+                                   .keys = desktop_.keyboard,
+                                   .session = desktop_.session,
+                                   .launcher = desktop_.applications,
+                                   .navigation = {.processes = desktop_.childProcesses,
+                                                  .shortcuts = desktop_.shortcuts,
+                                                  .permissions = desktop_.permissions,
+                                                  .alerts = desktop_.alerts,
+                                                  .urls = desktop_.urls}},
                                   store_};
 };
 

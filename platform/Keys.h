@@ -55,22 +55,19 @@ class KeyMonitor {
     virtual Subscription addGlobalKeyDownMonitor(std::function<void(const KeyEvent&)> handler) = 0;
 };
 
-// Puts keys into the system as if the user had pressed them.
-class KeyPoster {
+// The system's own keyboard shortcuts that switch the Space, and how they are pressed.
+class SpaceShortcuts {
   public:
-    virtual ~KeyPoster() = default;
+    virtual ~SpaceShortcuts() = default;
 
     enum class Direction { Down, Up };
-    // False when there can be no such event; whether anybody takes it does not show here.
-    [[nodiscard]] virtual bool post(const KeyEvent& event, Direction direction) = 0;
-};
 
-// The system's own keyboard shortcuts, known by number: 79 moves one Space to the left, 81 one to the right.
-class SymbolicHotKeys {
-  public:
-    virtual ~SymbolicHotKeys() = default;
-    // Absent when the system does not say.
+    // Known by number: 79 moves one Space to the left, 81 one to the right. Absent when the system does not
+    // say.
     [[nodiscard]] virtual std::optional<bool> isEnabled(int number) const = 0;
+    // Puts a key into the system as if the user had pressed it. False when there can be no such event;
+    // whether anybody takes it does not show here.
+    [[nodiscard]] virtual bool post(const KeyEvent& event, Direction direction) = 0;
 };
 
 // How a registration ended, in the numbers that the log and the user's bug reports have always had.

@@ -26,7 +26,8 @@ struct Screen {
     bool operator==(const Screen&) const = default;
 };
 
-// The screens as they are now. No call waits for the display server.
+// The screens as they are now, and the mouse pointer on them. No call waits for the display server, but the
+// pointer's.
 class Screens {
   public:
     virtual ~Screens() = default;
@@ -39,14 +40,8 @@ class Screens {
     [[nodiscard]] virtual std::optional<std::string> displayUuid(DisplayId display) const = 0;
     // Delivered on the main queue, once for a burst of changes.
     virtual Subscription onParametersChanged(std::function<void()> action) = 0;
-};
-
-// The mouse pointer.
-class Pointer {
-  public:
-    virtual ~Pointer() = default;
-    // The last known location when the display server does not answer in time.
-    [[nodiscard]] virtual Point location() const = 0;
+    // Where the mouse pointer is; the last known location when the display server does not answer in time.
+    [[nodiscard]] virtual Point pointerLocation() const = 0;
 };
 
 }  // namespace platform

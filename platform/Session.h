@@ -46,13 +46,9 @@ class Permissions {
     [[nodiscard]] virtual bool isAccessibilityTrusted() const = 0;
     // Whether keys that are pressed in other programs may be seen.
     [[nodiscard]] virtual bool isInputMonitoringTrusted() const = 0;
-};
 
-// The system's own ways of asking the user for a permission that is missing. Both return at once; whatever
-// the user answers shows in Permissions.
-class PermissionPrompts {
-  public:
-    virtual ~PermissionPrompts() = default;
+    // The system's own ways of asking the user for what is missing. Both return at once; whatever the user
+    // answers shows above.
     virtual void promptAccessibility() = 0;
     virtual void requestInputMonitoring() = 0;
 };

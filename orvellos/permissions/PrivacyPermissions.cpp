@@ -16,7 +16,7 @@ constexpr std::string_view kInputMonitoringUrl =
 }  // namespace
 
 bool PrivacyPermissions::promptAccessibility() {
-    if (!checkAccessibility()) services_.prompts.promptAccessibility();
+    if (!checkAccessibility()) services_.permissions.promptAccessibility();
     return checkAccessibility();
 }
 
@@ -27,7 +27,7 @@ bool PrivacyPermissions::requestInputMonitoring() {
     if (!policyBefore_) policyBefore_ = activation.policy();
     activation.setPolicy(platform::ActivationPolicy::Regular);
     activation.activate();
-    services_.prompts.requestInputMonitoring();
+    services_.permissions.requestInputMonitoring();
     policyRestore_ = services_.runLoop.after(kPolicyRestore, [this] {
         services_.activation.setPolicy(*std::exchange(policyBefore_, std::nullopt));
     });

@@ -28,8 +28,7 @@ class PrivacyPermissions {
   public:
     // What is passed outlives the permissions.
     struct Services {
-        const platform::Permissions& permissions;
-        platform::PermissionPrompts& prompts;
+        platform::Permissions& permissions;
         platform::ApplicationActivation& activation;
         platform::UrlOpener& urls;
         platform::FileBrowser& fileBrowser;

@@ -126,7 +126,7 @@ std::optional<std::size_t> NavController::indexOf(const std::string& uuid) const
 // What the system allows.
 
 bool NavController::isSymbolicHotKeyEnabled(int number) const {
-    return services_.symbolicHotKeys.isEnabled(number).value_or(true);
+    return services_.shortcuts.isEnabled(number).value_or(true);
 }
 
 bool NavController::areShortcutsEnabled() const {
@@ -284,16 +284,16 @@ bool NavController::navigateViaKeyboard(const std::string& uuid) {
 
 void NavController::postSpaceKey(std::uint16_t keyCode, int remaining, std::string_view arrow,
                                  std::int64_t generation) {
-    using platform::KeyPoster;
+    using platform::SpaceShortcuts;
     const auto finished = keySequences_.extract(generation);  // runs this very call, so it ends with it
     if (generation != generation_) return say("  postSpaceKey: cancelled (superseded by a newer navigation)");
     if (remaining < 1)
         return say("  postSpaceKey: done, current={}", spaces_.currentSpaceUUID().value_or("nil"));
     const platform::KeyEvent key{keyCode, platform::modifier::kControl};
-    if (!services_.keys.post(key, KeyPoster::Direction::Down))
+    if (!services_.shortcuts.post(key, SpaceShortcuts::Direction::Down))
         return say("  FAIL: CGEvent keyDown creation returned nil");
     say("  posted {} keyDown (nil source) to cghidEventTap", arrow);
-    if (services_.keys.post(key, KeyPoster::Direction::Up))
+    if (services_.shortcuts.post(key, SpaceShortcuts::Direction::Up))
         say("  posted {} keyUp (nil source) to cghidEventTap", arrow);
     if (remaining == 1) return;
     keySequences_[generation] =

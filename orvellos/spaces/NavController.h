@@ -23,8 +23,7 @@ namespace orvellos {
 // What navigation needs of the system.
 struct NavServices {
     platform::BackgroundProcesses& processes;
-    platform::KeyPoster& keys;
-    const platform::SymbolicHotKeys& symbolicHotKeys;
+    platform::SpaceShortcuts& shortcuts;
     const platform::Permissions& permissions;
     platform::Alerts& alerts;
     platform::UrlOpener& urls;

@@ -41,8 +41,8 @@ void resolveFirst(EntryPoint& entry, const Names& names, Resolve resolve) {
 
 SpaceIdentifier::SpaceIdentifier(const platform::SpaceLayout& layout, platform::WindowSpaces& windowSpaces,
                                  const platform::SpaceSwitchingEntries& entries,
-                                 const platform::Screens& screens, const platform::Pointer& pointer)
-    : layout_(layout), windowSpaces_(windowSpaces), entries_(entries), screens_(screens), pointer_(pointer) {}
+                                 const platform::Screens& screens)
+    : layout_(layout), windowSpaces_(windowSpaces), entries_(entries), screens_(screens) {}
 
 SpaceSnapshot SpaceIdentifier::snapshot() const {
     return SpaceSnapshot::of(layout_.copyManagedDisplaySpaces());
@@ -199,7 +199,7 @@ std::optional<DisplayId> SpaceIdentifier::pointerDisplayID() const {
     if (isSharedSpacesMode()) return screens_.mainDisplayId();
     const auto screens = screens_.screens();
     if (screens.size() == 1) return screens.front().displayId;  // wherever the pointer is
-    const auto location = pointer_.location();
+    const auto location = screens_.pointerLocation();
     for (const auto& screen : screens)
         if (screen.frame.contains(location)) return screen.displayId;
     const auto main = screens_.mainScreen();

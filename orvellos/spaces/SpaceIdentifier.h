@@ -19,8 +19,7 @@ namespace orvellos {
 class SpaceIdentifier {
   public:
     SpaceIdentifier(const platform::SpaceLayout& layout, platform::WindowSpaces& windowSpaces,
-                    const platform::SpaceSwitchingEntries& entries, const platform::Screens& screens,
-                    const platform::Pointer& pointer);
+                    const platform::SpaceSwitchingEntries& entries, const platform::Screens& screens);
 
     [[nodiscard]] SpaceSnapshot snapshot() const;
 
@@ -83,7 +82,6 @@ class SpaceIdentifier {
     platform::WindowSpaces& windowSpaces_;
     const platform::SpaceSwitchingEntries& entries_;
     const platform::Screens& screens_;
-    const platform::Pointer& pointer_;
     mutable EntryPoints entryPoints_;
 };
 

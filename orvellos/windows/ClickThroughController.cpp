@@ -14,9 +14,9 @@ bool isDormant(const TagWindow* window) {
 
 }  // namespace
 
-ClickThroughController::ClickThroughController(platform::RunLoop& runLoop, const platform::Pointer& pointer,
+ClickThroughController::ClickThroughController(platform::RunLoop& runLoop, const platform::Screens& screens,
                                                std::function<std::vector<TagWindow*>()> windowsProvider)
-    : runLoop_(runLoop), pointer_(pointer), windowsProvider_(std::move(windowsProvider)) {}
+    : runLoop_(runLoop), screens_(screens), windowsProvider_(std::move(windowsProvider)) {}
 
 void ClickThroughController::start(double hz) {
     if (timer_.isActive() && timerHz_ == hz) return;
@@ -32,7 +32,7 @@ void ClickThroughController::stop() {
 void ClickThroughController::tick() {
     const auto windows = windowsProvider_();
     if (std::ranges::all_of(windows, isDormant)) return start(kIdleHz);
-    const auto pointer = pointer_.location();
+    const auto pointer = screens_.pointerLocation();
     bool busy = false;
     for (auto* window : windows) busy = adjust(*window, pointer) || busy;
     start(busy ? kBusyHz : kIdleHz);

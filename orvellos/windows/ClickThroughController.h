@@ -16,7 +16,7 @@ class ClickThroughController {
     static constexpr double kBusyHz = 30;
 
     // `windowsProvider` gives the main windows of all tags.
-    ClickThroughController(platform::RunLoop& runLoop, const platform::Pointer& pointer,
+    ClickThroughController(platform::RunLoop& runLoop, const platform::Screens& screens,
                            std::function<std::vector<TagWindow*>()> windowsProvider);
 
     // Polls `hz` times a second; nothing changes when it does already.
@@ -29,7 +29,7 @@ class ClickThroughController {
     [[nodiscard]] bool adjust(TagWindow& window, platform::Point pointer) const;
 
     platform::RunLoop& runLoop_;
-    const platform::Pointer& pointer_;
+    const platform::Screens& screens_;
     std::function<std::vector<TagWindow*>()> windowsProvider_;
     platform::Timer timer_;
     double timerHz_ = 0;

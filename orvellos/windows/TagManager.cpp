@@ -37,7 +37,7 @@ TagManager::TagManager(const Services& services, TagStore& store)
       navigation_(services.spaces, runLoop_, settings_, services.navigation, navCallbacks()),
       missionControl_(runLoop_, services.onScreenWindows, settings_.defaults),
       missionControlKey_(services.keys, runLoop_),
-      clickThrough_(runLoop_, services.pointer, [this] { return mainWindows(); }) {}
+      clickThrough_(runLoop_, services.screens, [this] { return mainWindows(); }) {}
 
 TagManager::~TagManager() {
     stop();

@@ -35,7 +35,6 @@ class TagManager {
         const SpaceIdentifier& spaces;
         platform::SpaceNotifications& spaceNotifications;
         platform::Screens& screens;
-        const platform::Pointer& pointer;
         platform::OnScreenWindows& onScreenWindows;
         platform::KeyMonitor& keys;
         platform::SessionMonitor& session;

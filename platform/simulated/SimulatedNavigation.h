@@ -13,7 +13,7 @@
 namespace platform::simulated {
 
 // A system that lets its Spaces be switched by keys, as far as a test allows it.
-class SimulatedShortcuts final : public KeyPoster, public SymbolicHotKeys {
+class SimulatedShortcuts final : public SpaceShortcuts {
   public:
     bool canPost = true;
     std::map<int, bool> enabled;     // what is not in it the system does not say

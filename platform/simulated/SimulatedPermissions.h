@@ -9,9 +9,7 @@
 namespace platform::simulated {
 
 // Permissions that a test gives and takes, and what was asked of the user, in order.
-class SimulatedPermissions final : public Permissions,
-                                   public PermissionPrompts,
-                                   public ApplicationActivation {
+class SimulatedPermissions final : public Permissions, public ApplicationActivation {
   public:
     bool accessibilityTrusted = true;
     bool inputMonitoringTrusted = true;

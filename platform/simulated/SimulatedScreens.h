@@ -12,7 +12,7 @@
 namespace platform::simulated {
 
 // Screens in memory, the first of them the main one, and a pointer at the origin.
-class SimulatedScreens final : public Screens, public Pointer {
+class SimulatedScreens final : public Screens {
   public:
     explicit SimulatedScreens(RunLoop& runLoop) : runLoop_(runLoop) {}
 
@@ -30,7 +30,7 @@ class SimulatedScreens final : public Screens, public Pointer {
     Subscription onParametersChanged(std::function<void()> action) override {
         return parametersChanged_.subscribe(std::move(action));
     }
-    [[nodiscard]] Point location() const override { return pointer_; }
+    [[nodiscard]] Point pointerLocation() const override { return pointer_; }
 
   private:
     RunLoop& runLoop_;

@@ -17,7 +17,7 @@ constexpr Duration kBusPatience = std::chrono::seconds(1);
 
 }  // namespace
 
-struct CommandDesktop::Connected {
+struct CommandDesktop::Connected final : DesktopSource {
     Connected(std::unique_ptr<XConnection> opened, Instant end)
         : connection(std::move(opened)), deadline(end) {}
 
@@ -26,14 +26,22 @@ struct CommandDesktop::Connected {
     Atoms atoms = internWithWindowList(*connection);
     EwmhSpaceLayout layout{*connection, atoms, [this] { return askKwin(); }};
     X11WindowList windows{*connection, atoms};
-    EwmhSpaceSwitching switching{
-        *connection, atoms, [this] { return readRoot(*connection, atoms).desktops.canSwitch; },
-        [this] { return awaitServerTime(*connection, requestServerTime(*connection), deadline); }};
+    EwmhSpaceSwitching switching{*connection, atoms, *this};
 
     static Atoms internWithWindowList(XConnection& connection) {
         X11WindowList::prefetch(connection);
         return Atoms::intern(connection);
     }
+    // Each of these asks the server.
+    [[nodiscard]] DesktopFacts facts() const override {
+        const auto desktops = readRoot(*connection, atoms).desktops;
+        return {.count = desktops.count, .current = desktops.current};
+    }
+    [[nodiscard]] bool canSwitch() const override { return readRoot(*connection, atoms).desktops.canSwitch; }
+    [[nodiscard]] xcb_timestamp_t lastTime() const override {
+        return awaitServerTime(*connection, requestServerTime(*connection), deadline);
+    }
+
     std::optional<DesktopRow> askKwin() {
         const auto left = deadline - monotonicNow();
         if (left <= Duration::zero()) return std::nullopt;

@@ -60,7 +60,7 @@ class CommandDesktop final : public platform::SpaceLayout,
 
 // One screen that is the main display, with the pointer on it: desktops of X11 span all monitors, so no
 // command needs to know more.
-class CommandScreen final : public platform::Screens, public platform::Pointer {
+class CommandScreen final : public platform::Screens {
   public:
     [[nodiscard]] std::vector<platform::Screen> screens() const override;
     [[nodiscard]] std::optional<platform::Screen> mainScreen() const override { return screens().front(); }
@@ -70,5 +70,5 @@ class CommandScreen final : public platform::Screens, public platform::Pointer {
     }
     // A screen that a command saw change would be another command's.
     platform::Subscription onParametersChanged(std::function<void()> /*action*/) override { return {}; }
-    [[nodiscard]] platform::Point location() const override { return {}; }
+    [[nodiscard]] platform::Point pointerLocation() const override { return {}; }
 };

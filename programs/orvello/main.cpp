@@ -70,7 +70,7 @@ int runCommand(OrvelloCLI::Command command, const std::vector<std::string_view>&
     platform::freedesktop::PosixChildProcesses childProcesses(
         [&desktop](const std::string&) { return programs::scriptRunner(desktop.currentDesktop()); });
     const CommandScreen screen;
-    const orvellos::SpaceIdentifier spaces(desktop, desktop, desktop, screen, screen);
+    const orvellos::SpaceIdentifier spaces(desktop, desktop, desktop, screen);
     bool written = true;
     const OrvelloCLI cli(
         {.spaces = spaces,

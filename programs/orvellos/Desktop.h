@@ -28,7 +28,6 @@
 #include "platform/x11/input/X11Permissions.h"
 #include "platform/x11/screens/X11ScreenPower.h"
 #include "platform/x11/screens/X11Screens.h"
-#include "platform/x11/spaces/EwmhSpaceShortcuts.h"
 #include "platform/x11/spaces/EwmhSpaceSwitching.h"
 #include "platform/x11/spaces/X11SpaceServer.h"
 #include "platform/x11/windows/X11WindowSystem.h"

@@ -23,7 +23,7 @@ ui::ColorScheme schemeOf(DesktopColorScheme::Preference preference) {
 }  // namespace
 
 Interface::Interface(Services services)
-    : activation_(services.connection, std::move(services.desktops), std::move(services.lastTime)),
+    : activation_(services.connection, services.desktops),
       mouse_(services.rawInput, services.connection,
              {ui::toolkitConnection(), [this](xcb_timestamp_t time) { return menuClicks_.hasTaken(time); }}),
       panelHost_({menuBar_, services.screens,

@@ -27,8 +27,7 @@ class Interface {
         platform::x11::RawInput& rawInput;
         platform::x11::X11Screens& screens;
         platform::x11::X11WindowSystem& windowSystem;
-        std::function<platform::x11::DesktopFacts()> desktops;
-        std::function<xcb_timestamp_t()> lastTime;
+        const platform::x11::DesktopSource& desktops;
     };
     explicit Interface(Services services);
 

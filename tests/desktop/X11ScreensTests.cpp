@@ -102,7 +102,7 @@ TEST_F(X11ScreensTest, HaveThePointerOnThemInEveryCorner) {
     const auto frame = screens->screens().at(0).frame;
     for (const auto& [pixelX, pixelY] : {std::pair{0, 0}, {1279, 0}, {0, 799}, {1279, 799}}) {
         desktop.devices().movePointer(pixelX, pixelY);
-        EXPECT_TRUE(frame.contains(screens->location())) << pixelX << " " << pixelY;
+        EXPECT_TRUE(frame.contains(screens->pointerLocation())) << pixelX << " " << pixelY;
     }
     const auto main = screens->mainDisplayId();
     EXPECT_TRUE(screens->displayUuid(main));

@@ -50,24 +50,42 @@ class ApplicationTest : public testing::Test {
     }
     static bool hasLogged(std::string_view message) { return std::ranges::count(messages(), message) > 0; }
     TagWindowServices windowServices() {
-        return {desktop_.windowSystem, desktop_.runLoop, desktop_.screens,
-                desktop_.textMeasurer, settings_,        editing_};
+        return {.windowSystem = desktop_.windowSystem,
+                .runLoop = desktop_.runLoop,
+                .screens = desktop_.screens,
+                .textMeasurer = desktop_.textMeasurer,
+                .settings = settings_,
+                .editingContext = editing_};
     }
     TagManager::Services managerServices() {
-        return {windowServices(),      identifier_,       desktop_.spaces,   desktop_.screens,
-                desktop_.screens,      desktop_.overview, desktop_.keyboard, desktop_.session,
-                desktop_.applications, navServices()};
+        return {.windows = windowServices(),
+                .spaces = identifier_,
+                .spaceNotifications = desktop_.spaces,
+                .screens = desktop_.screens,
+                .onScreenWindows = desktop_.overview,
+                .keys = desktop_.keyboard,
+                .session = desktop_.session,
+                .launcher = desktop_.applications,
+                .navigation = navServices()};
     }
     NavServices navServices() {
-        return {desktop_.childProcesses, desktop_.shortcuts, desktop_.shortcuts,
-                desktop_.permissions,    desktop_.alerts,    desktop_.urls};
+        return {.processes = desktop_.childProcesses,
+                .shortcuts = desktop_.shortcuts,
+                .permissions = desktop_.permissions,
+                .alerts = desktop_.alerts,
+                .urls = desktop_.urls};
     }
 
     PrivacyPermissions::Services privacyServices(std::function<void()> terminate) {
-        return {desktop_.permissions, desktop_.permissions, desktop_.permissions,
-                desktop_.urls,        desktop_.fileBrowser, desktop_.childProcesses,
-                desktop_.alerts,      desktop_.runLoop,     {"org.norvath.orvello", "/opt/orvello"},
-                std::move(terminate)};
+        return {.permissions = desktop_.permissions,
+                .activation = desktop_.permissions,
+                .urls = desktop_.urls,
+                .fileBrowser = desktop_.fileBrowser,
+                .processes = desktop_.childProcesses,
+                .alerts = desktop_.alerts,
+                .runLoop = desktop_.runLoop,
+                .bundle = {"org.norvath.orvello", "/opt/orvello"},
+                .terminate = std::move(terminate)};
     }
 
     desktop_test::TimeZone zone_{"TEST-5:30"};  // that much ahead of UTC
@@ -75,8 +93,7 @@ class ApplicationTest : public testing::Test {
     std::string echo_;
     Settings settings_{desktop_.defaults, desktop_.loginItem, std::nullopt};
     EditingContext editing_;
-    SpaceIdentifier identifier_{desktop_.spaces, desktop_.spaces, desktop_.spaces, desktop_.screens,
-                                desktop_.screens};
+    SpaceIdentifier identifier_{desktop_.spaces, desktop_.spaces, desktop_.spaces, desktop_.screens};
 };
 
 }  // namespace orvellos

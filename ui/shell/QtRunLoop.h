@@ -2,8 +2,8 @@
 
 #include <QObject>
 
-#include "platform/linux/DescriptorWatcher.h"
 #include "platform/RunLoop.h"
+#include "platform/linux/DescriptorWatcher.h"
 
 namespace ui {
 

@@ -5,10 +5,10 @@
 #include <optional>
 #include <string>
 
-#include "platform/linux/DescriptorWatcher.h"
 #include "platform/RunLoop.h"
 #include "platform/freedesktop/bus/BusMessage.h"
 #include "platform/freedesktop/bus/SystemdLibrary.h"
+#include "platform/linux/DescriptorWatcher.h"
 
 namespace platform::freedesktop {
 

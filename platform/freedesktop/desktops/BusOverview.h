@@ -3,8 +3,8 @@
 #include <optional>
 #include <string>
 
-#include "platform/linux/OverviewSource.h"
 #include "platform/freedesktop/bus/BusMessage.h"
+#include "platform/linux/OverviewSource.h"
 
 namespace platform::freedesktop {
 

@@ -3,9 +3,9 @@
 #include <optional>
 #include <string>
 
-#include "platform/linux/DesktopRow.h"
 #include "platform/RunLoop.h"
 #include "platform/freedesktop/bus/BusMessage.h"
+#include "platform/linux/DesktopRow.h"
 
 namespace platform::freedesktop {
 

@@ -3,8 +3,8 @@
 #include <functional>
 #include <string>
 
-#include "platform/linux/DescriptorWatcher.h"
 #include "platform/freedesktop/files/FileDescriptor.h"
+#include "platform/linux/DescriptorWatcher.h"
 
 namespace platform::freedesktop {
 

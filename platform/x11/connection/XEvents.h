@@ -4,9 +4,9 @@
 
 #include <functional>
 
-#include "platform/linux/DescriptorWatcher.h"
 #include "platform/Observers.h"
 #include "platform/RunLoop.h"
+#include "platform/linux/DescriptorWatcher.h"
 #include "platform/x11/connection/XConnection.h"
 
 namespace platform::x11 {

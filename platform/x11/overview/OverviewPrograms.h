@@ -7,9 +7,9 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/linux/OverviewSource.h"
 #include "platform/RunLoop.h"
 #include "platform/Screens.h"
+#include "platform/linux/OverviewSource.h"
 #include "platform/x11/connection/Atoms.h"
 #include "platform/x11/connection/XEvents.h"
 

@@ -102,7 +102,7 @@ Subscription X11Screens::onParametersChanged(std::function<void()> action) {
     return changed_.subscribe(std::move(action));
 }
 
-Point X11Screens::location() const {
+Point X11Screens::pointerLocation() const {
     const auto cookie = xcb_query_pointer(connection_.get(), connection_.root());
     if (const auto reply = connection_.reply<xcb_query_pointer_reply_t>(cookie))
         lastLocation_ = coordinates_.pointerAt(reply->root_x, reply->root_y);

@@ -14,7 +14,7 @@ namespace platform::x11 {
 
 // The RandR monitors, read again whenever the server tells of a change; in between every answer but the
 // pointer's comes from memory. A server without monitors (RandR 1.5) has one screen, its root window.
-class X11Screens final : public Screens, public Pointer {
+class X11Screens final : public Screens {
   public:
     static constexpr std::array<std::string_view, 6> kAtomNames = {
         "_NET_WORKAREA", "_NET_CURRENT_DESKTOP",  "_NET_CLIENT_LIST",
@@ -27,7 +27,7 @@ class X11Screens final : public Screens, public Pointer {
     [[nodiscard]] DisplayId mainDisplayId() const override;
     [[nodiscard]] std::optional<std::string> displayUuid(DisplayId display) const override;
     Subscription onParametersChanged(std::function<void()> action) override;
-    [[nodiscard]] Point location() const override;
+    [[nodiscard]] Point pointerLocation() const override;
 
     [[nodiscard]] const CoordinateSpace& coordinates() const { return coordinates_; }
 

@@ -19,6 +19,18 @@ struct DesktopFacts {
     std::optional<std::uint32_t> current;
 };
 
+// What the classes of this layer ask about the desktops and their window manager.
+class DesktopSource {
+  public:
+    virtual ~DesktopSource() = default;
+
+    [[nodiscard]] virtual DesktopFacts facts() const = 0;
+    // Whether the window manager takes the message that switches the desktop.
+    [[nodiscard]] virtual bool canSwitch() const = 0;
+    // A server time stamp for messages to the window manager.
+    [[nodiscard]] virtual xcb_timestamp_t lastTime() const = 0;
+};
+
 // More desktops than this are a broken property, not a desktop.
 inline constexpr std::uint32_t kMostDesktops = 512;
 // A window's desktop number that means every desktop (EWMH _NET_WM_DESKTOP).

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/DesktopRow.h"
 #include "platform/Spaces.h"
+#include "platform/linux/DesktopRow.h"
 #include "platform/x11/spaces/EwmhDesktops.h"
 
 namespace platform::x11 {

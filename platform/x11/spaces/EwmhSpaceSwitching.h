@@ -1,7 +1,6 @@
 #pragma once
 
-#include <functional>
-
+#include "platform/Keys.h"
 #include "platform/Spaces.h"
 #include "platform/x11/spaces/EwmhDesktops.h"
 
@@ -11,10 +10,8 @@ namespace platform::x11 {
 // nothing that shows or hides a desktop beside the current one.
 class EwmhSpaceSwitching final : public SpaceSwitchingEntries {
   public:
-    // `canSwitch` tells whether the window manager takes the message; `time` gives a server time stamp.
-    EwmhSpaceSwitching(XConnection& connection, const Atoms& atoms, std::function<bool()> canSwitch,
-                       std::function<xcb_timestamp_t()> time)
-        : connection_(connection), atoms_(atoms), canSwitch_(std::move(canSwitch)), time_(std::move(time)) {}
+    EwmhSpaceSwitching(XConnection& connection, const Atoms& atoms, const DesktopSource& desktops)
+        : connection_(connection), atoms_(atoms), desktops_(desktops) {}
 
     [[nodiscard]] ConnectionId mainConnectionId() const override {
         return static_cast<ConnectionId>(connection_.descriptor());
@@ -25,8 +22,27 @@ class EwmhSpaceSwitching final : public SpaceSwitchingEntries {
   private:
     XConnection& connection_;
     const Atoms& atoms_;
-    std::function<bool()> canSwitch_;
-    std::function<xcb_timestamp_t()> time_;
+    const DesktopSource& desktops_;
+};
+
+// The shortcuts "move left a Space" and "move right a Space" of a desktop that has no such keys everywhere:
+// pressed through this class they move one Space themselves. No key ever gets to the user's programs, where
+// it would mean something else.
+class EwmhSpaceShortcuts final : public SpaceShortcuts {
+  public:
+    EwmhSpaceShortcuts(XConnection& connection, const Atoms& atoms, const DesktopSource& desktops)
+        : connection_(connection), atoms_(atoms), desktops_(desktops) {}
+
+    [[nodiscard]] std::optional<bool> isEnabled(int /*number*/) const override {
+        return desktops_.canSwitch();
+    }
+    // Control with an arrow moves one Space when it goes down, unless there is none on that side.
+    [[nodiscard]] bool post(const KeyEvent& event, Direction direction) override;
+
+  private:
+    XConnection& connection_;
+    const Atoms& atoms_;
+    const DesktopSource& desktops_;
 };
 
 }  // namespace platform::x11

@@ -19,7 +19,7 @@ namespace platform::x11 {
 // one takes over from another, and on KWin until the ids of its desktops have come, at first and after every
 // change of them: a window that KWin takes off a desktop that goes must not seem to have been moved by the
 // user. It stays what it was while the X server does not answer.
-class X11SpaceServer final : public SpaceLayout, public SpaceNotifications {
+class X11SpaceServer final : public SpaceLayout, public SpaceNotifications, public DesktopSource {
   public:
     using KwinRow = std::optional<DesktopRow>;
     // Asks KWin for its desktops; the answer comes later, on the main thread. Asking again takes back a
@@ -44,11 +44,11 @@ class X11SpaceServer final : public SpaceLayout, public SpaceNotifications {
         return windowManagerChanged_.subscribe(std::move(action));
     }
 
-    [[nodiscard]] DesktopFacts facts() const;
+    [[nodiscard]] DesktopFacts facts() const override;
     // No while the window manager says so; one that has not come yet may well.
-    [[nodiscard]] bool canSwitch() const { return !desktops_ || desktops_->canSwitch; }
+    [[nodiscard]] bool canSwitch() const override { return !desktops_ || desktops_->canSwitch; }
     // The server time of the last change that was told of.
-    [[nodiscard]] xcb_timestamp_t lastTime() const { return lastTime_; }
+    [[nodiscard]] xcb_timestamp_t lastTime() const override { return lastTime_; }
 
   private:
     void handle(const xcb_generic_event_t& event);

@@ -4,8 +4,8 @@
 #include <functional>
 #include <optional>
 
-#include "platform/linux/OverviewSource.h"
 #include "platform/RunLoop.h"
+#include "platform/linux/OverviewSource.h"
 #include "platform/x11/screens/X11Screens.h"
 #include "platform/x11/windows/FullScreenWindows.h"
 #include "platform/x11/windows/LayerPainter.h"

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <functional>
 
 #include "platform/Windows.h"
 #include "platform/x11/spaces/EwmhDesktops.h"
@@ -12,9 +11,7 @@ namespace platform::x11 {
 class WindowActivation {
   public:
     static constexpr std::array<std::string_view, 2> kAtomNames = {"_NET_ACTIVE_WINDOW", "_NET_WM_DESKTOP"};
-    // `desktops` gives the last known desktops, `time` a server time stamp, both without asking the server.
-    WindowActivation(XConnection& connection, std::function<DesktopFacts()> desktops,
-                     std::function<xcb_timestamp_t()> time);
+    WindowActivation(XConnection& connection, const DesktopSource& desktops);
 
     // Takes a managed window to the front and gives it the keyboard.
     void activate(WindowNumber window) const;
@@ -23,8 +20,7 @@ class WindowActivation {
 
   private:
     XConnection& connection_;
-    std::function<DesktopFacts()> desktops_;
-    std::function<xcb_timestamp_t()> time_;
+    const DesktopSource& desktops_;
     xcb_atom_t activeWindow_ = 0;
     xcb_atom_t desktop_ = 0;
 };

@@ -50,9 +50,8 @@ xcb_window_t windowOf(const xcb_generic_event_t& event) {
 }  // namespace
 
 X11WindowSystem::X11WindowSystem(XConnection& connection, XEvents& events, RunLoop& runLoop,
-                                 X11Screens& screens, LayerPainter& painter,
-                                 std::function<DesktopFacts()> desktops)
-    : desktops_(std::move(desktops)),
+                                 X11Screens& screens, LayerPainter& painter, const DesktopSource& desktops)
+    : desktops_(desktops),
       context_{connection, runLoop, screens, painter, TagWindowAtoms::intern(connection)},
       fullScreenWindows_(connection, events, runLoop, [this] { surroundingsChanged(); }),
       events_(events.subscribe([this](const auto& event) { handle(event); })),
@@ -61,7 +60,7 @@ X11WindowSystem::X11WindowSystem(XConnection& connection, XEvents& events, RunLo
                   [this](xcb_window_t owner) { followCompositor(owner != XCB_WINDOW_NONE); }) {
     context_.fullScreenWindows = &fullScreenWindows_;
     context_.composited = compositor_.owner() != XCB_WINDOW_NONE;
-    context_.currentDesktop = [this] { return desktops_().current; };
+    context_.currentDesktop = [this] { return desktops_.facts().current; };
     context_.forget = [this](xcb_window_t window) { surfaces_.erase(window); };
     chooseVisual();
     cursorTimer_ = runLoop.after(kCursorIsNeeded, [this] { showOpenHand(); });
@@ -124,7 +123,8 @@ X11TagSurface* X11WindowSystem::find(WindowNumber window) const {
 
 std::vector<ManagedSpaceId> X11WindowSystem::copySpacesForWindow(WindowNumber window) const {
     const auto* surface = find(window);
-    return surface ? managedSpaceIds(surface->desktop(), desktops_().count) : std::vector<ManagedSpaceId>();
+    return surface ? managedSpaceIds(surface->desktop(), desktops_.facts().count)
+                   : std::vector<ManagedSpaceId>();
 }
 
 void X11WindowSystem::addWindowToSpace(WindowNumber window, ManagedSpaceId space) {

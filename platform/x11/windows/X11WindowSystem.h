@@ -18,7 +18,7 @@ class X11WindowSystem final : public WindowSystem, public WindowSpaces {
     static constexpr std::string_view kCompositorSelection = "_NET_WM_CM";
     // `desktops` gives the last known desktops without asking the server.
     X11WindowSystem(XConnection& connection, XEvents& events, RunLoop& runLoop, X11Screens& screens,
-                    LayerPainter& painter, std::function<DesktopFacts()> desktops);
+                    LayerPainter& painter, const DesktopSource& desktops);
     ~X11WindowSystem() override;
     X11WindowSystem(const X11WindowSystem&) = delete;
     X11WindowSystem& operator=(const X11WindowSystem&) = delete;
@@ -52,7 +52,7 @@ class X11WindowSystem final : public WindowSystem, public WindowSpaces {
     void surroundingsChanged();
     [[nodiscard]] X11TagSurface* find(WindowNumber window) const;
 
-    std::function<DesktopFacts()> desktops_;
+    const DesktopSource& desktops_;
     TagSurfaceContext context_;
     std::map<xcb_window_t, X11TagSurface*> surfaces_;
     FullScreenWindows fullScreenWindows_;

@@ -133,8 +133,7 @@ TEST_F(NavControllerTest, SaysWhyNothingHelped) {
         desktop_.shortcuts.asked.clear();
         desktop_.shortcuts.enabled = row.shortcuts;
         desktop_.permissions.accessibilityTrusted = row.trusted;
-        SpaceIdentifier spaces(desktop_.spaces, desktop_.spaces, desktop_.spaces, desktop_.screens,
-                               desktop_.screens);
+        SpaceIdentifier spaces(desktop_.spaces, desktop_.spaces, desktop_.spaces, desktop_.screens);
         desktop_.spaces.entryPoints().clear();
         if (row.hasEntryPoint) desktop_.spaces.entryPoints().insert("SLSManagedDisplaySetCurrentSpace");
         NavController nav(spaces, desktop_.runLoop, settings_, navServices(),
