@@ -15,7 +15,7 @@
 #include "platform/freedesktop/processes/StandardStreams.h"
 #include "platform/freedesktop/session/JournalSystemLog.h"
 #include "platform/x11/connection/XConnection.h"
-#include "programs/orvellos/Desktop.h"
+#include "programs/orvellos/X11Application.h"
 #include "ui/shell/FontConfiguration.h"
 #include "ui/shell/QtRunLoop.h"
 #include "ui/shell/TerminationSignals.h"
@@ -80,20 +80,20 @@ int runApplication(int argc, char** argv, platform::x11::XConnection& connection
     platform::freedesktop::JournalSystemLog systemLog;
     orvellos::connectDebugLog(
         {&systemLog, writeStandardError, &runLoop, orvellos::asksForDebugEcho(std::getenv("ORVELLO_DEBUG"))});
-    Desktop desktop(connection, runLoop, systemd, application.devicePixelRatio(),
-                    [] { QCoreApplication::quit(); });
+    programs::X11Application orvello(connection, runLoop, systemd, application.devicePixelRatio(),
+                                     [] { QCoreApplication::quit(); });
     const ui::TerminationSignals termination(runLoop, [] { QCoreApplication::quit(); });
-    const auto broken = desktop.onServerGone([] {
+    const auto broken = orvello.onServerGone([] {
         sayThatTheServerIsGone();
         QCoreApplication::exit(1);
     });
     runLoop.post([&] {
         fonts.wait();
-        desktop.launch();
+        orvello.launch();
     });
     // What was asked of the server up to here, atoms among it, is not asked again.
     const int status = connection.isLate() ? failToOpenDisplay() : QCoreApplication::exec();
-    desktop.terminate();
+    orvello.terminate();
     orvellos::connectDebugLog({});
     return status;
 }

@@ -31,20 +31,22 @@
 #include "platform/x11/spaces/EwmhSpaceSwitching.h"
 #include "platform/x11/spaces/X11SpaceServer.h"
 #include "platform/x11/windows/X11WindowSystem.h"
-#include "programs/orvellos/Interface.h"
-#include "programs/orvellos/Keys.h"
-#include "programs/orvellos/Overview.h"
+#include "programs/orvellos/KeyboardServices.h"
+#include "programs/orvellos/OverviewServices.h"
+#include "programs/orvellos/UserInterfaceServices.h"
 #include "ui/shell/QtRunLoop.h"
 #include "ui/tags/QtLayerPainter.h"
 #include "ui/tags/QtText.h"
 
+namespace programs {
+
 // The composition root of the application on X11: every service once, each before those that use it.
-class Desktop {
+class X11Application {
   public:
     // `scale` is the desktop's device pixels per point; `quit` ends the main loop. What is passed outlives
     // the desktop.
-    Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
-            platform::freedesktop::SystemdLibrary& systemd, double scale, std::function<void()> quit);
+    X11Application(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
+                   platform::freedesktop::SystemdLibrary& systemd, double scale, std::function<void()> quit);
 
     // Starts the application as soon as the Spaces are known, which on KWin takes a question to it, or when
     // that takes too long.
@@ -58,7 +60,7 @@ class Desktop {
   private:
     // What the user has stored, and the manager of their tags.
     struct Core {
-        explicit Core(Desktop& desktop);
+        explicit Core(X11Application& application);
 
         platform::freedesktop::JsonDefaultsStore defaults;
         orvellos::Settings settings;
@@ -95,10 +97,10 @@ class Desktop {
     platform::x11::X11WindowSystem windowSystem_;
     platform::x11::EwmhSpaceSwitching switching_;
     platform::x11::EwmhSpaceShortcuts shortcuts_;
-    Keys keys_;
+    KeyboardServices keys_;
     platform::x11::X11Permissions permissions_;
-    Overview overview_;
-    Interface interface_;
+    OverviewServices overview_;
+    UserInterfaceServices interface_;
     platform::x11::X11ScreenPower screenPower_;
     platform::freedesktop::SessionBus systemBus_;
     platform::freedesktop::PackageKitUpdates updates_;
@@ -116,3 +118,5 @@ class Desktop {
     platform::Subscription spacesKnown_;
     platform::Timer launchDeadline_;
 };
+
+}  // namespace programs

@@ -11,14 +11,16 @@
 #include "ui/shell/QtRunLoop.h"
 #include "ui/status/MenuKeys.h"
 
+namespace programs {
+
 // All that has to do with the user's keys: what they are called, who sees them, and who has taken them.
-class Keys {
+class KeyboardServices {
   public:
     // What is passed outlives the keys.
-    Keys(platform::freedesktop::SessionBus& bus, ui::QtRunLoop& runLoop,
-         platform::x11::XConnection& connection, platform::x11::XEvents& events);
-    Keys(const Keys&) = delete;
-    Keys& operator=(const Keys&) = delete;
+    KeyboardServices(platform::freedesktop::SessionBus& bus, ui::QtRunLoop& runLoop,
+                     platform::x11::XConnection& connection, platform::x11::XEvents& events);
+    KeyboardServices(const KeyboardServices&) = delete;
+    KeyboardServices& operator=(const KeyboardServices&) = delete;
 
     [[nodiscard]] platform::x11::RawInput& rawInput() { return rawInput_; }
     [[nodiscard]] const platform::KeyNames& names() const { return names_; }
@@ -42,3 +44,5 @@ class Keys {
     platform::freedesktop::DesktopShortcuts systemShortcuts_;
     platform::freedesktop::SpaceKeys spaceKeys_;
 };
+
+}  // namespace programs

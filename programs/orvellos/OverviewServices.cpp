@@ -1,8 +1,10 @@
-#include "programs/orvellos/Overview.h"
+#include "programs/orvellos/OverviewServices.h"
 
 #include <algorithm>
 
 #include "platform/freedesktop/processes/ProgramSearch.h"
+
+namespace programs {
 
 using namespace platform::freedesktop;
 
@@ -15,9 +17,10 @@ std::vector<std::string> programNames() {
 
 }  // namespace
 
-Overview::Overview(SessionBus& bus, platform::RunLoop& runLoop, platform::x11::XConnection& connection,
-                   const platform::x11::Atoms& atoms, platform::x11::XEvents& events,
-                   platform::Screens& screens, platform::KeyMonitor& keys, SpaceKeys& spaceKeys)
+OverviewServices::OverviewServices(SessionBus& bus, platform::RunLoop& runLoop,
+                                   platform::x11::XConnection& connection, const platform::x11::Atoms& atoms,
+                                   platform::x11::XEvents& events, platform::Screens& screens,
+                                   platform::KeyMonitor& keys, SpaceKeys& spaceKeys)
     : kwin_(bus, runLoop),
       gnomeShell_(bus, ShellOverview::gnomeShell()),
       cinnamon_(bus, ShellOverview::cinnamon()),
@@ -33,3 +36,5 @@ Overview::Overview(SessionBus& bus, platform::RunLoop& runLoop, platform::x11::X
       keyPresses_(keys.addGlobalKeyDownMonitor([this](const platform::KeyEvent& event) {
           if (event.keyCode == platform::key::kMissionControl) kwin_.expectChange();
       })) {}
+
+}  // namespace programs

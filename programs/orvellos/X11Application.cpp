@@ -1,4 +1,4 @@
-#include "programs/orvellos/Desktop.h"
+#include "programs/orvellos/X11Application.h"
 
 #include <fmt/format.h>
 
@@ -10,6 +10,8 @@
 #include "platform/freedesktop/processes/ProgramLocations.h"
 #include "platform/freedesktop/processes/StandardStreams.h"
 #include "programs/ScriptRunner.h"
+
+namespace programs {
 
 namespace {
 
@@ -44,43 +46,45 @@ platform::x11::Atoms internAtoms(platform::x11::XConnection& connection) {
 
 }  // namespace
 
-Desktop::Core::Core(Desktop& desktop)
-    : defaults(desktop.files_, desktop.runLoop_,
-               platform::freedesktop::defaultsFilePath(desktop.folders_.configHome()),
+X11Application::Core::Core(X11Application& application)
+    : defaults(application.files_, application.runLoop_,
+               platform::freedesktop::defaultsFilePath(application.folders_.configHome()),
                [](std::string_view message) { orvellos::logGeneral(fmt::format("orvello: {}", message)); }),
-      settings(defaults, desktop.loginItem_, desktop.screens_.mainScreen()),
-      hotkeys({defaults, desktop.keys_.hotKeys(), desktop.keys_.names(),
-               platform::freedesktop::writeStandardOutput}),
-      store(desktop.files_, desktop.runLoop_, orvellos::tagFolder(desktop.folders_)),
-      tagManager({.windows = {.windowSystem = desktop.windowSystem_,
-                              .runLoop = desktop.runLoop_,
-                              .screens = desktop.screens_,
-                              .textMeasurer = desktop.textMeasurer_,
+      settings(defaults, application.loginItem_, application.screens_.mainScreen()),
+      hotkeys({.defaults = defaults,
+               .hotKeys = application.keys_.hotKeys(),
+               .keyNames = application.keys_.names(),
+               .standardOutput = platform::freedesktop::writeStandardOutput}),
+      store(application.files_, application.runLoop_, orvellos::tagFolder(application.folders_)),
+      tagManager({.windows = {.windowSystem = application.windowSystem_,
+                              .runLoop = application.runLoop_,
+                              .screens = application.screens_,
+                              .textMeasurer = application.textMeasurer_,
                               .settings = settings,
                               .editingContext = editingContext},
-                  .spaces = desktop.spaces_,
-                  .spaceNotifications = desktop.spaceServer_,
-                  .screens = desktop.screens_,
-                  .onScreenWindows = desktop.overview_.windows(),
-                  .keys = desktop.keys_.monitor(),
-                  .session = desktop.session_,
-                  .launcher = desktop.overview_.launcher(),
-                  .navigation = {.processes = desktop.processes_,
-                                 .shortcuts = desktop.shortcuts_,
-                                 .permissions = desktop.permissions_,
-                                 .alerts = desktop.interface_.alerts(),
-                                 .urls = desktop.settingsPages_}},
+                  .spaces = application.spaces_,
+                  .spaceNotifications = application.spaceServer_,
+                  .screens = application.screens_,
+                  .onScreenWindows = application.overview_.windows(),
+                  .keys = application.keys_.monitor(),
+                  .session = application.session_,
+                  .launcher = application.overview_.launcher(),
+                  .navigation = {.processes = application.processes_,
+                                 .shortcuts = application.shortcuts_,
+                                 .permissions = application.permissions_,
+                                 .alerts = application.interface_.alerts(),
+                                 .urls = application.settingsPages_}},
                  store) {}
 
-Desktop::Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
-                 platform::freedesktop::SystemdLibrary& systemd, double scale, std::function<void()> quit)
+X11Application::X11Application(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
+                               platform::freedesktop::SystemdLibrary& systemd, double scale,
+                               std::function<void()> quit)
     : runLoop_(runLoop),
       bus_(systemd, runLoop, runLoop),
       kwinDesktops_(bus_),
       loginItem_(files_, folders_.configHome(), platform::freedesktop::ProgramLocations().command()),
       instanceLock_(displayName(), runLoop),
-      processes_(runLoop,
-                 [this](const std::string&) { return programs::scriptRunner(spaceServer_.facts().current); }),
+      processes_(runLoop, [this](const std::string&) { return scriptRunner(spaceServer_.facts().current); }),
       settingsPages_(platform::freedesktop::currentDesktops()),
       fileBrowser_(bus_),
       system_(files_),
@@ -144,7 +148,7 @@ Desktop::Desktop(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
     connection.setPatience(kPatienceWhileRunning);
 }
 
-orvellos::AppDelegate::Core Desktop::makeCore() {
+orvellos::AppDelegate::Core X11Application::makeCore() {
     auto& core = core_.emplace(*this);
     interface_.rememberPlacesIn(core.defaults);
     return {.manager = core.tagManager,
@@ -155,23 +159,29 @@ orvellos::AppDelegate::Core Desktop::makeCore() {
             .buildDateText = [this] { return orvellos::buildDateText(files_, system_); }};
 }
 
-void Desktop::saveDiagnostics() {
-    orvellos::saveDiagnostics({files_, folders_, fileBrowser_, runLoop_, system_}, core_->settings,
-                              core_->tagManager.tags());
+void X11Application::saveDiagnostics() {
+    orvellos::saveDiagnostics({.files = files_,
+                               .folders = folders_,
+                               .fileBrowser = fileBrowser_,
+                               .clock = runLoop_,
+                               .system = system_},
+                              core_->settings, core_->tagManager.tags());
 }
 
-void Desktop::launch() {
+void X11Application::launch() {
     if (spaceServer_.copyManagedDisplaySpaces()) return launchNow();
     spacesKnown_ = spaceServer_.onActiveSpaceChanged([this] { launchNow(); });
     launchDeadline_ = runLoop_.after(kLongestWaitForSpaces, [this] { launchNow(); });
 }
 
-void Desktop::launchNow() {
+void X11Application::launchNow() {
     spacesKnown_.cancel();
     launchDeadline_.cancel();
     delegate_.applicationDidFinishLaunching();
 }
 
-void Desktop::terminate() {
+void X11Application::terminate() {
     delegate_.applicationWillTerminate();
 }
+
+}  // namespace programs

@@ -15,8 +15,10 @@
 #include "ui/status/QtMenuBar.h"
 #include "ui/status/QtStatusItem.h"
 
+namespace programs {
+
 // Where the user meets the application: its panels, alerts and menus, put together for this desktop.
-class Interface {
+class UserInterfaceServices {
   public:
     // What is passed outlives the interface.
     struct Services {
@@ -29,10 +31,14 @@ class Interface {
         platform::x11::X11WindowSystem& windowSystem;
         const platform::x11::DesktopSource& desktops;
     };
-    explicit Interface(Services services);
+    explicit UserInterfaceServices(Services services);
 
     [[nodiscard]] orvellos::AppDelegate::UserInterface parts() {
-        return {alerts_, panelHost_, mouse_, statusItem_, menuBar_};
+        return {.alerts = alerts_,
+                .panels = panelHost_,
+                .mouse = mouse_,
+                .statusItem = statusItem_,
+                .menuBar = menuBar_};
     }
     [[nodiscard]] platform::Alerts& alerts() { return alerts_; }
     [[nodiscard]] platform::ApplicationActivation& applicationActivation() { return applicationActivation_; }
@@ -55,3 +61,5 @@ class Interface {
     platform::freedesktop::StatusNotifierHosts statusNotifierHosts_;
     platform::freedesktop::DesktopColorScheme colorScheme_;
 };
+
+}  // namespace programs

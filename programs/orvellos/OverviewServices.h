@@ -9,14 +9,16 @@
 #include "platform/x11/overview/OverviewHints.h"
 #include "platform/x11/overview/OverviewPrograms.h"
 
+namespace programs {
+
 // Whatever plays Mission Control's part on this desktop: who tells that it is open, and who opens it.
-class Overview {
+class OverviewServices {
   public:
     // What is passed outlives the overview.
-    Overview(platform::freedesktop::SessionBus& bus, platform::RunLoop& runLoop,
-             platform::x11::XConnection& connection, const platform::x11::Atoms& atoms,
-             platform::x11::XEvents& events, platform::Screens& screens, platform::KeyMonitor& keys,
-             platform::freedesktop::SpaceKeys& spaceKeys);
+    OverviewServices(platform::freedesktop::SessionBus& bus, platform::RunLoop& runLoop,
+                     platform::x11::XConnection& connection, const platform::x11::Atoms& atoms,
+                     platform::x11::XEvents& events, platform::Screens& screens, platform::KeyMonitor& keys,
+                     platform::freedesktop::SpaceKeys& spaceKeys);
 
     [[nodiscard]] platform::freedesktop::DesktopOverview& windows() { return windows_; }
     [[nodiscard]] platform::ApplicationLauncher& launcher() { return launcher_; }
@@ -32,3 +34,5 @@ class Overview {
     platform::x11::OverviewHints hints_;
     platform::Subscription keyPresses_;
 };
+
+}  // namespace programs

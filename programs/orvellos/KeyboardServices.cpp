@@ -1,10 +1,12 @@
-#include "programs/orvellos/Keys.h"
+#include "programs/orvellos/KeyboardServices.h"
 
 #include <QGuiApplication>
 
 #include "platform/freedesktop/desktops/CurrentDesktop.h"
 #include "platform/freedesktop/processes/ProgramSearch.h"
 #include "platform/x11/input/KeyAccelerators.h"
+
+namespace programs {
 
 using platform::freedesktop::SpaceKey;
 
@@ -27,8 +29,8 @@ std::vector<platform::x11::TranslatedShortcut> translated(const std::vector<Spac
 
 }  // namespace
 
-Keys::Keys(platform::freedesktop::SessionBus& bus, ui::QtRunLoop& runLoop,
-           platform::x11::XConnection& connection, platform::x11::XEvents& events)
+KeyboardServices::KeyboardServices(platform::freedesktop::SessionBus& bus, ui::QtRunLoop& runLoop,
+                                   platform::x11::XConnection& connection, platform::x11::XEvents& events)
     : rawInput_(connection, events),
       keyboard_(connection, events, runLoop),
       names_(keyboard_),
@@ -39,20 +41,28 @@ Keys::Keys(platform::freedesktop::SessionBus& bus, ui::QtRunLoop& runLoop,
                 [](const std::string& name) {
                     return platform::freedesktop::findProgram(name).value_or(name).string();
                 }),
-      accelerators_({bus, programs_, runLoop, platform::freedesktop::currentDesktops()}),
+      accelerators_({.bus = bus,
+                     .processes = programs_,
+                     .runLoop = runLoop,
+                     .desktops = platform::freedesktop::currentDesktops()}),
       systemShortcuts_(shortcutServices(bus)),
       spaceKeys_(bus, runLoop, accelerators_,
                  [this](const auto& keys) { monitor_.setShortcuts(translated(keys)); }) {}
 
-platform::freedesktop::DesktopShortcuts::Services Keys::shortcutServices(
+platform::freedesktop::DesktopShortcuts::Services KeyboardServices::shortcutServices(
     platform::freedesktop::SessionBus& bus) {
-    return {bus, accelerators_,
-            [this](const auto& keys) {
-                const auto pressed = platform::x11::shortcutOfKeys(keys, keyboard_);
-                return pressed ? platform::x11::qtKeyOf(*pressed) : std::nullopt;
-            },
-            [this](const auto& accelerator, const auto& keys) {
-                const auto pressed = platform::x11::shortcutOfKeys(keys, keyboard_);
-                return pressed && platform::x11::shortcutOfAccelerator(accelerator) == pressed;
-            }};
+    return {.bus = bus,
+            .accelerators = accelerators_,
+            .qtKey =
+                [this](const auto& keys) {
+                    const auto pressed = platform::x11::shortcutOfKeys(keys, keyboard_);
+                    return pressed ? platform::x11::qtKeyOf(*pressed) : std::nullopt;
+                },
+            .isAccelerator =
+                [this](const auto& accelerator, const auto& keys) {
+                    const auto pressed = platform::x11::shortcutOfKeys(keys, keyboard_);
+                    return pressed && platform::x11::shortcutOfAccelerator(accelerator) == pressed;
+                }};
 }
+
+}  // namespace programs

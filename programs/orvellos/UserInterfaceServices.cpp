@@ -1,8 +1,10 @@
-#include "programs/orvellos/Interface.h"
+#include "programs/orvellos/UserInterfaceServices.h"
 
 #include <utility>
 
 #include "ui/widgets/Appearance.h"
+
+namespace programs {
 
 namespace {
 
@@ -22,24 +24,28 @@ ui::ColorScheme schemeOf(DesktopColorScheme::Preference preference) {
 
 }  // namespace
 
-Interface::Interface(Services services)
+UserInterfaceServices::UserInterfaceServices(Services services)
     : activation_(services.connection, services.desktops),
       mouse_(services.rawInput, services.connection,
-             {ui::toolkitConnection(), [this](xcb_timestamp_t time) { return menuClicks_.hasTaken(time); }}),
-      panelHost_({menuBar_, services.screens,
-                  [this](platform::WindowNumber window) { activation_.bringToUser(window); },
-                  [&windowSystem = services.windowSystem](const auto& action) {
-                      return windowSystem.followCompositing(action);
-                  }}),
+             {.connection = ui::toolkitConnection(),
+              .isMenuClick = [this](xcb_timestamp_t time) { return menuClicks_.hasTaken(time); }}),
+      panelHost_(
+          {.menuBar = menuBar_,
+           .screens = services.screens,
+           .bringToUser = [this](platform::WindowNumber window) { activation_.bringToUser(window); },
+           .followCompositing = [&windowSystem = services.windowSystem](
+                                    const auto& action) { return windowSystem.followCompositing(action); }}),
       alerts_([this](platform::WindowNumber window) { activation_.activate(window); }),
       applicationActivation_([this](platform::WindowNumber window) { activation_.bringToUser(window); }),
       tray_(services.connection, services.events, [this] { findStatusHost(); }),
-      statusItem_({services.runLoop, tray_, services.screens}),
+      statusItem_({.runLoop = services.runLoop, .tray = tray_, .screens = services.screens}),
       statusNotifierHosts_(services.bus, [this](bool) { findStatusHost(); }),
       colorScheme_(services.bus, [](auto preference) { ui::applyColorScheme(schemeOf(preference)); }) {
     findStatusHost();
 }
 
-void Interface::findStatusHost() {
+void UserInterfaceServices::findStatusHost() {
     statusItem_.setHosts(statusNotifierHosts_.isThere(), tray_.owner());
 }
+
+}  // namespace programs
