@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "KeyboardShortcuts/Name.h"
+#include "KeyboardShortcuts/Shortcut.h"
 #include "platform/Files.h"
 #include "platform/Keys.h"
 #include "platform/Observers.h"

@@ -35,4 +35,10 @@ struct Shortcut {
 [[nodiscard]] std::string encode(const Shortcut& shortcut);
 [[nodiscard]] std::optional<Shortcut> decode(std::string_view json);
 
+// What a shortcut is recorded for.
+struct Name {
+    std::string_view rawValue;  // of a literal
+    std::optional<Shortcut> defaultShortcut;
+};
+
 }  // namespace keyboard_shortcuts

@@ -8,7 +8,7 @@
 
 #include "orvellos/base/PrettyJson.h"
 #include "orvellos/commandline/TagLabels.h"
-#include "orvellos/spaces/SpaceScript.h"
+#include "orvellos/spaces/SpaceSwitcher.h"
 
 namespace orvellos {
 

@@ -4,7 +4,7 @@
 #include <unordered_map>
 #include <utility>
 
-#include "orvellos/tags/LabelMatcher.h"
+#include "orvellos/tags/Labels.h"
 #include "platform/JsonText.h"
 
 namespace orvellos {

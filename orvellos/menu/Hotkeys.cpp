@@ -2,7 +2,36 @@
 
 #include <algorithm>
 
+#include "orvellos/menu/MainMenuItems.h"
+#include "orvellos/settings/HotkeyNames.h"
+
 namespace orvellos {
+
+namespace {
+
+// The other rows that show keys show those of a hotkey.
+bool isOfTheMenu(const platform::KeyEquivalent& keys) {
+    return (keys.modifierFlags & (platform::modifier::kControl | platform::modifier::kOption)) == 0;
+}
+
+}  // namespace
+
+std::optional<std::string> OwnKeys::useOf(const platform::KeyEvent& keys,
+                                          const keyboard_shortcuts::Name& name) const {
+    const auto shortcut = keyboard_shortcuts::shortcutOf(keys);
+    for (const auto& [other, title] : hotkey::kTitles)
+        if (other.rawValue != name.rawValue && hotkeys.getShortcut(other) == shortcut)
+            return std::string(title);
+    const auto text = keyNames.textOf(keys.keyCode);
+    for (const auto& menu : mainMenu(nullptr))
+        for (const auto& item : menu.items)
+            if (menuBar.isChosenBy(item.keyEquivalent, text, keys.modifierFlags)) return item.title;
+    for (const auto& item : statusMenu())
+        if (item.keyEquivalent && isOfTheMenu(*item.keyEquivalent) &&
+            menuBar.isChosenBy(*item.keyEquivalent, text, keys.modifierFlags))
+            return item.title;
+    return std::nullopt;
+}
 
 namespace {
 

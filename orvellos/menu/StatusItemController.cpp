@@ -6,7 +6,7 @@
 
 #include "orvellos/base/ApplicationVersion.h"
 #include "orvellos/menu/Hotkeys.h"
-#include "orvellos/tags/DisplayLabel.h"
+#include "orvellos/tags/Labels.h"
 #include "orvellos/tags/TagColor.h"
 
 namespace orvellos {

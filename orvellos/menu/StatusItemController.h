@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "KeyboardShortcuts/Name.h"
+#include "KeyboardShortcuts/Shortcut.h"
 #include "orvellos/panels/PanelController.h"
 #include "orvellos/windows/TagManager.h"
 #include "platform/Menus.h"

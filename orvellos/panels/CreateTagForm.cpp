@@ -1,6 +1,6 @@
 #include "orvellos/panels/CreateTagForm.h"
 
-#include "orvellos/base/TrimmedText.h"
+#include "orvellos/base/Text.h"
 
 namespace orvellos {
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "orvellos/base/TrimmedText.h"
-#include "orvellos/tags/DisplayLabel.h"
+#include "orvellos/base/Text.h"
+#include "orvellos/tags/Labels.h"
 
 namespace orvellos {
 

@@ -5,9 +5,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "orvellos/base/TextCase.h"
-#include "orvellos/base/TrimmedText.h"
-#include "orvellos/tags/DisplayLabel.h"
+#include "orvellos/base/Text.h"
+#include "orvellos/tags/Labels.h"
 #include "platform/Keys.h"
 
 namespace orvellos {

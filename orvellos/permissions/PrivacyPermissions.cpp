@@ -3,7 +3,7 @@
 #include <array>
 #include <utility>
 
-#include "orvellos/spaces/NavRemedy.h"
+#include "orvellos/spaces/NavController.h"
 
 namespace orvellos {
 

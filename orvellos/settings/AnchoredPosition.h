@@ -3,7 +3,7 @@
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
 
-#include "orvellos/base/RawValues.h"
+#include "orvellos/base/Describe.h"
 #include "platform/Geometry.h"
 
 namespace orvellos {

@@ -3,7 +3,7 @@
 #include <array>
 #include <string_view>
 
-#include "KeyboardShortcuts/Name.h"
+#include "KeyboardShortcuts/Shortcut.h"
 
 namespace orvellos {
 

@@ -1,7 +1,6 @@
 #include "orvellos/settings/Settings.h"
 
 #include <fmt/format.h>
-
 #include <string>
 #include <variant>
 

@@ -5,18 +5,31 @@
 #include <optional>
 #include <string>
 
+#include "orvellos/base/Describe.h"
 #include "orvellos/base/Published.h"
 #include "orvellos/settings/AnchoredPosition.h"
 #include "orvellos/settings/Setting.h"
-#include "orvellos/settings/TagVisibilityMode.h"
-#include "orvellos/tags/MissionControlStyle.h"
-#include "orvellos/tags/TagShape.h"
-#include "orvellos/tags/TagSize.h"
+#include "orvellos/tags/TagStyle.h"
 #include "platform/Files.h"
 #include "platform/Screens.h"
 #include "platform/Session.h"
 
 namespace orvellos {
+
+// Whether tags stay visible or hide while the user works.
+enum class TagVisibilityMode { AlwaysVisible, HiddenDuringWork };
+
+template <>
+struct RawValues<TagVisibilityMode> {
+    static constexpr std::array<std::pair<TagVisibilityMode, std::string_view>, 2> cases = {
+        {{TagVisibilityMode::AlwaysVisible, "alwaysVisible"},
+         {TagVisibilityMode::HiddenDuringWork, "hiddenDuringWork"}}};
+};
+
+// The name shown to the user.
+[[nodiscard]] constexpr std::string_view title(TagVisibilityMode mode) {
+    return mode == TagVisibilityMode::HiddenDuringWork ? "Hidden during normal work" : "Always visible";
+}
 
 // The user's global choices, kept in the defaults store and written field by field on assignment. What cannot
 // be used of a stored value falls back to a default, and keys of earlier versions are converted; neither

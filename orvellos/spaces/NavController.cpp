@@ -2,15 +2,13 @@
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
-
 #include <algorithm>
 #include <array>
 #include <cstdlib>
 
 #include "orvellos/base/DebugLog.h"
-#include "orvellos/spaces/SpaceScript.h"
 #include "orvellos/spaces/SpaceSwitcher.h"
-#include "orvellos/tags/DisplayLabel.h"
+#include "orvellos/tags/Labels.h"
 
 namespace orvellos {
 

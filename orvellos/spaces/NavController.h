@@ -5,10 +5,10 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "orvellos/settings/Settings.h"
-#include "orvellos/spaces/NavRemedy.h"
 #include "orvellos/spaces/SpaceIdentifier.h"
 #include "orvellos/tags/Tag.h"
 #include "platform/Keys.h"
@@ -19,6 +19,20 @@
 #include "platform/System.h"
 
 namespace orvellos {
+
+// What a user can do about Spaces that cannot be switched.
+enum class NavRemedy { Accessibility, KeyboardShortcuts };
+
+[[nodiscard]] constexpr std::string_view buttonTitle(NavRemedy remedy) {
+    return remedy == NavRemedy::Accessibility ? "Open Accessibility Settings" : "Open Keyboard Shortcuts";
+}
+
+// The page of the system's settings where they do it.
+[[nodiscard]] constexpr std::string_view settingsUrl(NavRemedy remedy) {
+    return remedy == NavRemedy::Accessibility
+               ? "x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility"
+               : "x-apple.systempreferences:com.apple.Keyboard-Settings.extension";
+}
 
 // What navigation needs of the system.
 struct NavServices {

@@ -6,7 +6,7 @@
 #include <charconv>
 #include <cmath>
 
-#include "orvellos/base/TrimmedText.h"
+#include "orvellos/base/Text.h"
 
 namespace orvellos {
 

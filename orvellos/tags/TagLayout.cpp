@@ -4,8 +4,8 @@
 #include <cmath>
 #include <string_view>
 
-#include "orvellos/base/GraphemeClusters.h"
 #include "orvellos/base/PathGeometry.h"
+#include "orvellos/base/Text.h"
 
 namespace orvellos {
 

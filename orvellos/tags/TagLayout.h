@@ -3,8 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "orvellos/tags/MissionControlStyle.h"
-#include "orvellos/tags/TagShape.h"
+#include "orvellos/tags/TagStyle.h"
 #include "platform/Windows.h"
 
 namespace orvellos {

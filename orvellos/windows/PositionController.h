@@ -7,7 +7,7 @@
 #include "orvellos/settings/Settings.h"
 #include "orvellos/spaces/SpaceIdentifier.h"
 #include "orvellos/tags/Tag.h"
-#include "orvellos/tags/TagSize.h"
+#include "orvellos/tags/TagStyle.h"
 #include "orvellos/windows/TagWindow.h"
 #include "platform/Screens.h"
 #include "platform/Windows.h"

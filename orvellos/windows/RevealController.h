@@ -6,7 +6,7 @@
 
 #include "orvellos/settings/Settings.h"
 #include "orvellos/tags/Tag.h"
-#include "orvellos/tags/TagSize.h"
+#include "orvellos/tags/TagStyle.h"
 #include "orvellos/windows/TagWindow.h"
 #include "platform/RunLoop.h"
 

@@ -6,7 +6,7 @@
 
 #include "orvellos/base/DebugLog.h"
 #include "orvellos/base/Describe.h"
-#include "orvellos/tags/DisplayLabel.h"
+#include "orvellos/tags/Labels.h"
 
 namespace orvellos {
 

@@ -8,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include "orvellos/overview/MCActivityGate.h"
 #include "orvellos/overview/MissionControlKeyObserver.h"
 #include "orvellos/overview/MissionControlObserver.h"
 #include "orvellos/spaces/NavController.h"

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "orvellos/settings/TagVisibilityMode.h"
+#include "orvellos/settings/Settings.h"
 
 namespace orvellos {
 

@@ -8,7 +8,7 @@
 #include "orvellos/settings/Settings.h"
 #include "orvellos/tags/Tag.h"
 #include "orvellos/tags/TagLayout.h"
-#include "orvellos/tags/TagSize.h"
+#include "orvellos/tags/TagStyle.h"
 #include "orvellos/windows/Animation.h"
 #include "orvellos/windows/EditingContext.h"
 #include "orvellos/windows/HomeTarget.h"

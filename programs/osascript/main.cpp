@@ -10,7 +10,7 @@
 #include <optional>
 #include <string_view>
 
-#include "orvellos/spaces/SpaceScript.h"
+#include "orvellos/spaces/SpaceSwitcher.h"
 #include "platform/x11/spaces/EwmhDesktops.h"
 #include "programs/AlarmClock.h"
 

@@ -2,7 +2,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "orvellos/spaces/SpaceScript.h"
+#include "orvellos/spaces/SpaceSwitcher.h"
 
 // What is taken for a script is one to the byte: written anew it gives the same text.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "orvellos/settings/DefaultsCoding.h"
+#include "orvellos/settings/Setting.h"
 #include "orvellos/windows/HomeTarget.h"
 
 namespace ui {

@@ -5,7 +5,7 @@
 #include <QWidget>
 #include <string_view>
 
-#include "orvellos/tags/DisplayLabel.h"
+#include "orvellos/tags/Labels.h"
 
 namespace ui {
 

@@ -1,4 +1,4 @@
-#include "orvellos/base/GraphemeClusters.h"
+#include "orvellos/base/Text.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "orvellos/base/TrimmedText.h"
+#include "orvellos/base/Text.h"
 
 #include <gtest/gtest.h>
 

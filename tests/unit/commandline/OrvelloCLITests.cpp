@@ -5,7 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "orvellos/commandline/TagLabels.h"
-#include "orvellos/spaces/SpaceScript.h"
+#include "orvellos/spaces/SpaceSwitcher.h"
 #include "tests/support/ApplicationTest.h"
 
 namespace orvellos {

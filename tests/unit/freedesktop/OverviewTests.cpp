@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <atomic>
 
-#include "orvellos/overview/DockWindow.h"
+#include "orvellos/overview/MissionControlObserver.h"
 #include "platform/freedesktop/desktops/DesktopOverview.h"
 #include "platform/freedesktop/desktops/KwinOverview.h"
 #include "platform/freedesktop/desktops/ShellOverview.h"

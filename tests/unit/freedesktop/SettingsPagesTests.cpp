@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "orvellos/spaces/NavRemedy.h"
+#include "orvellos/spaces/NavController.h"
 
 namespace platform::freedesktop {
 namespace {

@@ -1,6 +1,6 @@
 #include "orvellos/overview/MissionControlKeyObserver.h"
 
-#include "orvellos/overview/MCActivityGate.h"
+#include "orvellos/overview/MissionControlObserver.h"
 #include "tests/support/ApplicationTest.h"
 
 namespace orvellos {

@@ -1,6 +1,6 @@
 #include "orvellos/permissions/PrivacyPermissions.h"
 
-#include "orvellos/permissions/PermissionsState.h"
+#include "orvellos/permissions/PermissionRow.h"
 #include "tests/support/ApplicationTest.h"
 
 namespace orvellos {

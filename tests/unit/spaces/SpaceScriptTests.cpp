@@ -1,4 +1,4 @@
-#include "orvellos/spaces/SpaceScript.h"
+#include "orvellos/spaces/SpaceSwitcher.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "orvellos/tags/DisplayLabel.h"
+#include "orvellos/tags/Labels.h"
 
 #include <gtest/gtest.h>
 

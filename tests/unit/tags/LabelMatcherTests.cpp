@@ -1,4 +1,4 @@
-#include "orvellos/tags/LabelMatcher.h"
+#include "orvellos/tags/Labels.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "orvellos/tags/TagID.h"
+#include "orvellos/tags/Tag.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "orvellos/tags/TagShape.h"
+#include "orvellos/tags/TagStyle.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "orvellos/tags/TagSize.h"
+#include "orvellos/tags/TagStyle.h"
 
 #include <gtest/gtest.h>
 

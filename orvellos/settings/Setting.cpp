@@ -1,4 +1,4 @@
-#include "orvellos/settings/DefaultsCoding.h"
+#include "orvellos/settings/Setting.h"
 
 #include <cmath>
 #include <nlohmann/json.hpp>

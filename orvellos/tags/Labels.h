@@ -6,6 +6,12 @@
 
 namespace orvellos {
 
+// The label as one line of at most `most` characters: line breaks, tabs and other control characters are
+// spaces, and what is too long ends in "…".
+[[nodiscard]] std::string shortLabel(std::string_view label, std::size_t most = 60);
+// The same between typographic double quotes, as sentences name a tag.
+[[nodiscard]] std::string quotedLabel(std::string_view label);
+
 // Compares labels by their letters and numbers alone: case, spaces, punctuation, symbols and emoji do not
 // count, nor does the way a letter is composed (canonical equivalence).
 class LabelMatcher {
