@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/freedesktop/processes/ProgramLocations.h"
+#include "platform/freedesktop/processes/Programs.h"
 #include "platform/freedesktop/processes/Spawn.h"
 #include "platform/x11/spaces/EwmhDesktops.h"
 

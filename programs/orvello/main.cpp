@@ -18,7 +18,7 @@
 #include "platform/freedesktop/files/PosixFileSystem.h"
 #include "platform/freedesktop/files/XdgFolders.h"
 #include "platform/freedesktop/processes/PosixChildProcesses.h"
-#include "platform/freedesktop/processes/ProgramLocations.h"
+#include "platform/freedesktop/processes/Programs.h"
 #include "platform/freedesktop/session/JournalSystemLog.h"
 #include "programs/ScriptRunner.h"
 #include "programs/orvello/CommandDesktop.h"

@@ -3,8 +3,8 @@
 #include <QGuiApplication>
 
 #include "platform/freedesktop/desktops/CurrentDesktop.h"
-#include "platform/freedesktop/processes/ProgramSearch.h"
-#include "platform/x11/input/KeyAccelerators.h"
+#include "platform/freedesktop/processes/Programs.h"
+#include "platform/x11/input/KeyShortcut.h"
 
 namespace programs {
 

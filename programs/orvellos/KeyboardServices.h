@@ -6,10 +6,9 @@
 #include "platform/x11/input/RawInput.h"
 #include "platform/x11/input/X11HotKeys.h"
 #include "platform/x11/input/X11KeyMonitor.h"
-#include "platform/x11/input/X11KeyNames.h"
 #include "platform/x11/input/X11Keyboard.h"
 #include "ui/shell/QtRunLoop.h"
-#include "ui/status/MenuKeys.h"
+#include "ui/status/MenuInput.h"
 
 namespace programs {
 

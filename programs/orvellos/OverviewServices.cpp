@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/freedesktop/processes/ProgramSearch.h"
+#include "platform/freedesktop/processes/Programs.h"
 
 namespace programs {
 

@@ -7,11 +7,10 @@
 #include "platform/x11/tray/SystemTray.h"
 #include "platform/x11/windows/WindowActivation.h"
 #include "platform/x11/windows/X11WindowSystem.h"
-#include "ui/panels/QtActivation.h"
 #include "ui/panels/QtAlerts.h"
 #include "ui/panels/QtPanelHost.h"
 #include "ui/shell/X11Window.h"
-#include "ui/status/MenuClicks.h"
+#include "ui/status/MenuInput.h"
 #include "ui/status/QtMenuBar.h"
 #include "ui/status/QtStatusItem.h"
 

@@ -7,7 +7,7 @@
 #include "orvellos/app/DiagnosticsReport.h"
 #include "orvellos/base/DebugLog.h"
 #include "platform/freedesktop/desktops/CurrentDesktop.h"
-#include "platform/freedesktop/processes/ProgramLocations.h"
+#include "platform/freedesktop/processes/Programs.h"
 #include "platform/freedesktop/processes/StandardStreams.h"
 #include "programs/ScriptRunner.h"
 

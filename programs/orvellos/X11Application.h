@@ -24,7 +24,6 @@
 #include "platform/freedesktop/processes/PosixBackgroundProcesses.h"
 #include "platform/freedesktop/session/LogindSession.h"
 #include "platform/freedesktop/session/PackageKitUpdates.h"
-#include "platform/freedesktop/session/SessionEvents.h"
 #include "platform/x11/input/X11Permissions.h"
 #include "platform/x11/screens/X11ScreenPower.h"
 #include "platform/x11/screens/X11Screens.h"

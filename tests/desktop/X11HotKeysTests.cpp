@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/x11/input/X11KeyNames.h"
+#include "platform/x11/input/X11Keyboard.h"
 #include "tests/support/MainLoop.h"
 #include "tests/support/PlainWindow.h"
 #include "tests/support/PrivateDesktop.h"

@@ -2,7 +2,7 @@
 #include <nlohmann/json.hpp>
 
 #include "platform/freedesktop/files/JsonDefaultsStore.h"
-#include "platform/simulated/SimulatedFileSystem.h"
+#include "platform/simulated/SimulatedFiles.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 
 namespace {

@@ -7,8 +7,8 @@
 #include "ui/panels/FormParts.h"
 #include "ui/shell/ApplicationIcon.h"
 #include "ui/shell/X11Window.h"
+#include "ui/widgets/Labels.h"
 #include "ui/widgets/Metrics.h"
-#include "ui/widgets/PlainText.h"
 
 namespace ui {
 

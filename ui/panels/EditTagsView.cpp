@@ -17,10 +17,9 @@
 #include "ui/panels/PanelSize.h"
 #include "ui/shell/X11Window.h"
 #include "ui/widgets/ColorSwatches.h"
-#include "ui/widgets/ElidedLabel.h"
+#include "ui/widgets/Colors.h"
+#include "ui/widgets/Labels.h"
 #include "ui/widgets/Metrics.h"
-#include "ui/widgets/PlainText.h"
-#include "ui/widgets/QtColor.h"
 #include "ui/widgets/Symbols.h"
 
 namespace ui {

@@ -11,9 +11,9 @@
 #include <utility>
 
 #include "orvellos/panels/CreateTagForm.h"
-#include "ui/widgets/FocusRing.h"
+#include "ui/widgets/Labels.h"
 #include "ui/widgets/Metrics.h"
-#include "ui/widgets/PlainText.h"
+#include "ui/widgets/Style.h"
 #include "ui/widgets/Symbols.h"
 
 namespace ui {

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "ui/widgets/QtColor.h"
+#include "ui/widgets/Colors.h"
 
 class QHBoxLayout;
 class QPushButton;

@@ -7,9 +7,9 @@
 #include <utility>
 
 #include "ui/panels/FormParts.h"
-#include "ui/widgets/Emphasis.h"
+#include "ui/widgets/Colors.h"
+#include "ui/widgets/Labels.h"
 #include "ui/widgets/Metrics.h"
-#include "ui/widgets/PlainText.h"
 
 namespace ui {
 

@@ -1,9 +1,20 @@
 #include "ui/panels/QtAlerts.h"
 
+#include <QApplication>
 #include <QTimer>
 #include <utility>
 
+#include "ui/panels/QtPanel.h"
+
 namespace ui {
+
+void QtActivation::activate() {
+    if (QApplication::activeWindow()) return;
+    for (const auto* widget : QApplication::topLevelWidgets()) {
+        const auto* panel = dynamic_cast<const QtPanel*>(widget);
+        if (panel && panel->isVisible()) return bringToUser_(panel->number());
+    }
+}
 
 QtAlerts::~QtAlerts() {
     delete box_;

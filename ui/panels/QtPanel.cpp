@@ -15,7 +15,7 @@
 #include "ui/panels/FormParts.h"
 #include "ui/panels/PanelSize.h"
 #include "ui/shell/ApplicationIcon.h"
-#include "ui/widgets/PlainText.h"
+#include "ui/widgets/Labels.h"
 
 namespace ui {
 

@@ -9,10 +9,9 @@
 
 #include "ui/shell/X11Window.h"
 #include "ui/tags/Blur.h"
-#include "ui/widgets/ElidedLabel.h"
+#include "ui/widgets/Colors.h"
+#include "ui/widgets/Labels.h"
 #include "ui/widgets/Metrics.h"
-#include "ui/widgets/PlainText.h"
-#include "ui/widgets/QtColor.h"
 
 namespace ui {
 

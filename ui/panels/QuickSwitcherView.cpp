@@ -17,9 +17,9 @@
 #include "orvellos/tags/TagColor.h"
 #include "platform/Keys.h"
 #include "ui/panels/FormParts.h"
+#include "ui/widgets/Colors.h"
+#include "ui/widgets/Labels.h"
 #include "ui/widgets/Metrics.h"
-#include "ui/widgets/PlainText.h"
-#include "ui/widgets/QtColor.h"
 #include "ui/widgets/Symbols.h"
 
 namespace ui {

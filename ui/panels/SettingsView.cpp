@@ -10,11 +10,11 @@
 
 #include "ui/panels/FormParts.h"
 #include "ui/panels/PermissionRowView.h"
-#include "ui/widgets/Emphasis.h"
-#include "ui/widgets/FocusRing.h"
-#include "ui/widgets/PlainText.h"
+#include "ui/widgets/Colors.h"
+#include "ui/widgets/Labels.h"
 #include "ui/widgets/SegmentedPicker.h"
 #include "ui/widgets/ShortcutField.h"
+#include "ui/widgets/Style.h"
 #include "ui/widgets/Switch.h"
 
 namespace ui {

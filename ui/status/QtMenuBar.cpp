@@ -8,7 +8,7 @@
 #include <algorithm>
 
 #include "ui/status/StatusMenu.h"
-#include "ui/widgets/PlainText.h"
+#include "ui/widgets/Labels.h"
 #include "ui/widgets/QtKeys.h"
 
 namespace ui {

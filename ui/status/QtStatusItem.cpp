@@ -5,7 +5,6 @@
 
 #include "ui/shell/X11Window.h"
 #include "ui/status/StatusIcon.h"
-#include "ui/status/StatusWords.h"
 
 namespace ui {
 

@@ -8,10 +8,9 @@
 #include "ui/shell/ToolkitPlaces.h"
 #include "ui/shell/X11Window.h"
 #include "ui/status/StatusIcon.h"
-#include "ui/status/StatusWords.h"
+#include "ui/widgets/Colors.h"
+#include "ui/widgets/Labels.h"
 #include "ui/widgets/Metrics.h"
-#include "ui/widgets/PlainText.h"
-#include "ui/widgets/QtColor.h"
 #include "ui/widgets/Symbols.h"
 
 namespace ui {

@@ -4,8 +4,9 @@
 #include <QPainterPath>
 #include <algorithm>
 
-#include "ui/widgets/Contrast.h"
-#include "ui/widgets/QtColor.h"
+#include "orvellos/menu/StatusItemController.h"
+#include "ui/widgets/Colors.h"
+#include "ui/widgets/Labels.h"
 
 namespace ui {
 
@@ -165,6 +166,21 @@ QPixmap statusIcon(const platform::StatusTitle& title, const std::optional<QColo
     drawClosedEye(painter, colorsFor({}, ground), points);
     if (tag) drawDot(painter, colorsFor(tag, ground), points);
     return pixmap;
+}
+
+QString statusWords(const platform::StatusTitle& title) {
+    QStringList parts{toQString(orvellos::StatusItemController::kAccessibilityDescription)};
+    if (title.label) parts << toQString(title.label->text);
+    if (title.hasHiddenSymbol) parts << toQString(orvellos::StatusItemController::kHiddenDescription);
+    return parts.join(QStringLiteral(" — "));
+}
+
+void describeStatusItem(QWidget& widget, const platform::StatusTitle& title) {
+    const auto name = toQString(orvellos::StatusItemController::kAccessibilityDescription);
+    const auto words = statusWords(title);
+    widget.setWindowTitle(name);  // by which some trays remember what the user has put where
+    widget.setAccessibleName(words);
+    setHelp(widget, words.toStdString());
 }
 
 }  // namespace ui

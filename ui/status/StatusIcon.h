@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QPixmap>
+#include <QWidget>
 #include <optional>
 
 #include "platform/Menus.h"
@@ -15,5 +16,11 @@ namespace ui {
 // is behind; without it the icon can be told from any ground.
 [[nodiscard]] QPixmap statusIcon(const platform::StatusTitle& title, const std::optional<QColor>& ground,
                                  double points, double devicePixelRatio);
+
+// The status item in words, for tooltips and screen readers: "orvellos", "orvellos — Mail", "orvellos — Mail
+// — Tags hidden for screen-share".
+[[nodiscard]] QString statusWords(const platform::StatusTitle& title);
+// Has a window of the status item's own say them.
+void describeStatusItem(QWidget& widget, const platform::StatusTitle& title);
 
 }  // namespace ui

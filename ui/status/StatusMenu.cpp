@@ -6,9 +6,9 @@
 #include <algorithm>
 
 #include "ui/shell/X11Window.h"
+#include "ui/widgets/Colors.h"
+#include "ui/widgets/Labels.h"
 #include "ui/widgets/Metrics.h"
-#include "ui/widgets/PlainText.h"
-#include "ui/widgets/QtColor.h"
 #include "ui/widgets/QtKeys.h"
 #include "ui/widgets/Symbols.h"
 

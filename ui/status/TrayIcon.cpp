@@ -6,8 +6,7 @@
 
 #include "ui/shell/X11Window.h"
 #include "ui/status/StatusIcon.h"
-#include "ui/status/StatusWords.h"
-#include "ui/widgets/QtColor.h"
+#include "ui/widgets/Colors.h"
 
 namespace ui {
 

@@ -12,7 +12,7 @@
 #include "ui/tags/Blur.h"
 #include "ui/tags/PathCoverage.h"
 #include "ui/tags/QtText.h"
-#include "ui/widgets/QtColor.h"
+#include "ui/widgets/Colors.h"
 
 namespace ui {
 

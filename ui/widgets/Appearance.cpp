@@ -3,7 +3,7 @@
 #include <QApplication>
 #include <QStyleFactory>
 
-#include "ui/widgets/QtColor.h"
+#include "ui/widgets/Colors.h"
 #include "ui/widgets/Style.h"
 
 namespace ui {

@@ -12,9 +12,9 @@
 
 #include "orvellos/panels/CreateTagForm.h"
 #include "orvellos/tags/TagColor.h"
-#include "ui/widgets/FocusRing.h"
-#include "ui/widgets/PlainText.h"
-#include "ui/widgets/QtColor.h"
+#include "ui/widgets/Colors.h"
+#include "ui/widgets/Labels.h"
+#include "ui/widgets/Style.h"
 #include "ui/widgets/Symbols.h"
 
 namespace ui {

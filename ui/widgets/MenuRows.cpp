@@ -7,8 +7,8 @@
 #include <QStyleOption>
 #include <algorithm>
 
+#include "ui/widgets/Colors.h"
 #include "ui/widgets/Metrics.h"
-#include "ui/widgets/QtColor.h"
 #include "ui/widgets/Symbols.h"
 
 namespace ui::menu_rows {

@@ -6,9 +6,9 @@
 #include <QRadioButton>
 #include <algorithm>
 
-#include "ui/widgets/FocusRing.h"
+#include "ui/widgets/Colors.h"
 #include "ui/widgets/Metrics.h"
-#include "ui/widgets/QtColor.h"
+#include "ui/widgets/Style.h"
 
 namespace ui {
 

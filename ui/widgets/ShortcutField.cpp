@@ -6,8 +6,8 @@
 #include <optional>
 
 #include "platform/x11/input/KeyCodes.h"
+#include "ui/widgets/Labels.h"
 #include "ui/widgets/Metrics.h"
-#include "ui/widgets/PlainText.h"
 #include "ui/widgets/QtKeys.h"
 #include "ui/widgets/Symbols.h"
 

@@ -1,9 +1,26 @@
 #pragma once
 
+#include <QColor>
+#include <QPainter>
+#include <QPalette>
 #include <QProxyStyle>
 #include <QStyleOption>
 
+#include "ui/widgets/Colors.h"
+
 namespace ui {
+
+// The one mark of what has the keyboard: a line along the inner side of an outline, set off from what it
+// surrounds by a thinner one in the colour of the ground, so that it is seen around a shape in its own
+// colour, too.
+inline constexpr double kFocusRing = 2;
+inline constexpr double kFocusGap = 1;
+inline constexpr double kFocusRoom = kFocusRing + kFocusGap;
+
+[[nodiscard]] inline QColor focusRingColor(const QPalette& palette) {
+    return legible(windowColor(palette), accentColor(palette), kTextContrast);
+}
+void drawFocusRing(QPainter& painter, const QRectF& outline, double corner, const QPalette& palette);
 
 // How buttons, fields and menus look in every window: in one size, with one mark of what has the keyboard.
 // What it does not draw is drawn by another style, the user's own where none is given.

@@ -2,9 +2,9 @@
 
 #include <QPainter>
 
-#include "ui/widgets/FocusRing.h"
+#include "ui/widgets/Colors.h"
 #include "ui/widgets/Metrics.h"
-#include "ui/widgets/QtColor.h"
+#include "ui/widgets/Style.h"
 
 namespace ui {
 

@@ -6,7 +6,7 @@
 #include <cmath>
 #include <utility>
 
-#include "ui/widgets/QtColor.h"
+#include "ui/widgets/Colors.h"
 #include "ui/widgets/SymbolDrawings.h"
 
 namespace ui {

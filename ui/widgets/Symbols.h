@@ -5,7 +5,7 @@
 #include <QIcon>
 #include <string_view>
 
-#include "ui/widgets/QtColor.h"
+#include "ui/widgets/Colors.h"
 
 class QPainter;
 

@@ -5,7 +5,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "platform/freedesktop/files/PercentEncoding.h"
+#include "platform/freedesktop/files/Quoting.h"
 
 namespace platform::freedesktop {
 

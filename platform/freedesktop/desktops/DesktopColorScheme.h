@@ -3,7 +3,7 @@
 #include <functional>
 #include <optional>
 
-#include "platform/freedesktop/bus/BusServiceWatch.h"
+#include "platform/freedesktop/bus/BusService.h"
 #include "platform/freedesktop/bus/SessionBus.h"
 
 namespace platform::freedesktop {

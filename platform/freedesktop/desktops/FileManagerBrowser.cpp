@@ -3,7 +3,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/freedesktop/files/PercentEncoding.h"
+#include "platform/freedesktop/files/Quoting.h"
 #include "platform/freedesktop/processes/DetachedProcess.h"
 
 namespace platform::freedesktop {

@@ -4,9 +4,9 @@
 
 #include "platform/Observers.h"
 #include "platform/RunLoop.h"
-#include "platform/freedesktop/bus/BusServiceWatch.h"
+#include "platform/freedesktop/bus/BusService.h"
 #include "platform/freedesktop/bus/SessionBus.h"
-#include "platform/freedesktop/desktops/BusOverview.h"
+#include "platform/freedesktop/desktops/DesktopOverview.h"
 
 namespace platform::freedesktop {
 

@@ -10,8 +10,8 @@
 #include "platform/Processes.h"
 #include "platform/RunLoop.h"
 #include "platform/freedesktop/bus/SessionBus.h"
-#include "platform/freedesktop/desktops/BusOverview.h"
-#include "platform/freedesktop/processes/ProgramSearch.h"
+#include "platform/freedesktop/desktops/DesktopOverview.h"
+#include "platform/freedesktop/processes/Programs.h"
 
 namespace platform::freedesktop {
 

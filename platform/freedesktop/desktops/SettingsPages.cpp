@@ -5,7 +5,7 @@
 
 #include "platform/freedesktop/desktops/CurrentDesktop.h"
 #include "platform/freedesktop/processes/DetachedProcess.h"
-#include "platform/freedesktop/processes/ProgramSearch.h"
+#include "platform/freedesktop/processes/Programs.h"
 
 namespace platform::freedesktop {
 

@@ -3,8 +3,8 @@
 #include <memory>
 #include <vector>
 
-#include "platform/freedesktop/bus/BusProperty.h"
-#include "platform/freedesktop/desktops/BusOverview.h"
+#include "platform/freedesktop/bus/BusService.h"
+#include "platform/freedesktop/desktops/DesktopOverview.h"
 
 namespace platform::freedesktop {
 

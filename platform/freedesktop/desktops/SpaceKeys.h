@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/Keys.h"
-#include "platform/freedesktop/bus/BusServiceWatch.h"
+#include "platform/freedesktop/bus/BusService.h"
 #include "platform/freedesktop/desktops/DesktopAccelerators.h"
 #include "platform/freedesktop/desktops/KwinShortcuts.h"
 

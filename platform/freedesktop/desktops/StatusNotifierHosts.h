@@ -3,7 +3,7 @@
 #include <functional>
 #include <vector>
 
-#include "platform/freedesktop/bus/BusProperty.h"
+#include "platform/freedesktop/bus/BusService.h"
 
 namespace platform::freedesktop {
 

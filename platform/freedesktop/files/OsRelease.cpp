@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "platform/freedesktop/files/QuotedWord.h"
+#include "platform/freedesktop/files/Quoting.h"
 
 namespace platform::freedesktop {
 

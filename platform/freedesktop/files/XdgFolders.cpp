@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "platform/freedesktop/files/PosixFileSystem.h"
-#include "platform/freedesktop/files/QuotedWord.h"
+#include "platform/freedesktop/files/Quoting.h"
 
 namespace platform::freedesktop {
 

@@ -1,7 +1,6 @@
 #include "platform/freedesktop/session/LogindSession.h"
 
 #include <unistd.h>
-
 #include <utility>
 
 namespace platform::freedesktop {

@@ -1,12 +1,13 @@
 #pragma once
 
 #include <xcb/xcb.h>
-
 #include <cstdint>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 #include "platform/Keys.h"
+#include "platform/x11/input/X11Keyboard.h"
 
 namespace platform::x11 {
 
@@ -34,5 +35,10 @@ struct TranslatedShortcut {
 [[nodiscard]] std::optional<std::uint32_t> qtKeyOf(const KeyShortcut& shortcut);
 // A tap on either Super key.
 [[nodiscard]] std::vector<KeyShortcut> superTaps();
+
+// The keys of an accelerator as GTK writes them, "<Primary><Alt>Left"; absent when the text is none.
+[[nodiscard]] std::optional<KeyShortcut> shortcutOfAccelerator(std::string_view accelerator);
+// The same of keys that are pressed, by the layout in effect; absent for a key without a symbol.
+[[nodiscard]] std::optional<KeyShortcut> shortcutOfKeys(const KeyEvent& keys, const X11Keyboard& keyboard);
 
 }  // namespace platform::x11

@@ -1,6 +1,8 @@
 #include "platform/x11/input/X11Keyboard.h"
 
+#include <xkbcommon/xkbcommon.h>
 #include <algorithm>
+#include <array>
 
 #include "platform/x11/connection/Extension.h"
 #include "platform/x11/connection/Xkb.h"
@@ -136,6 +138,15 @@ std::optional<xcb_keysym_t> X11Keyboard::symbolAt(std::uint32_t xKeyCode, std::s
     if (xKeyCode < firstKey || column >= symbolsPerKey_) return std::nullopt;
     const auto index = (xKeyCode - firstKey) * symbolsPerKey_ + column;
     return index < symbols_.size() ? std::optional(symbols_[index]) : std::nullopt;
+}
+
+std::string X11KeyNames::textOf(std::uint16_t keyCode) const {
+    const auto code = xKeyCode(keyCode);
+    if (!code) return {};
+    std::array<char, 8> text{};
+    const int length = xkb_keysym_to_utf8(keyboard_.symbolOf(*code), text.data(), text.size());
+    const bool isPrinted = length > 1 && static_cast<unsigned char>(text[0]) > ' ';
+    return isPrinted ? std::string(text.data()) : std::string();
 }
 
 }  // namespace platform::x11

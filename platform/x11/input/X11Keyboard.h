@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "platform/Keys.h"
 #include "platform/x11/connection/XEvents.h"
 
 namespace platform::x11 {
@@ -56,6 +57,17 @@ class X11Keyboard {
     std::size_t symbolsPerKey_ = 0;
     Timer readTimer_;
     Subscription events_;
+};
+
+// The texts of the keys in the layout that is in effect.
+class X11KeyNames final : public KeyNames {
+  public:
+    explicit X11KeyNames(const X11Keyboard& keyboard) : keyboard_(keyboard) {}
+
+    [[nodiscard]] std::string textOf(std::uint16_t keyCode) const override;
+
+  private:
+    const X11Keyboard& keyboard_;
 };
 
 }  // namespace platform::x11

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/simulated/SimulatedFileSystem.h"
+#include "platform/simulated/SimulatedFiles.h"
 
 namespace platform::freedesktop {
 namespace {

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/x11/input/KeyAccelerators.h"
+#include "platform/x11/input/KeyShortcut.h"
 #include "tests/support/DesktopSettingsTest.h"
 
 namespace platform::freedesktop {

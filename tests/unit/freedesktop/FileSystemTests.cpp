@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/freedesktop/files/PosixFileSystem.h"
-#include "platform/simulated/SimulatedFileSystem.h"
+#include "platform/simulated/SimulatedFiles.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace {

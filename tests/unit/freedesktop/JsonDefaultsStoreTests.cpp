@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "platform/simulated/SimulatedFileSystem.h"
+#include "platform/simulated/SimulatedFiles.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "tests/support/TimeZone.h"
 

@@ -5,7 +5,6 @@
 #include <atomic>
 #include <set>
 
-#include "platform/freedesktop/session/SessionEvents.h"
 #include "tests/support/MainLoop.h"
 #include "tests/support/PrivateBus.h"
 

@@ -4,7 +4,7 @@
 #include <sys/utsname.h>
 
 #include "platform/freedesktop/files/PosixFileSystem.h"
-#include "platform/simulated/SimulatedFileSystem.h"
+#include "platform/simulated/SimulatedFiles.h"
 
 namespace platform::freedesktop {
 namespace {

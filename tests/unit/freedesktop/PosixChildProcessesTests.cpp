@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/freedesktop/processes/PosixBackgroundProcesses.h"
-#include "platform/freedesktop/processes/ProgramLocations.h"
+#include "platform/freedesktop/processes/Programs.h"
 #include "tests/support/MainLoop.h"
 
 namespace platform::freedesktop {

@@ -4,8 +4,7 @@
 
 #include <atomic>
 
-#include "platform/freedesktop/bus/BusProperty.h"
-#include "platform/freedesktop/bus/BusServiceWatch.h"
+#include "platform/freedesktop/bus/BusService.h"
 #include "platform/freedesktop/desktops/KwinDesktops.h"
 #include "tests/support/MainLoop.h"
 #include "tests/support/PrivateBus.h"

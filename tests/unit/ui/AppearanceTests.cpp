@@ -15,10 +15,9 @@
 #include "tests/support/PanelsTest.h"
 #include "ui/panels/AlertBox.h"
 #include "ui/panels/PanelSize.h"
-#include "ui/widgets/Contrast.h"
-#include "ui/widgets/FocusRing.h"
+#include "ui/widgets/Colors.h"
 #include "ui/widgets/Metrics.h"
-#include "ui/widgets/QtColor.h"
+#include "ui/widgets/Style.h"
 #include "ui/widgets/Symbols.h"
 
 namespace ui {

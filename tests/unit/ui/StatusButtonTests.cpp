@@ -4,13 +4,13 @@
 
 #include <QPainter>
 
-#include "platform/simulated/SimulatedDefaultsStore.h"
+#include "platform/simulated/SimulatedFiles.h"
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/simulated/SimulatedScreens.h"
 #include "tests/support/OffscreenApplication.h"
 #include "ui/status/StatusButtonPlace.h"
 #include "ui/status/StatusIcon.h"
-#include "ui/widgets/QtColor.h"
+#include "ui/widgets/Colors.h"
 
 namespace ui {
 namespace {

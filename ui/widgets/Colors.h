@@ -2,12 +2,25 @@
 
 #include <QColor>
 #include <QPalette>
+#include <QString>
 #include <algorithm>
+#include <string_view>
 
 #include "platform/Geometry.h"
-#include "ui/widgets/Contrast.h"
 
 namespace ui {
+
+// What WCAG 2.1 asks of text (criterion 1.4.3) and of the shapes that carry a meaning (1.4.11).
+inline constexpr double kTextContrast = 4.5;
+inline constexpr double kShapeContrast = 3;
+
+// How much two opaque colours differ in lightness, from 1 to 21, as WCAG 2.1 defines it.
+[[nodiscard]] double contrast(const QColor& a, const QColor& b);
+// What is seen of a colour that may be translucent, on a ground.
+[[nodiscard]] QColor over(const QColor& ground, const QColor& color);
+// The same, lighter still or darker still by no more than it takes to reach that contrast; on the ground's
+// other side where its own has no room for it.
+[[nodiscard]] QColor legible(const QColor& ground, const QColor& color, double atLeast);
 
 [[nodiscard]] inline QColor toQColor(const platform::Color& color) {
     const auto component = [](double value) { return static_cast<float>(std::clamp(value, 0.0, 1.0)); };
@@ -70,5 +83,11 @@ using PaletteColor = QColor (*)(const QPalette&);
     color.setAlphaF(0.3F);
     return legible(windowColor(palette), color, kShapeContrast);
 }
+
+// A text as markup for a label: bold what is between two asterisks each, in the font of one width what is
+// between two backticks. Everything else is shown as it is.
+[[nodiscard]] QString emphasized(std::string_view text);
+// The same as it is read aloud.
+[[nodiscard]] QString withoutEmphasis(std::string_view text);
 
 }  // namespace ui

@@ -1,4 +1,4 @@
-#include "platform/simulated/SimulatedFileSystem.h"
+#include "platform/simulated/SimulatedFiles.h"
 
 #include <system_error>
 

@@ -1,11 +1,28 @@
-#include "ui/status/MenuKeys.h"
+#include "ui/status/MenuInput.h"
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QMouseEvent>
+#include <QWidget>
 
 #include "ui/status/StatusMenu.h"
 
 namespace ui {
+
+MenuClicks::MenuClicks() {
+    qApp->installEventFilter(this);
+}
+
+bool MenuClicks::hasTaken(xcb_timestamp_t time) const {
+    return QApplication::activePopupWidget() || (time != XCB_CURRENT_TIME && time == lastTaken_);
+}
+
+// A menu gets its events through its window, which comes before it decides to close.
+bool MenuClicks::eventFilter(QObject* object, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress && QApplication::activePopupWidget())
+        lastTaken_ = static_cast<xcb_timestamp_t>(static_cast<QMouseEvent*>(event)->timestamp());
+    return QObject::eventFilter(object, event);
+}
 
 MenuKeys::MenuKeys(platform::x11::X11HotKeys& hotKeys) : hotKeys_(hotKeys) {
     qApp->installEventFilter(this);

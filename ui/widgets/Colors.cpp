@@ -1,10 +1,11 @@
-#include "ui/widgets/Contrast.h"
+#include "ui/widgets/Colors.h"
 
+#include <QRegularExpression>
 #include <algorithm>
 #include <cmath>
 
 #include "orvellos/tags/TagColor.h"
-#include "ui/widgets/QtColor.h"
+#include "ui/widgets/Labels.h"
 
 namespace ui {
 
@@ -41,6 +42,25 @@ QColor legible(const QColor& ground, const QColor& color, double atLeast) {
         if (contrast(tried, ground) >= atLeast) return tried;
     }
     return end;
+}
+
+namespace {
+
+QString replaced(QString text, const QString& bold, const QString& fixed) {
+    static const QRegularExpression betweenAsterisks(QStringLiteral("\\*\\*(.+?)\\*\\*"));
+    static const QRegularExpression betweenBackticks(QStringLiteral("`(.+?)`"));
+    return text.replace(betweenAsterisks, bold).replace(betweenBackticks, fixed);
+}
+
+}  // namespace
+
+QString emphasized(std::string_view text) {
+    return replaced(toQString(text).toHtmlEscaped(), QStringLiteral("<b>\\1</b>"),
+                    QStringLiteral("<code>\\1</code>"));
+}
+
+QString withoutEmphasis(std::string_view text) {
+    return replaced(toQString(text), QStringLiteral("\\1"), QStringLiteral("\\1"));
 }
 
 }  // namespace ui

@@ -47,4 +47,55 @@ class SimulatedFileSystem final : public FileSystem {
     [[nodiscard]] bool isWritable(std::filesystem::path path) const;
 };
 
+// Folders that are where a test says.
+class SimulatedFolders final : public Folders {
+  public:
+    [[nodiscard]] std::optional<std::filesystem::path> home() const override { return homeFolder; }
+    [[nodiscard]] std::optional<std::filesystem::path> applicationSupport() const override {
+        return applicationSupportFolder;
+    }
+    [[nodiscard]] std::optional<std::filesystem::path> desktop() const override { return desktopFolder; }
+    [[nodiscard]] std::filesystem::path temporary() const override { return temporaryFolder; }
+
+    std::optional<std::filesystem::path> homeFolder = "/home/user";
+    std::optional<std::filesystem::path> applicationSupportFolder = "/home/user/.local/share";
+    std::optional<std::filesystem::path> desktopFolder = "/home/user/Desktop";
+    std::filesystem::path temporaryFolder = "/tmp";
+};
+
+// A file browser that remembers what it was asked to show.
+class SimulatedFileBrowser final : public FileBrowser {
+  public:
+    void reveal(const std::filesystem::path& file) override { revealed.push_back(file); }
+
+    std::vector<std::filesystem::path> revealed;
+};
+
+// A defaults store in memory that remembers which keys were written.
+class SimulatedDefaultsStore final : public DefaultsStore {
+  public:
+    using Values = std::map<std::string, DefaultsValue, std::less<>>;
+
+    SimulatedDefaultsStore() = default;
+    explicit SimulatedDefaultsStore(Values stored) : values(std::move(stored)) {}
+
+    [[nodiscard]] std::optional<DefaultsValue> value(std::string_view key) const override {
+        const auto found = values.find(key);
+        return found == values.end() ? std::nullopt : std::optional(found->second);
+    }
+    void set(std::string_view key, DefaultsValue value) override {
+        values.insert_or_assign(std::string(key), std::move(value));
+        writes.emplace_back(key);
+    }
+    void remove(std::string_view key) override {
+        const auto found = values.find(key);
+        if (found == values.end()) return;
+        values.erase(found);
+        writes.emplace_back(key);
+    }
+
+    Values values;
+    std::vector<std::string> writes;  // the keys set, and those removed that were there, oldest first
+};
+
 }  // namespace platform::simulated

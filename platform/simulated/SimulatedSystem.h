@@ -1,6 +1,8 @@
 #pragma once
 
+#include <filesystem>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -8,6 +10,15 @@
 #include "platform/System.h"
 
 namespace platform::simulated {
+
+class SimulatedSystemInformation final : public SystemInformation {
+  public:
+    [[nodiscard]] std::string operatingSystemVersion() const override { return version; }
+    [[nodiscard]] std::optional<std::filesystem::path> executablePath() const override { return executable; }
+
+    std::string version = "Example OS 1.0";
+    std::optional<std::filesystem::path> executable = "/opt/orvellos/orvellos";
+};
 
 // A system log that keeps what is written.
 class SimulatedSystemLog final : public SystemLog {

@@ -1,12 +1,16 @@
 #pragma once
 
+#include <algorithm>
 #include <functional>
 #include <map>
 #include <set>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "platform/Keys.h"
 #include "platform/Observers.h"
+#include "platform/RunLoop.h"
 
 namespace platform::simulated {
 
@@ -65,6 +69,24 @@ class SimulatedKeyNames final : public KeyNames {
         return found == texts.end() ? std::string() : found->second;
     }
     std::map<std::uint16_t, std::string> texts = {{4, "h"}, {17, "t"}, {27, "-"}, {35, "p"}};
+};
+
+// Shortcuts of a desktop that a test gives. Answers at the next turn.
+class SimulatedSystemShortcuts final : public SystemShortcuts {
+  public:
+    explicit SimulatedSystemShortcuts(RunLoop& runLoop) : runLoop_(runLoop) {}
+
+    [[nodiscard]] Subscription findUse(const KeyEvent& keys, Answer answer) override {
+        return runLoop_.after(Duration::zero(), [this, keys, answer = std::move(answer)] {
+            const auto found = std::ranges::find(used, keys, &std::pair<KeyEvent, std::string>::first);
+            answer(found == used.end() ? std::nullopt : std::optional(found->second));
+        });
+    }
+
+    std::vector<std::pair<KeyEvent, std::string>> used;
+
+  private:
+    RunLoop& runLoop_;
 };
 
 }  // namespace platform::simulated
