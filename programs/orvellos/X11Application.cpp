@@ -114,27 +114,8 @@ X11Application::X11Application(platform::x11::XConnection& connection, ui::QtRun
       login_(systemBus_, platform::freedesktop::processEnvironment("XDG_SESSION_ID")),
       session_(login_, {[this](auto action) { return screenPower_.onEvent(std::move(action)); }}),
       spaces_(spaceServer_, windowSystem_, switching_, screens_),
-      privacy_({.permissions = permissions_,
-                .activation = interface_.applicationActivation(),
-                .urls = settingsPages_,
-                .fileBrowser = fileBrowser_,
-                .processes = openCommand_,
-                .alerts = interface_.alerts(),
-                .runLoop = runLoop,
-                .bundle = {.identifier = "org.norvath.orvello",
-                           .path = platform::freedesktop::ProgramLocations().command()},
-                .terminate = quit}),
-      delegate_({.spaces = spaces_,
-                 .runLoop = runLoop,
-                 .applications = instanceLock_,
-                 .screens = screens_,
-                 .updates = updates_,
-                 .permissions = privacy_,
-                 .keyNames = keys_.names(),
-                 .systemShortcuts = keys_.systemShortcuts(),
-                 .ui = interface_.parts(),
-                 .makeCore = [this] { return makeCore(); },
-                 .terminate = std::move(quit)}),
+      privacy_(privacyServices(quit)),
+      delegate_(delegateServices(std::move(quit))),
       desktopsRenumbered_(
           spaceServer_.onDesktopsRenumbered([this] { windowSystem_.desktopsWereRenumbered(); })),
       windowManagerChanged_(spaceServer_.onWindowManagerChanged([this] {
@@ -146,6 +127,33 @@ X11Application::X11Application(platform::x11::XConnection& connection, ui::QtRun
       overviewMayOpenChanged_(
           overview_.windows().followMayOpen([this](bool may) { windowSystem_.setOverviewMayOpen(may); })) {
     connection.setPatience(kPatienceWhileRunning);
+}
+
+orvellos::PrivacyPermissions::Services X11Application::privacyServices(std::function<void()> quit) {
+    return {.permissions = permissions_,
+            .activation = interface_.applicationActivation(),
+            .urls = settingsPages_,
+            .fileBrowser = fileBrowser_,
+            .processes = openCommand_,
+            .alerts = interface_.alerts(),
+            .runLoop = runLoop_,
+            .bundle = {.identifier = "org.norvath.orvello",
+                       .path = platform::freedesktop::ProgramLocations().command()},
+            .terminate = std::move(quit)};
+}
+
+orvellos::AppDelegate::Services X11Application::delegateServices(std::function<void()> quit) {
+    return {.spaces = spaces_,
+            .runLoop = runLoop_,
+            .applications = instanceLock_,
+            .screens = screens_,
+            .updates = updates_,
+            .permissions = privacy_,
+            .keyNames = keys_.names(),
+            .systemShortcuts = keys_.systemShortcuts(),
+            .ui = interface_.parts(),
+            .makeCore = [this] { return makeCore(); },
+            .terminate = std::move(quit)};
 }
 
 orvellos::AppDelegate::Core X11Application::makeCore() {

@@ -69,6 +69,8 @@ class X11Application {
         orvellos::TagManager tagManager;
     };
 
+    [[nodiscard]] orvellos::PrivacyPermissions::Services privacyServices(std::function<void()> quit);
+    [[nodiscard]] orvellos::AppDelegate::Services delegateServices(std::function<void()> quit);
     void launchNow();
     [[nodiscard]] orvellos::AppDelegate::Core makeCore();
     void saveDiagnostics();
