@@ -1,3 +1,4 @@
+#include <X11/keysym.h>
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -183,7 +184,7 @@ class OverviewOpenings {
     // Meta+W.
     void pressShortcut() {
         auto keys = desktop_.devices();
-        keys.typeKeys({keys.keyFor(kSuperL), keys.keyFor('w')});
+        keys.typeKeys({keys.keyFor(XK_Super_L), keys.keyFor('w')});
     }
     void callOverview() {
         if (!desktop_.toggleOverview("Overview")) throw std::runtime_error("KWin does not open its overview");
@@ -194,7 +195,6 @@ class OverviewOpenings {
         std::this_thread::sleep_for(std::chrono::seconds(3));  // the tags are small again
     }
 
-    static constexpr xcb_keysym_t kSuperL = 0xFFEB;
     PrivateDesktop& desktop_;
     PlainWindow plain_;
     Process application_;

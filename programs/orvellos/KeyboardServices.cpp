@@ -4,7 +4,8 @@
 
 #include "platform/freedesktop/desktops/CurrentDesktop.h"
 #include "platform/freedesktop/processes/Programs.h"
-#include "platform/x11/input/KeyShortcut.h"
+#include "platform/x11/input/KeyChord.h"
+#include "ui/widgets/QtKeys.h"
 
 namespace programs {
 
@@ -12,18 +13,18 @@ using platform::freedesktop::SpaceKey;
 
 namespace {
 
-std::vector<platform::x11::KeyShortcut> shortcutsOf(const SpaceKey& key) {
+std::vector<platform::x11::KeyChord> chordsOf(const SpaceKey& key) {
     // A modifier key does something when it comes up alone.
     if (key.accelerator == "Super_L" || key.accelerator == "Super_R") return platform::x11::superTaps();
-    const auto shortcut = key.qtKey != 0 ? platform::x11::shortcutOfQtKey(key.qtKey)
-                                         : platform::x11::shortcutOfAccelerator(key.accelerator);
-    return shortcut ? std::vector{*shortcut} : std::vector<platform::x11::KeyShortcut>();
+    const auto chord =
+        key.qtKey != 0 ? ui::chordOfQtKey(key.qtKey) : platform::x11::chordOfAccelerator(key.accelerator);
+    return chord ? std::vector{*chord} : std::vector<platform::x11::KeyChord>();
 }
 
 std::vector<platform::x11::TranslatedShortcut> translated(const std::vector<SpaceKey>& keys) {
     std::vector<platform::x11::TranslatedShortcut> shortcuts;
     for (const auto& key : keys)
-        for (const auto& shortcut : shortcutsOf(key)) shortcuts.push_back({shortcut, key.meaning});
+        for (const auto& chord : chordsOf(key)) shortcuts.push_back({chord, key.meaning});
     return shortcuts;
 }
 
@@ -55,13 +56,13 @@ platform::freedesktop::DesktopShortcuts::Services KeyboardServices::shortcutServ
             .accelerators = accelerators_,
             .qtKey =
                 [this](const auto& keys) {
-                    const auto pressed = platform::x11::shortcutOfKeys(keys, keyboard_);
-                    return pressed ? platform::x11::qtKeyOf(*pressed) : std::nullopt;
+                    const auto pressed = platform::x11::chordOfKeys(keys, keyboard_);
+                    return pressed ? ui::qtKeyOf(*pressed) : std::nullopt;
                 },
             .isAccelerator =
                 [this](const auto& accelerator, const auto& keys) {
-                    const auto pressed = platform::x11::shortcutOfKeys(keys, keyboard_);
-                    return pressed && platform::x11::shortcutOfAccelerator(accelerator) == pressed;
+                    const auto pressed = platform::x11::chordOfKeys(keys, keyboard_);
+                    return pressed && platform::x11::chordOfAccelerator(accelerator) == pressed;
                 }};
 }
 

@@ -1,5 +1,6 @@
 // Tags in the overviews of a real desktop.
 
+#include <X11/keysym.h>
 #include <gtest/gtest.h>
 
 #include <csignal>
@@ -105,9 +106,10 @@ TEST(MissionControlTest, ShowsEverySpacesBigTagAndNoSmallOne) {
 TEST(MissionControlTest, IsForeseenByTheDesktopsOwnShortcut) {
     OverviewDesktop desktop;
     desktop.startApplication();
-    constexpr xcb_keysym_t kSuperL = 0xFFEB, kF8 = 0xFFC5;
     auto hands = desktop.devices();
-    const auto type = [&](xcb_keysym_t key) { hands.typeKeys({hands.keyFor(kSuperL), hands.keyFor(key)}); };
+    const auto type = [&](xcb_keysym_t key) {
+        hands.typeKeys({hands.keyFor(XK_Super_L), hands.keyFor(key)});
+    };
     const auto hasOpened = [&](int times) {
         return [&desktop, times] { return desktop.timesSaid("observer.isActive → true") == times; };
     };
@@ -123,7 +125,7 @@ TEST(MissionControlTest, IsForeseenByTheDesktopsOwnShortcut) {
     ASSERT_TRUE(waitUntil(hasClosed(1)));
     int opened = 1;
     int foreseen = desktop.timesSaid("PRE-TRIGGER[keystroke]: setting MC=true");
-    for (const xcb_keysym_t key : {xcb_keysym_t{'w'}, kF8}) {
+    for (const xcb_keysym_t key : {xcb_keysym_t{'w'}, xcb_keysym_t{XK_F8}}) {
         SCOPED_TRACE(key);
         ASSERT_TRUE(desktop.waitForTagOf(0));
         type(key);

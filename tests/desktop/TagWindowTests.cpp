@@ -1,5 +1,6 @@
 // Tag windows of the running application, as the user and the window manager see them.
 
+#include <X11/keysym.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -170,7 +171,8 @@ TEST_P(TagWindowsTest, FollowADragAndStopPastTheEdge) {
     ASSERT_TRUE(desktop.pointAtTag(tag, 60, x.geometry(tag)->y + 50));
     hands.pressButton(XCB_BUTTON_INDEX_1);
     hands.movePointer(560, 400);
-    hands.typeKeys({hands.keyFor(0xFFE3), hands.keyFor(0xFFE9), hands.keyFor(0xFFEB), hands.keyFor('=')});
+    hands.typeKeys(
+        {hands.keyFor(XK_Control_L), hands.keyFor(XK_Alt_L), hands.keyFor(XK_Super_L), hands.keyFor('=')});
     EXPECT_TRUE(waitUntil([&] {
         const auto larger = x.geometry(tag).value();
         return larger.height == 100 + 40 && larger.x < 560 && larger.x + larger.width > 560;

@@ -29,7 +29,6 @@ constexpr xcb_keycode_t kA = 38, kW = 25, kZ = 52, kF3 = 69, kUp = 111, kLeft = 
 constexpr xcb_keycode_t kControlKey = 37, kRightControlKey = 105, kShiftKey = 50, kAltKey = 64;
 constexpr xcb_keycode_t kSuperKey = 133, kRightSuperKey = 134, kCapsLockKey = 66;
 
-constexpr std::uint32_t kQtMetaW = 0x10000057, kQtControlRight = 0x05000014;
 constexpr KeyEvent kOverview{160, 0};
 
 // A desktop with another program's window that has the keyboard, and a monitor whose held keys repeat in
@@ -51,10 +50,10 @@ class WatchedDesktop : public PrivateDesktop {
     }
 
     void type(std::initializer_list<xcb_keycode_t> keys) { devices().typeKeys(keys); }
-    // The desktop's own are these, as Qt's key codes.
-    void setShortcuts(std::initializer_list<std::uint32_t> qtKeys, const KeyEvent& meaning) {
+    // The desktop's own are these.
+    void setShortcuts(const std::vector<KeyChord>& chords, const KeyEvent& meaning) {
         std::vector<TranslatedShortcut> shortcuts;
-        for (const auto qtKey : qtKeys) shortcuts.push_back({shortcutOfQtKey(qtKey).value(), meaning});
+        for (const auto& chord : chords) shortcuts.push_back({chord, meaning});
         monitor.setShortcuts(shortcuts);
     }
     // What has been seen since the last call, after everything that was typed.
@@ -175,7 +174,7 @@ TEST(X11KeyMonitorTest, RepeatsAHeldKeyUntilItComesUpOrAnotherIsHeld) {
     WatchedDesktop desktop;
     const auto repeat = desktop.keyboard.repeatOf(kRight).value();
     const KeyEvent right{124, kControl};
-    desktop.setShortcuts({kQtControlRight}, right);
+    desktop.setShortcuts({{XKB_KEY_Right, kControl}}, right);
     auto hands = desktop.devices();
     hands.pressKey(kControlKey);
     hands.pressKey(kRight);
@@ -225,9 +224,8 @@ TEST(X11KeyMonitorTest, RepeatsNothingForEverNorWhereTheUserTurnedItOff) {
 
 TEST(X11KeyMonitorTest, ReportsAShortcutByItsMeaningWhereTheLayoutHasIt) {
     WatchedDesktop desktop;
-    constexpr std::uint32_t kQtMetaZhe = 0x10000416;
     constexpr xcb_keycode_t kEqualKey = 21, kSemicolonKey = 47;
-    desktop.setShortcuts({kQtMetaW, 0x10000000 | '+', kQtMetaZhe}, kOverview);
+    desktop.setShortcuts({{'w', kCommand}, {'+', kCommand}, {XKB_KEY_Cyrillic_zhe, kCommand}}, kOverview);
     const auto typeAll = [&] {
         desktop.type({kSuperKey, kW});
         desktop.type({kSuperKey, kZ});
@@ -255,8 +253,7 @@ TEST(X11KeyMonitorTest, ReportsAShortcutByItsMeaningWhereTheLayoutHasIt) {
 
 TEST(X11KeyMonitorTest, ReportsATapOnSuperAlone) {
     WatchedDesktop desktop;
-    const auto taps = superTaps();
-    desktop.monitor.setShortcuts({{taps[0], kOverview}, {taps[1], kOverview}});
+    desktop.setShortcuts(superTaps(), kOverview);
     const Events tap = {kOverview};
     desktop.type({kSuperKey});
     EXPECT_EQ(desktop.take(), tap);

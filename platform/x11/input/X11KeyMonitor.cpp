@@ -60,7 +60,7 @@ void X11KeyMonitor::press(std::uint32_t key) {
 void X11KeyMonitor::release(std::uint32_t key) {
     if (key == heldKey_) repeatTimer_.cancel();
     if (key != std::exchange(tappedKey_, 0)) return;
-    if (const auto meaning = meaningOf(key, KeyShortcut::When::Tapped)) report(*meaning);
+    if (const auto meaning = meaningOf(key, KeyChord::When::Tapped)) report(*meaning);
 }
 
 void X11KeyMonitor::repeat() {
@@ -72,7 +72,7 @@ void X11KeyMonitor::repeat() {
 }
 
 void X11KeyMonitor::reportPress(std::uint32_t key) {
-    if (const auto meaning = meaningOf(key, KeyShortcut::When::Pressed)) return report(*meaning);
+    if (const auto meaning = meaningOf(key, KeyChord::When::Pressed)) return report(*meaning);
     const auto keyCode = virtualKeyCode(key);
     if (keyCode && !isOfOtherPrograms(*keyCode)) report({*keyCode, keyboard_.modifierFlags()});
 }
@@ -82,15 +82,16 @@ void X11KeyMonitor::report(const KeyEvent& event) {
     handlers_.notify(event);
 }
 
-std::optional<KeyEvent> X11KeyMonitor::meaningOf(std::uint32_t key, KeyShortcut::When when) const {
+std::optional<KeyEvent> X11KeyMonitor::meaningOf(std::uint32_t key, KeyChord::When when) const {
     const auto flags = keyboard_.modifierFlags() & ~modifier::kCapsLock;
-    const auto isPressed = [&](const KeyShortcut& keys) {
-        if (keys.when != when) return false;
+    const auto isPressed = [&](const KeyChord& chord) {
+        if (chord.when != when) return false;
         // A symbol on the key's second level takes Shift to type, which the shortcut does not name.
-        return (flags == keys.modifierFlags && keyboard_.gives(key, keys.symbol, false)) ||
-               (flags == (keys.modifierFlags | modifier::kShift) && keyboard_.gives(key, keys.symbol, true));
+        return (flags == chord.modifierFlags && keyboard_.gives(key, chord.symbol, false)) ||
+               (flags == (chord.modifierFlags | modifier::kShift) &&
+                keyboard_.gives(key, chord.symbol, true));
     };
-    const auto found = std::ranges::find_if(shortcuts_, isPressed, &TranslatedShortcut::keys);
+    const auto found = std::ranges::find_if(shortcuts_, isPressed, &TranslatedShortcut::chord);
     return found == shortcuts_.end() ? std::nullopt : std::optional(found->meaning);
 }
 

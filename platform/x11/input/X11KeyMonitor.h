@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "platform/Keys.h"
-#include "platform/x11/input/KeyShortcut.h"
+#include "platform/x11/input/KeyChord.h"
 #include "platform/x11/input/RawInput.h"
 #include "platform/x11/input/X11Keyboard.h"
 
@@ -34,7 +34,7 @@ class X11KeyMonitor final : public KeyMonitor {
     void reportPress(std::uint32_t key);
     void report(const KeyEvent& event);
     // Absent for a key that is none of the desktop's shortcuts.
-    [[nodiscard]] std::optional<KeyEvent> meaningOf(std::uint32_t key, KeyShortcut::When when) const;
+    [[nodiscard]] std::optional<KeyEvent> meaningOf(std::uint32_t key, KeyChord::When when) const;
 
     RawInput& input_;
     const X11Keyboard& keyboard_;

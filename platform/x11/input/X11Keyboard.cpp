@@ -20,9 +20,6 @@ constexpr auto kRetry = std::chrono::seconds(1);
 constexpr std::size_t kGroups = 2;
 constexpr std::size_t kLevels = 2;
 
-constexpr xcb_keysym_t kNumLock = 0xFF7F;
-constexpr xcb_keysym_t kScrollLock = 0xFF14;
-
 }  // namespace
 
 X11Keyboard::X11Keyboard(XConnection& connection, XEvents& events, RunLoop& runLoop)
@@ -107,7 +104,7 @@ void X11Keyboard::readLocks(const xcb_get_modifier_mapping_reply_t& mapping) {
     constexpr std::size_t kModifierCount = 8;
     const auto* keys = xcb_get_modifier_mapping_keycodes(&mapping);
     lockModifiers_ = {XCB_MOD_MASK_LOCK};
-    for (const auto lock : {kNumLock, kScrollLock})
+    for (const auto lock : {XKB_KEY_Num_Lock, XKB_KEY_Scroll_Lock})
         for (std::size_t i = 0; i < kModifierCount * mapping.keycodes_per_modifier; ++i)
             if (const auto bit = static_cast<std::uint16_t>(1U << (i / mapping.keycodes_per_modifier));
                 gives(keys[i], lock, false) && std::ranges::count(lockModifiers_, bit) == 0)

@@ -3,8 +3,9 @@
 #include "platform/freedesktop/desktops/DesktopShortcuts.h"
 
 #include <gtest/gtest.h>
+#include <xkbcommon/xkbcommon.h>
 
-#include "platform/x11/input/KeyShortcut.h"
+#include "platform/x11/input/KeyChord.h"
 #include "tests/support/DesktopSettingsTest.h"
 
 namespace platform::freedesktop {
@@ -22,18 +23,18 @@ TEST(AcceleratorTest, AreReadAsGtkWritesThem) {
         xcb_keysym_t symbol;  // 0 for none
         std::uint64_t modifierFlags;
     };
-    for (const auto& [text, symbol, flags] : {Row{"<Primary><Alt>Left", 0xFF51, kControl | kOption},
+    for (const auto& [text, symbol, flags] : {Row{"<Primary><Alt>Left", XKB_KEY_Left, kControl | kOption},
                                               {"<Super>T", 't', kCommand},
-                                              {"<SHIFT><ctrl>F2", 0xFFBF, kShift | kControl},
+                                              {"<SHIFT><ctrl>F2", XKB_KEY_F2, kShift | kControl},
                                               {"<Mod4>bracketleft", '[', kCommand},
-                                              {"Print", 0xFF61, 0},
+                                              {"Print", XKB_KEY_Print, 0},
                                               {"<Hyper>t", 0, 0},
                                               {"<Super", 0, 0},
                                               {"<Super>", 0, 0},
                                               {"disabled", 0, 0},
                                               {"", 0, 0}}) {
-        const auto expected = symbol ? std::optional(x11::KeyShortcut{symbol, flags}) : std::nullopt;
-        EXPECT_EQ(x11::shortcutOfAccelerator(text), expected) << text;
+        const auto expected = symbol ? std::optional(x11::KeyChord{symbol, flags}) : std::nullopt;
+        EXPECT_EQ(x11::chordOfAccelerator(text), expected) << text;
     }
 }
 
