@@ -26,9 +26,7 @@ ui::ColorScheme schemeOf(DesktopColorScheme::Preference preference) {
 
 UserInterfaceServices::UserInterfaceServices(Services services)
     : activation_(services.connection, services.desktops),
-      mouse_(services.rawInput, services.connection,
-             {.connection = ui::toolkitConnection(),
-              .isMenuClick = [this](xcb_timestamp_t time) { return menuClicks_.hasTaken(time); }}),
+      mouse_(services.rawInput, services.connection, menuClicks_),
       panelHost_(
           {.menuBar = menuBar_,
            .screens = services.screens,

@@ -13,7 +13,7 @@ MenuClicks::MenuClicks() {
     qApp->installEventFilter(this);
 }
 
-bool MenuClicks::hasTaken(xcb_timestamp_t time) const {
+bool MenuClicks::isMenuClick(xcb_timestamp_t time) const {
     return QApplication::activePopupWidget() || (time != XCB_CURRENT_TIME && time == lastTaken_);
 }
 

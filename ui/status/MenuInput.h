@@ -4,15 +4,17 @@
 #include <QObject>
 
 #include "platform/x11/input/X11HotKeys.h"
+#include "platform/x11/input/X11MouseMonitor.h"
+#include "ui/shell/X11Window.h"
 
 namespace ui {
 
 // Knows which presses of a mouse button the toolkit's menus have taken, even those that closed them.
-class MenuClicks final : public QObject {
+class MenuClicks final : public QObject, public platform::x11::ToolkitMouse {
   public:
     MenuClicks();
-    // Whether a menu has the mouse, or has had it when a button went down at this server time.
-    [[nodiscard]] bool hasTaken(xcb_timestamp_t time) const;
+    [[nodiscard]] xcb_connection_t* connection() const override { return toolkitConnection(); }
+    [[nodiscard]] bool isMenuClick(xcb_timestamp_t time) const override;
 
   protected:
     bool eventFilter(QObject* object, QEvent* event) override;

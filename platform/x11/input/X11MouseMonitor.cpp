@@ -22,9 +22,6 @@ bool belongsTo(xcb_connection_t* connection, xcb_window_t window) {
 
 }  // namespace
 
-X11MouseMonitor::X11MouseMonitor(RawInput& input, XConnection& connection, Toolkit toolkit)
-    : input_(input), connection_(connection), toolkit_(std::move(toolkit)) {}
-
 Subscription X11MouseMonitor::addLocalMouseDownMonitor(std::function<void(WindowNumber)> handler) {
     if (!input_.isAvailable()) return {};
     follow();
@@ -57,7 +54,7 @@ void X11MouseMonitor::handle(const RawInputEvent& event) {
 }
 
 bool X11MouseMonitor::isOwn(xcb_window_t window) const {
-    return belongsTo(connection_.get(), window) || belongsTo(toolkit_.connection, window);
+    return belongsTo(connection_.get(), window) || belongsTo(toolkit_.connection(), window);
 }
 
 xcb_window_t X11MouseMonitor::ownWindowUnderPointer() {

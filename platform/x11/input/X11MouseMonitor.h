@@ -8,18 +8,23 @@
 
 namespace platform::x11 {
 
+// What the toolkit knows of its windows and of the mouse.
+class ToolkitMouse {
+  public:
+    virtual ~ToolkitMouse() = default;
+
+    // The toolkit's own connection to the server; null on another platform.
+    [[nodiscard]] virtual xcb_connection_t* connection() const = 0;
+    // Whether a menu of the toolkit has the mouse, or has had it when a button went down at this server time.
+    [[nodiscard]] virtual bool isMenuClick(xcb_timestamp_t time) const = 0;
+};
+
 // Watches the mouse buttons through the server's raw events, and asks on whose window the pointer is when one
 // goes down.
 class X11MouseMonitor final : public MouseMonitor {
   public:
-    // What the toolkit tells about its own connection to the server.
-    struct Toolkit {
-        xcb_connection_t* connection = nullptr;
-        // Whether a menu of the toolkit has the mouse, or has had it for the button that went down then.
-        std::function<bool(xcb_timestamp_t)> isMenuClick;
-    };
-
-    X11MouseMonitor(RawInput& input, XConnection& connection, Toolkit toolkit);
+    X11MouseMonitor(RawInput& input, XConnection& connection, const ToolkitMouse& toolkit)
+        : input_(input), connection_(connection), toolkit_(toolkit) {}
 
     Subscription addLocalMouseDownMonitor(std::function<void(WindowNumber)> handler) override;
     Subscription addGlobalMouseDownMonitor(std::function<void()> handler) override;
@@ -33,7 +38,7 @@ class X11MouseMonitor final : public MouseMonitor {
 
     RawInput& input_;
     XConnection& connection_;
-    Toolkit toolkit_;
+    const ToolkitMouse& toolkit_;
     Observers<WindowNumber> local_;
     Observers<> global_;
     Subscription events_;
