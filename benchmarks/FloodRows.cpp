@@ -43,7 +43,7 @@ desktop_test::Reply<xcb_generic_event_t> awaitEvent(XClient& x, std::uint8_t typ
     while (true) {
         while (auto* event = xcb_poll_for_event(x.connection())) {
             desktop_test::Reply<xcb_generic_event_t> owned(event);
-            if ((owned->response_type & 0x7F) == type) return owned;
+            if (desktop_test::typeOf(*owned) == type) return owned;
         }
         if (poll(&readable, 1, 30000) <= 0) throw std::runtime_error("an event does not come");
     }

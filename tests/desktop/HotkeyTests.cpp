@@ -4,7 +4,6 @@
 
 #include "tests/desktop/InterfaceDesktop.h"
 #include "tests/support/PlainWindow.h"
-#include "tests/support/Reply.h"
 
 using namespace desktop_test;
 

@@ -4,7 +4,6 @@
 
 #include "tests/support/Picture.h"
 #include "tests/support/PlainWindow.h"
-#include "tests/support/ProcessTable.h"
 
 using namespace desktop_test;
 

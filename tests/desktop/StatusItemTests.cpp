@@ -63,7 +63,7 @@ class StandInTray {
     xcb_window_t icon() {
         while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(client_.connection())}) {
             const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(*event);
-            if ((event->response_type & 0x7F) != XCB_CLIENT_MESSAGE || takes_ == Takes::Nothing) continue;
+            if (typeOf(*event) != XCB_CLIENT_MESSAGE || takes_ == Takes::Nothing) continue;
             icon_ = message.data.data32[2];
             xcb_reparent_window(client_.connection(), icon_, window_, 4, 4);
             xcb_map_window(client_.connection(), icon_);

@@ -12,7 +12,6 @@
 #include "tests/desktop/TaggedDesktop.h"
 #include "tests/support/Picture.h"
 #include "tests/support/PlainWindow.h"
-#include "tests/support/ProcessTable.h"
 #include "tests/support/TemporaryFolder.h"
 
 using namespace desktop_test;
@@ -65,7 +64,7 @@ TEST_P(TagWindowsTest, ComeBackWhenSomethingPutsThemOnAllSpaces) {
         int changes = 0;
         EXPECT_TRUE(waitUntil([&] {
             while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(x.connection())})
-                changes += (event->response_type & 0x7F) == XCB_PROPERTY_NOTIFY &&
+                changes += typeOf(*event) == XCB_PROPERTY_NOTIFY &&
                            reinterpret_cast<const xcb_property_notify_event_t&>(*event).atom ==
                                x.atom("_NET_WM_DESKTOP");
             return changes >= 2 && x.desktopOf(code) == 1U;
@@ -285,8 +284,7 @@ TEST(TagWindowTest, AsksAgainWhenAStartingWindowManagerOverlooksIt) {
     EXPECT_TRUE(waitUntil([&] {
         while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(connection)}) {
             const auto window = reinterpret_cast<const xcb_map_request_event_t&>(*event).window;
-            if ((event->response_type & 0x7F) == XCB_MAP_REQUEST &&
-                desktop.x().text(window, "_NET_WM_NAME") == "Mail")
+            if (typeOf(*event) == XCB_MAP_REQUEST && desktop.x().text(window, "_NET_WM_NAME") == "Mail")
                 ++requests[window];
         }
         return !requests.empty() &&

@@ -54,7 +54,7 @@ void PlainWindow::setFullScreen(bool isFullScreen) {
 
 void PlainWindow::readEvents() {
     while (const Reply<xcb_generic_event_t> event{xcb_poll_for_event(client_.connection())}) {
-        const auto type = event->response_type & 0x7FU;
+        const auto type = typeOf(*event);
         if (type == XCB_BUTTON_PRESS) {
             const auto* press = reinterpret_cast<const xcb_button_press_event_t*>(event.get());
             buttonPresses_.push_back({press->detail, press->root_x, press->root_y});

@@ -12,7 +12,6 @@
 #include <stdexcept>
 
 #include "tests/support/Picture.h"
-#include "tests/support/ProcessTable.h"
 
 namespace desktop_test {
 

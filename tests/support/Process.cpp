@@ -8,10 +8,16 @@
 #include <sys/syscall.h>
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <array>
+#include <cctype>
 #include <csignal>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <stdexcept>
+#include <system_error>
 #include <utility>
 
 namespace desktop_test {
@@ -144,6 +150,20 @@ CommandResult runCommand(const std::vector<std::string>& command, const Environm
     Process process(command, environment);
     const auto status = process.wait(deadline);
     return {status, process.standardOutput(), process.standardError()};
+}
+
+std::vector<pid_t> processesWithEnvironment(const std::string& text) {
+    std::vector<pid_t> found;
+    std::error_code ignored;
+    for (const auto& entry : std::filesystem::directory_iterator("/proc", ignored)) {
+        const auto name = entry.path().filename().string();
+        if (!std::ranges::all_of(name, [](unsigned char c) { return std::isdigit(c) != 0; })) continue;
+        std::ifstream file(entry.path() / "environ", std::ios::binary);
+        const std::string environment((std::istreambuf_iterator<char>(file)),
+                                      std::istreambuf_iterator<char>());
+        if (environment.find(text) != std::string::npos) found.push_back(std::stoi(name));
+    }
+    return found;
 }
 
 }  // namespace desktop_test

@@ -65,4 +65,7 @@ struct CommandResult {
                                        const Environment& environment,
                                        std::chrono::milliseconds deadline = kGenerousDeadline);
 
+// The processes of this user whose environment contains the text, wherever in the process tree they are.
+[[nodiscard]] std::vector<pid_t> processesWithEnvironment(const std::string& text);
+
 }  // namespace desktop_test

@@ -3,6 +3,7 @@
 #include <xcb/xcb.h>
 
 #include <cstdint>
+#include <cstdlib>
 #include <map>
 #include <memory>
 #include <optional>
@@ -10,9 +11,19 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/Reply.h"
-
 namespace desktop_test {
+
+struct FreeReply {
+    void operator()(void* reply) const { std::free(reply); }
+};
+// An X reply, event or error, freed with its owner.
+template <typename T>
+using Reply = std::unique_ptr<T, FreeReply>;
+
+// The event's number, without the mark of an event that a client has sent.
+[[nodiscard]] inline std::uint8_t typeOf(const xcb_generic_event_t& event) {
+    return event.response_type & 0x7F;
+}
 
 // A rectangle in pixels, origin at the top left.
 struct Rectangle {
