@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "orvellos/spaces/SpaceSwitcher.h"
+#include "platform/x11/connection/XEvents.h"
 #include "platform/x11/spaces/EwmhDesktops.h"
 #include "programs/AlarmClock.h"
 
@@ -44,8 +45,7 @@ bool waitForDesktop(XConnection& connection, const Atoms& atoms, std::uint32_t t
                     platform::Instant end) {
     while (const auto event = connection.nextEvent(end)) {
         const auto* change = reinterpret_cast<const xcb_property_notify_event_t*>(event.get());
-        if ((event->response_type & 0x7F) != XCB_PROPERTY_NOTIFY ||
-            change->atom != atoms[Atom::NetCurrentDesktop])
+        if (XEvents::type(*event) != XCB_PROPERTY_NOTIFY || change->atom != atoms[Atom::NetCurrentDesktop])
             continue;
         const auto cookie = requestProperty(connection, connection.root(), atoms[Atom::NetCurrentDesktop],
                                             XCB_ATOM_CARDINAL, 1);

@@ -72,6 +72,9 @@ class XConnection {
     [[nodiscard]] Reply<R> reply(Cookie cookie) {
         return Reply<R>(static_cast<R*>(waitForReply(cookie.sequence)));
     }
+    [[nodiscard]] Reply<xcb_get_property_reply_t> reply(xcb_get_property_cookie_t cookie) {
+        return reply<xcb_get_property_reply_t>(cookie);
+    }
     // Gives up the reply to a request.
     template <typename Cookie>
     void discard(Cookie cookie) {

@@ -7,11 +7,12 @@
 #include <iterator>
 #include <utility>
 
+#include "platform/x11/spaces/EwmhDesktops.h"
+
 namespace platform::x11 {
 
 namespace {
 
-constexpr std::uint32_t kMostClients = 4096;
 constexpr std::uint32_t kMostClassLongs = 64;
 constexpr auto kUsualAnswerTime = std::chrono::milliseconds(5);
 constexpr auto kSlowAnswerTime = std::chrono::milliseconds(50);

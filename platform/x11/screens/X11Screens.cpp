@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "platform/x11/connection/Extension.h"
 #include "platform/x11/connection/NameUuid.h"
 #include "platform/x11/screens/WorkArea.h"
 #include "platform/x11/spaces/EwmhDesktops.h"
@@ -14,7 +15,6 @@ namespace {
 
 constexpr auto kCoalesce = std::chrono::milliseconds(20);
 constexpr auto kLongestPause = std::chrono::seconds(1);
-constexpr std::uint32_t kMostClients = 4096;
 constexpr std::uint32_t kLongestEdid = 64;  // 32-bit units
 constexpr const char* kNamespace = "4f1d2c66-0b7e-4a90-9c51-3e88d2076a14";
 
@@ -69,8 +69,8 @@ X11Screens::X11Screens(XConnection& connection, XEvents& events, RunLoop& runLoo
 void X11Screens::selectEvents(XEvents& events) {
     events.selectOnRoot(XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY);
     subscription_ = events.subscribe([this](const auto& event) { handle(event); });
-    const auto* extension = xcb_get_extension_data(connection_.get(), &xcb_randr_id);
-    if (!extension || !extension->present) return;
+    const auto* extension = findExtension(connection_, xcb_randr_id);
+    if (!extension) return;
     randrEvents_ = extension->first_event;
     // The server sends only the events of the version that the client has named.
     const auto cookie = xcb_randr_query_version(connection_.get(), 1, 5);

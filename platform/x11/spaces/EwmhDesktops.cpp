@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/x11/connection/XEvents.h"
+
 namespace platform::x11 {
 
 namespace {
@@ -59,18 +61,17 @@ std::optional<std::string> parseCheckWindow(xcb_window_t checkWindow, const Ewmh
 }
 
 EwmhRoot readRootProperties(XConnection& connection, const Atoms& atoms) {
-    const auto get = [&](auto cookie) { return connection.reply<xcb_get_property_reply_t>(cookie); };
     const auto request = requestRoot(connection, atoms);
-    auto root = parseRoot(
-        atoms, {get(request.check), get(request.count), get(request.current), get(request.supported)});
+    auto root = parseRoot(atoms, {connection.reply(request.check), connection.reply(request.count),
+                                  connection.reply(request.current), connection.reply(request.supported)});
     if (connection.isLate()) root.state = EwmhRoot::State::Unanswered;
     return root;
 }
 
 void readCheckWindow(XConnection& connection, const Atoms& atoms, EwmhRoot& root) {
-    const auto get = [&](auto cookie) { return connection.reply<xcb_get_property_reply_t>(cookie); };
     const auto request = requestCheckWindow(connection, atoms, root.checkWindow);
-    auto name = parseCheckWindow(root.checkWindow, {get(request.check), get(request.name)});
+    auto name =
+        parseCheckWindow(root.checkWindow, {connection.reply(request.check), connection.reply(request.name)});
     if (connection.isLate()) {
         root.state = EwmhRoot::State::Unanswered;
     } else if (!name) {
@@ -115,7 +116,7 @@ xcb_window_t requestServerTime(const XConnection& connection) {
 xcb_timestamp_t awaitServerTime(XConnection& connection, xcb_window_t window, Instant end) {
     xcb_timestamp_t time = XCB_CURRENT_TIME;
     while (const auto event = connection.nextEvent(end)) {
-        if ((event->response_type & 0x7F) != XCB_PROPERTY_NOTIFY) continue;
+        if (XEvents::type(*event) != XCB_PROPERTY_NOTIFY) continue;
         const auto* change = reinterpret_cast<const xcb_property_notify_event_t*>(event.get());
         if (change->window != window) continue;
         time = change->time;

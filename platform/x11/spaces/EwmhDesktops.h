@@ -33,6 +33,8 @@ class DesktopSource {
 
 // More desktops than this are a broken property, not a desktop.
 inline constexpr std::uint32_t kMostDesktops = 512;
+// Windows beyond these in a window manager's list (EWMH _NET_CLIENT_LIST) do not count.
+inline constexpr std::uint32_t kMostClients = 4096;
 // A window's desktop number that means every desktop (EWMH _NET_WM_DESKTOP).
 inline constexpr std::uint32_t kEveryDesktop = 0xFFFFFFFF;
 

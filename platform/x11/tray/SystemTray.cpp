@@ -98,7 +98,7 @@ std::optional<Color> SystemTray::colorBeside(WindowNumber window) const {
     const auto image = connection_.reply<xcb_get_image_reply_t>(cookie);
     if (!image || xcb_get_image_data_length(image.get()) < 4) return std::nullopt;
     const auto* bytes = xcb_get_image_data(image.get());  // blue, green, red on every server of today
-    const bool isTranslucent = image->depth == 32 && bytes[3] < kOpaque;
+    const bool isTranslucent = image->depth == kDepthWithAlpha && bytes[3] < kOpaque;
     if (isTranslucent) return std::nullopt;
     return Color{bytes[2] / 255.0, bytes[1] / 255.0, bytes[0] / 255.0};
 }

@@ -12,7 +12,6 @@ namespace {
 
 constexpr auto kFrame = std::chrono::milliseconds(16);
 constexpr auto kLongestPause = std::chrono::seconds(1);
-constexpr std::uint32_t kMostClients = 4096;
 constexpr std::uint32_t kMostStates = 64;
 
 bool overlap(const PixelRect& a, const PixelRect& b) {
