@@ -83,22 +83,24 @@ TEST_F(StatusItemControllerTest, ListsEverythingInOrder) {
     EXPECT_EQ(menu().size(), 20U);
 }
 
-TEST_F(StatusItemControllerTest, SaysWhatIsHiddenAndWhatStandsInTheWay) {
+// What the user and the desktop have set, and the upper part of the menu that comes of it.
+struct UpperMenuRow {
+    const char* name;
+    bool killed;
+    bool hides;
+    bool trusted;
+    bool shortcut81;
+    bool answers;  // the Space list can be read
+    bool tagged;
+    Texts menu;
+};
+
+std::vector<UpperMenuRow> upperMenuRows() {
     const std::string share = "Tags hidden for screen-share (⌃⌥⌘H) — click to show";
     const std::string peek = "Tags hidden during work — click to peek";
     const std::string grant = "⚠ Grant Accessibility to enable click-to-switch";
     const std::string enable = "⚠ Enable ⌃←/⌃→ to use click-to-switch";
     const std::string noSpaces = "- ⚠ Space detection unavailable on this macOS";
-    struct Row {
-        const char* name;
-        bool killed;
-        bool hides;
-        bool trusted;
-        bool shortcut81;
-        bool answers;  // the Space list can be read
-        bool tagged;
-        Texts menu;
-    };
     const Texts jumps = {"Untag this Space",         "—",         "✓ Desktop 1: Mail",
                          "alt Reassign “Mail” here", "Desktop 2", "Desktop 3: Code",
                          "alt Reassign “Code” here"};
@@ -106,33 +108,23 @@ TEST_F(StatusItemControllerTest, SaysWhatIsHiddenAndWhatStandsInTheWay) {
                            "alt Reassign “Mail” here", "- Desktop 2", "- Desktop 3: Code",
                            "alt Reassign “Code” here"};
     const Texts bare = {"Tag this Space…", "—", "✓ Desktop 1", "Desktop 2", "Desktop 3"};
+    const Texts lost = {noSpaces, "—", "Untag this Space", "—", "✓ Mail", "Code"};
+    const Texts empty = {"Tag this Space…", "—", "- No tags yet"};
     const auto with = [](Texts rows, const Texts& more) {
-        for (const auto& row : more) rows.push_back(row);
+        rows.insert(rows.end(), more.begin(), more.end());
         return rows;
     };
-    for (const Row& row :
-         {Row{"hidden and killed", true, true, true, true, true, true, with({share, "—"}, jumps)},
-          Row{"hidden", false, true, true, true, true, true, with({peek, "—"}, jumps)},
-          Row{"not trusted", false, false, false, false, true, true, with({grant, "—"}, noJumps)},
-          Row{"a shortcut is off", true, false, true, false, true, true,
-              with({share, "—", enable, "—"}, noJumps)},
-          Row{"no tags", true, true, true, true, true, false, bare},
-          Row{"no Spaces",
-              false,
-              false,
-              true,
-              true,
-              false,
-              true,
-              {noSpaces, "—", "Untag this Space", "—", "✓ Mail", "Code"}},
-          Row{"neither",
-              false,
-              false,
-              true,
-              true,
-              false,
-              false,
-              {"Tag this Space…", "—", "- No tags yet"}}}) {
+    return {{"hidden and killed", true, true, true, true, true, true, with({share, "—"}, jumps)},
+            {"hidden", false, true, true, true, true, true, with({peek, "—"}, jumps)},
+            {"not trusted", false, false, false, false, true, true, with({grant, "—"}, noJumps)},
+            {"shortcut off", true, false, true, false, true, true, with({share, "—", enable, "—"}, noJumps)},
+            {"no tags", true, true, true, true, true, false, bare},
+            {"no Spaces", false, false, true, true, false, true, lost},
+            {"neither", false, false, true, true, false, false, empty}};
+}
+
+TEST_F(StatusItemControllerTest, SaysWhatIsHiddenAndWhatStandsInTheWay) {
+    for (const auto& row : upperMenuRows()) {
         SCOPED_TRACE(row.name);
         hotkeys_ = {{"toggleKillSwitch", "⌃⌥⌘H"}};
         settings_.killSwitchActive.set(row.killed);

@@ -93,40 +93,40 @@ TEST_F(NavControllerTest, SaysWhatItDoes) {
                                "  ALL paths failed — showing alert"}));
 }
 
-TEST_F(NavControllerTest, SaysWhyNothingHelped) {
-    const std::string kOff =
+// What stands in the way of a jump, and what the alert says of it.
+struct FailureRow {
+    const char* name;
+    std::map<int, bool> shortcuts;
+    bool trusted;
+    bool hasEntryPoint;
+    std::string firstParagraph;
+    Texts buttons;
+    std::size_t attempts;
+    std::vector<int> asked;
+};
+
+std::vector<FailureRow> failureRows() {
+    const std::string off =
         "macOS's space shortcuts are turned off. Enable them in System Settings › Keyboard › Keyboard "
-        "Shortcuts "
-        "› Mission Control (“Move left/right a space”).";
-    const std::string kTried =
+        "Shortcuts › Mission Control (“Move left/right a space”).";
+    const std::string tried =
         "Tried simulating 2× ⌃→ (right) — macOS accepted the events but didn't change the Space. Something "
         "else is consuming them (Karabiner, BetterTouchTool, another accessibility app).";
-    const std::string kUntrusted =
+    const std::string untrusted =
         "Accessibility permission isn't granted. CGEventPost can't inject keyboard events without it. Open "
         "Settings › Privacy & Security › Accessibility and enable orvellos.";
-    struct Row {
-        const char* name;
-        std::map<int, bool> shortcuts;
-        bool trusted;
-        bool hasEntryPoint;
-        std::string firstParagraph;
-        Texts buttons;
-        std::size_t attempts;
-        std::vector<int> asked;
-    };
-    for (const Row& row :
-         {Row{"all is well", {}, true, true, kTried, {"OK"}, 3, {79, 81}},
-          Row{"not trusted",
-              {{79, true}, {81, true}},
-              false,
-              false,
-              kUntrusted,
-              {"Open Accessibility Settings", "OK"},
-              3,
-              {79, 81}},
-          Row{"left off", {{79, false}}, true, true, kOff, {"Open Keyboard Shortcuts", "OK"}, 1, {79}},
-          Row{"right off", {{81, false}}, true, false, kOff, {"Open Keyboard Shortcuts", "OK"}, 1, {79, 81}},
-          Row{"both", {{79, false}}, false, true, kOff, {"Open Accessibility Settings", "OK"}, 1, {79}}}) {
+    const Texts ok = {"OK"};
+    const Texts access = {"Open Accessibility Settings", "OK"};
+    const Texts keyboard = {"Open Keyboard Shortcuts", "OK"};
+    return {{"all is well", {}, true, true, tried, ok, 3, {79, 81}},
+            {"not trusted", {{79, true}, {81, true}}, false, false, untrusted, access, 3, {79, 81}},
+            {"left off", {{79, false}}, true, true, off, keyboard, 1, {79}},
+            {"right off", {{81, false}}, true, false, off, keyboard, 1, {79, 81}},
+            {"both", {{79, false}}, false, true, off, access, 1, {79}}};
+}
+
+TEST_F(NavControllerTest, SaysWhyNothingHelped) {
+    for (const auto& row : failureRows()) {
         SCOPED_TRACE(row.name);
         connectLog(false);
         desktop_.alerts.shown.clear();
