@@ -18,22 +18,21 @@ namespace {
 using desktop_test::PrivateDesktop;
 using desktop_test::WindowManager;
 
-constexpr std::size_t kTags = 10;
 constexpr std::size_t kManyTags = 60;
-constexpr auto kSettles = std::chrono::seconds(3);
 
 double residentWith(PrivateDesktop& desktop, std::size_t tags) {
     tagSpaces(desktop, tags);
     const auto application = desktop.start({PrivateDesktop::program("orvello")});
     awaitClients(desktop, tags);
-    std::this_thread::sleep_for(kSettles);
+    std::this_thread::sleep_for(kSettlingTime);
     return residentMiB(application.pid());
 }
 
 void measureMemory(PrivateDesktop& desktop, std::vector<Row>& rows) {
-    const double ten = residentWith(desktop, kTags);
+    const double ten = residentWith(desktop, kUsualTags);
     awaitNoClients(desktop);
-    const double each = (residentWith(desktop, kManyTags) - ten) / static_cast<double>(kManyTags - kTags);
+    const double each =
+        (residentWith(desktop, kManyTags) - ten) / static_cast<double>(kManyTags - kUsualTags);
     rows.push_back({"resident memory, ten tags", fmt::format("{:.1f} MiB", ten), "<= 32 MiB", ten <= 32});
     rows.push_back(
         {"resident memory, each further tag", fmt::format("{:.2f} MiB", each), "<= 0.02 MiB", each <= 0.02});
@@ -50,7 +49,7 @@ void pointAtTheTag(PrivateDesktop& desktop) {
     throw std::runtime_error("no tag can be seen");
 }
 
-// What the application does for so long, which includes nothing that anyone asks of it.
+// Processor time and wake-ups of the application while nobody asks anything of it.
 struct Idling {
     std::string mode;
     double mostPercent;
@@ -59,9 +58,9 @@ struct Idling {
 void measureIdling(PrivateDesktop& desktop, const Idling& idling, const Effort& effort,
                    std::vector<Row>& rows) {
     const auto application = desktop.start({PrivateDesktop::program("orvello")});
-    awaitClients(desktop, kTags);
+    awaitClients(desktop, kUsualTags);
     if (idling.pointsAtTag) pointAtTheTag(desktop);
-    std::this_thread::sleep_for(kSettles);
+    std::this_thread::sleep_for(kSettlingTime);
     const auto pid = application.pid();
     const auto wakeUps = [&] { return statusNumber(pid, "voluntary_ctxt_switches:"); };
     const std::chrono::duration<double> time = std::chrono::milliseconds(200) * effort.pairs;
@@ -77,14 +76,14 @@ void measureIdling(PrivateDesktop& desktop, const Idling& idling, const Effort& 
                     fmt::format("{:.1f}", wokenEachSecond), "<= 12", wokenEachSecond <= 12});
 }
 
-// What the idle application asks the display server, and the message bus, where KWin does not tell of its
-// overview by itself.
+// The idle application's questions to the display server, and to the message bus, where KWin does not tell of
+// its overview by itself.
 void measureRequests(const Effort& effort, std::vector<Row>& rows) {
     PrivateDesktop desktop({.windowManager = {.kind = WindowManager::Kwin}});
-    tagSpaces(desktop, kTags);
+    tagSpaces(desktop, kUsualTags);
     const auto application = desktop.start({PrivateDesktop::program("orvello")});
-    awaitClients(desktop, 2 * kTags);
-    std::this_thread::sleep_for(kSettles);
+    awaitClients(desktop, 2 * kUsualTags);
+    std::this_thread::sleep_for(kSettlingTime);
     const auto time = std::chrono::milliseconds(200) * effort.pairs;
     CallCounter calls(desktop, application.pid(), "writev,sendmsg");
     std::this_thread::sleep_for(time);
@@ -130,7 +129,7 @@ std::vector<Row> measureApplication(const Effort& effort) {
     std::vector<Row> rows;
     measureMemory(desktop, rows);
     awaitNoClients(desktop);
-    tagSpaces(desktop, kTags);
+    tagSpaces(desktop, kUsualTags);
     measureIdling(desktop, {"always visible", 0.12}, effort, rows);
     awaitNoClients(desktop);
     measureIdling(desktop, {"the pointer on a tag", 0.12, true}, effort, rows);

@@ -29,7 +29,8 @@ void awaitRoot(PrivateDesktop& desktop, const std::string& what, const std::func
             changed = true;
         }
         if (changed) continue;
-        if (poll(&readable, 1, 30000) <= 0) throw std::runtime_error(what + " does not come");
+        if (poll(&readable, 1, static_cast<int>(desktop_test::kGenerousDeadline.count())) <= 0)
+            throw std::runtime_error(what + " does not come");
     }
 }
 

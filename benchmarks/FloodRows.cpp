@@ -21,13 +21,12 @@ using desktop_test::Process;
 using desktop_test::WindowManager;
 using desktop_test::XClient;
 
-constexpr std::size_t kTags = 10;
 constexpr int kChanges = 100000;
-constexpr auto kSettles = std::chrono::seconds(3);
 constexpr auto kFrame = std::chrono::milliseconds(16);
 constexpr double kQuestionsOfARead = 2;  // the root's properties, then those of the window manager's window
 
-// Sets the current desktop's property to what it is, over and over, which is told of every time.
+// Sets the current desktop's property to the value that it has, over and over; the server tells of it each
+// time.
 void changeRootProperties(XClient& x) {
     const auto property = x.atom("_NET_CURRENT_DESKTOP");
     const std::uint32_t first = 0;
@@ -45,7 +44,8 @@ desktop_test::Reply<xcb_generic_event_t> awaitEvent(XClient& x, std::uint8_t typ
             desktop_test::Reply<xcb_generic_event_t> owned(event);
             if (desktop_test::typeOf(*owned) == type) return owned;
         }
-        if (poll(&readable, 1, 30000) <= 0) throw std::runtime_error("an event does not come");
+        if (poll(&readable, 1, static_cast<int>(desktop_test::kGenerousDeadline.count())) <= 0)
+            throw std::runtime_error("an event does not come");
     }
 }
 
@@ -74,7 +74,7 @@ void awaitDrained(PrivateDesktop& desktop, const Process& application) {
     }
 }
 
-// What the processor needs to do no more than take the changes' events, in a thread of its own.
+// The processor time for taking the changes' events and no more, in a thread of its own.
 class BareListener {
   public:
     explicit BareListener(const std::string& display) : x_(display) {
@@ -128,10 +128,10 @@ Row measureReads(PrivateDesktop& desktop, const Process& application) {
 
 std::vector<Row> measureFlood(const Effort& effort) {
     PrivateDesktop desktop({.windowManager = {.kind = WindowManager::Openbox}});
-    tagSpaces(desktop, kTags);
+    tagSpaces(desktop, kUsualTags);
     const auto application = desktop.start({PrivateDesktop::program("orvello")});
-    awaitClients(desktop, kTags);
-    std::this_thread::sleep_for(kSettles);
+    awaitClients(desktop, kUsualTags);
+    std::this_thread::sleep_for(kSettlingTime);
     changeRootProperties(desktop.x());
     awaitDrained(desktop, application);
     const double before = residentMiB(application.pid());

@@ -11,7 +11,7 @@
 namespace benchmark {
 
 using Milliseconds = std::chrono::duration<double, std::milli>;
-// Does what is measured, once, and says how long that took.
+// Makes a measured run and gives its duration.
 using Timed = std::function<Milliseconds()>;
 
 // Of at least one value.

@@ -12,12 +12,12 @@
 
 namespace benchmark {
 
-// What the system tells of a process that runs.
+// The system's figures of a running process.
 
 // A number from a line of /proc/<pid>/status. Throws std::runtime_error when the process has ended.
 [[nodiscard]] double statusNumber(pid_t process, std::string_view name);
 [[nodiscard]] double residentMiB(pid_t process);
-// The processor time that it has used.
+// The processor time that the process has used.
 [[nodiscard]] std::chrono::nanoseconds processorTime(pid_t process);
 
 // Counts some system calls of a process from now until `stop`.
@@ -26,7 +26,7 @@ class CallCounter {
     // `calls` by name, separated by commas. Throws std::runtime_error when the process cannot be traced.
     CallCounter(const desktop_test::PrivateDesktop& desktop, pid_t process, const std::string& calls);
     void stop() { tracer_.stop(); }
-    // Once it has stopped.
+    // Only after `stop`.
     [[nodiscard]] int count(const std::string& call) const;
 
   private:

@@ -51,7 +51,7 @@ bool shows(PrivateDesktop& desktop, const Spot& spot) {
 void await(const std::string& what, const std::function<bool()>& condition) {
     const auto start = Clock::now();
     while (!condition()) {
-        if (Clock::now() - start > std::chrono::seconds(30))
+        if (Clock::now() - start > desktop_test::kGenerousDeadline)
             throw std::runtime_error(fmt::format("{}: not seen", what));
         std::this_thread::sleep_for(std::chrono::microseconds(50));
     }
@@ -192,7 +192,7 @@ class OverviewOpenings {
     void awaitClosed() {
         await("the end of the overview",
               [&] { return !shows(desktop_, tagSpot_) && !shows(desktop_, plainSpot_); });
-        std::this_thread::sleep_for(std::chrono::seconds(3));  // the tags are small again
+        std::this_thread::sleep_for(kSettlingTime);  // the tags are small again
     }
 
     PrivateDesktop& desktop_;

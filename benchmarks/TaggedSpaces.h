@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 
@@ -7,11 +8,15 @@
 
 namespace benchmark {
 
-// What is measured on: a desktop with tags and settings, written before the application starts.
+// The tags and settings that a measured application finds, written before it starts.
+
+inline constexpr std::size_t kUsualTags = 10;
+// The application has done everything that belongs to its start by then.
+inline constexpr std::chrono::seconds kSettlingTime(3);
 
 // Tags the Spaces over and over again, which costs as much as tagging that many Spaces.
 void tagSpaces(const desktop_test::PrivateDesktop& desktop, std::size_t count);
-// Tags this one alone (counted from 0).
+// Tags one Space alone (counted from 0).
 void tagSpace(const desktop_test::PrivateDesktop& desktop, std::uint32_t space);
 // Chooses the mode that shows tags for a glance alone.
 void hideDuringWork(const desktop_test::PrivateDesktop& desktop);
