@@ -27,7 +27,7 @@ inline constexpr int kAbout = 12;
 inline constexpr int kQuit = 13;
 }  // namespace menu_row
 
-// The toolkit's highlight, of a row that is chosen by Return.
+// The toolkit's highlight of the row that Return chooses.
 inline constexpr Rgb kHighlight = 0x2B7DB0;
 
 // A desktop on which the user does everything by mouse and keys.
@@ -45,7 +45,7 @@ class InterfaceDesktop : public DesktopWithTags {
         press(XK_Escape);
         ASSERT_TRUE(isGone("Tag This Space"));
     }
-    // The same, whatever panels come up, after ending the one before.
+    // Ends the application before, and starts it whatever panels come up.
     void startApplicationAnew() {
         application_.reset();
         application_.emplace(start({program("orvello")}));

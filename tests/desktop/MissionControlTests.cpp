@@ -18,7 +18,7 @@ namespace {
 constexpr std::uint32_t kWallpaper = 0x30343F;
 constexpr std::uint32_t kPaper = 0xF4F1EA;
 
-// Tagged desktops and the running application, with KWin where nothing else is said.
+// Tagged desktops and the running application, with KWin unless told otherwise.
 class OverviewDesktop : public TaggedDesktop {
   public:
     explicit OverviewDesktop(WindowManagerOptions options = {.kind = WindowManager::Kwin, .composited = true})
@@ -218,7 +218,7 @@ TEST(MissionControlTest, FollowsATagThatTheUserMovesInIt) {
     ASSERT_TRUE(desktop.goToDesktop(0));
     ASSERT_TRUE(desktop.waitForTagOf(0));
 
-    // Two that end on one desktop were not moved by the user.
+    // When two tags end on one desktop, the user has not moved them.
     desktop.open("ShowDesktopGrid");
     x.moveToDesktop(mail, 3);
     x.moveToDesktop(code, 3);
@@ -281,14 +281,13 @@ TEST(MissionControlTest, TakesDesktopsThatComeAndGoWhileItIsOpen) {
     EXPECT_TRUE(desktop.waitForTagOf(0));
     ASSERT_TRUE(desktop.goToDesktop(1));
     EXPECT_TRUE(desktop.waitForTagOf(1));
-    // The third one went, and the window manager put its windows on another.
+    // The third desktop went, and the window manager put its windows on another.
     ASSERT_TRUE(desktop.goToDesktop(2));
     EXPECT_TRUE(desktop.waitForTagOf(3)) << "a new desktop has no tag";
     EXPECT_EQ(bindings(), before);
 }
 
-// Five desktops, of which the first, third and fourth are tagged, and what the desktop's own settings do to
-// their row.
+// Five desktops, of which the first, third and fourth are tagged, changed through the desktop's own settings.
 class RenumberedDesktop : public OverviewDesktop {
   public:
     RenumberedDesktop() : OverviewDesktop({.kind = WindowManager::Kwin, .desktops = 5, .composited = true}) {
@@ -312,7 +311,7 @@ class RenumberedDesktop : public OverviewDesktop {
         replaceWindowManager();
     }
 
-    // Counted from 0; as many as there are desktops for a tag whose own is gone.
+    // Counted from 0; the number of desktops for a tag whose own is gone.
     std::uint32_t desktopOfTag(std::size_t tag) {
         std::vector<std::string> uuids;
         for (const auto& space : spaces()) uuids.push_back(space.at("uuid"));

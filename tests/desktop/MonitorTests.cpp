@@ -66,7 +66,7 @@ TEST_P(TagsOnMonitorsTest, StayInReachWhenTheirMonitorIsUnplugged) {
     drag("Mail", {kLarge.width + 500, 400}, true);
     EXPECT_TRUE(waitUntil([&] { return isDetached(0); }));
 
-    // An anchored one takes the others along, for good.
+    // An anchored tag takes the others along, for good.
     const Center shared{kLarge.width + kMedium.width - 300, 100};
     ASSERT_TRUE(desktop.goToDesktop(1));
     ASSERT_TRUE(desktop.waitForTagOf(1));

@@ -1,4 +1,4 @@
-// What the application knows of real overviews.
+// Real overviews, as the application sees them.
 
 #include <gtest/gtest.h>
 
@@ -144,7 +144,7 @@ TEST(OverviewProgramsTest, AreKnownByTheirFullScreenWindows) {
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         const auto window = makeWindow(x, c.windowClass, c.frame, c.isManaged);
-        // When this one is known the application has looked at the other's class too.
+        // When this window is known the application has looked at the other's class, too.
         const auto later = makeWindow(x, kSkippy, kWholeScreen, false);
         EXPECT_TRUE(watcher.waitUntilOpen(true));
         xcb_destroy_window(x.connection(), later);

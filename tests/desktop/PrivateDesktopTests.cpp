@@ -20,7 +20,7 @@ void PrintTo(const DesktopCase& desktopCase, std::ostream* out) {
 
 class PrivateDesktopTest : public testing::TestWithParam<DesktopCase> {};
 
-// The whole of what the other tests lean on: the count of desktops, a window kept on one of them, what the
+// Everything that the other tests lean on: the count of desktops, a window kept on one of them, what the
 // screen shows there, a click that arrives, and nothing left behind.
 TEST_P(PrivateDesktopTest, ShowsAWindowOnItsDesktopAloneAndLeavesNoProcess) {
     std::string folder;

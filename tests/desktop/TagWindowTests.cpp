@@ -226,7 +226,7 @@ TEST_P(TagWindowsTest, SurviveTheWindowManagersEnd) {
     TaggedDesktop desktop(GetParam().windowManager);
     auto application = desktop.start({desktop.program("orvello")});
     ASSERT_TRUE(desktop.waitForTagOf(0)) << application.standardError();
-    // What it was asked to show and has not looked at yet would end with it.
+    // Requests that the window manager has not looked at yet would end with it.
     for (const auto& tag : kTags)
         for (const bool backup : managedWindows())
             ASSERT_TRUE(waitUntil([&] {
@@ -343,7 +343,7 @@ TEST(ApplicationTest, KeepsItsArgumentsFromTheToolkit) {
 TEST(ApplicationTest, StartsNoSessionBus) {
     TaggedDesktop desktop({.kind = WindowManager::Openbox});
     ASSERT_FALSE(desktop.environment.contains("DBUS_SESSION_BUS_ADDRESS"));
-    // Found before any that is installed; what libraries start a bus with.
+    // Found before an installed one: the program by which libraries start a bus.
     const auto started = desktop.folder() / "started";
     const auto launcher = desktop.folder() / "programs/dbus-launch";
     std::filesystem::create_directories(launcher.parent_path());

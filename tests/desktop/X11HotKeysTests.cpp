@@ -30,7 +30,7 @@ class HotKeysTest : public testing::Test {
     }
 
     void type(std::initializer_list<xcb_keycode_t> keys) { desktop_.devices().typeKeys(keys); }
-    // What the hot keys have told since the last call, as "+1" and "-1", and "A" for a key of the window's.
+    // The hot keys' events since the last call, as "+1" and "-1", and "A" for a key of the window's.
     std::string told() {
         type({kA});
         const auto isThere = [this] {

@@ -50,13 +50,13 @@ class WatchedDesktop : public PrivateDesktop {
     }
 
     void type(std::initializer_list<xcb_keycode_t> keys) { devices().typeKeys(keys); }
-    // The desktop's own are these.
+    // Makes these the desktop's own shortcuts, all with one meaning.
     void setShortcuts(const std::vector<KeyChord>& chords, const KeyEvent& meaning) {
         std::vector<TranslatedShortcut> shortcuts;
         for (const auto& chord : chords) shortcuts.push_back({chord, meaning});
         monitor.setShortcuts(shortcuts);
     }
-    // What has been seen since the last call, after everything that was typed.
+    // The keys seen since the last call, after everything that was typed.
     std::vector<KeyEvent> take() {
         constexpr std::uint16_t kF20 = 90;  // a key that no test types
         type({198});

@@ -21,8 +21,8 @@ class X11ScreenPowerTest : public testing::Test {
         xcb_force_screen_saver(desktop_.x().connection(), mode);
         desktop_.x().synchronize();
     }
-    // What is told of all that the server has done so far: waiting for it has its events read, and a turn of
-    // the main loop delivers them.
+    // The events since the last call: waiting for the server reads them, and a turn of the main loop delivers
+    // them.
     std::vector<SessionEvent> take() {
         connection_->synchronize();
         bool turned = false;

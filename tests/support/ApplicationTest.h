@@ -41,7 +41,7 @@ class ApplicationTest : public testing::Test {
         for (auto& line : lines) line.erase(0, line.find(' ', kTimeAndSpaces) + 1);
         return lines;
     }
-    // The same without the time stamps that lines about Mission Control carry besides.
+    // The same without the second time stamp of lines about Mission Control.
     static Texts messages() {
         auto lines = logged();
         for (auto& line : lines)

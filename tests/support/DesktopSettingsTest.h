@@ -13,10 +13,10 @@
 
 namespace platform::freedesktop {
 
-// A bus and programs of the test's own, of which a desktop's settings are asked.
+// A bus and programs of the test's own, which answer for a desktop's settings.
 class DesktopSettingsTest : public testing::Test {
   protected:
-    // A program that does what the shell script says; it takes the former one's place at once.
+    // Makes a program of the shell script, in place of the one before.
     void writeGsettings(const std::string& script) const {
         const auto written = folder_.path() / "new";
         desktop_test::writeFile(written, "#!/bin/sh\n" + script + "\n");

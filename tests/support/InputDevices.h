@@ -9,9 +9,8 @@
 namespace desktop_test {
 
 // The user's hands: a pointer and a keyboard driven through the X test extension. Every operation returns
-// when the server has taken the event; a button waits until the server has also acted on it, which it does
-// late while a window manager holds the pointer to look at a click. Events that pile up in that time can be
-// lost.
+// when the server has taken the event. A button also waits until the server has acted on it, which takes
+// longer while a window manager holds the pointer to look at a click: events that pile up then can be lost.
 class InputDevices {
   public:
     // `client` outlives this object.

@@ -10,17 +10,17 @@
 
 namespace desktop_test {
 
-// The application's own main loop, for tests of code that really waits. One at a time.
+// The application's own main loop, for tests of code that really waits. There is one at a time.
 struct MainLoop {
     MainLoop() = default;
     MainLoop(const MainLoop&) = delete;
     MainLoop& operator=(const MainLoop&) = delete;
-    // What waits for the loop to be deleted is deleted, with no loop to do it.
+    // Deletes the objects whose deletion has been left to the loop.
     ~MainLoop() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 
     // Runs until `holds` says true; false when it still does not at the deadline.
     [[nodiscard]] bool runUntil(const std::function<bool()>& holds) {
-        QTimer wake;  // what is waited for may happen elsewhere
+        QTimer wake;  // the state may change outside this loop
         wake.start(std::chrono::milliseconds(10));
         const auto end = runLoop.now() + kGenerousDeadline;
         while (!holds()) {

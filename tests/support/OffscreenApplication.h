@@ -9,8 +9,8 @@
 
 namespace desktop_test {
 
-// The toolkit without a screen, for tests of single widgets. One at a time. Which offscreen screens there are
-// can be given in the environment, as the toolkit has it: QT_QPA_PLATFORM=offscreen:configfile=FILE.
+// The toolkit without a screen, for tests of single widgets. There is one at a time. The environment can
+// describe its screens (QT_QPA_PLATFORM=offscreen:configfile=FILE).
 class OffscreenApplication {
   public:
     OffscreenApplication() {
@@ -19,10 +19,10 @@ class OffscreenApplication {
     }
     OffscreenApplication(const OffscreenApplication&) = delete;
     OffscreenApplication& operator=(const OffscreenApplication&) = delete;
-    // What waits for the main loop to be deleted is deleted, with no loop to do it.
+    // Deletes the objects whose deletion has been left to the main loop.
     ~OffscreenApplication() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 
-    // Does what is due now.
+    // Handles everything that is due now.
     static void settle() { QCoreApplication::processEvents(); }
 
   private:

@@ -94,7 +94,7 @@ class PrivateDesktop::FailurePhotographer : public ::testing::EmptyTestEventList
   private:
     void keepPicture() {
         if (!desktop_.server().isRunning() || !desktop_.x().isAlive()) return;
-        desktop_.server().signal(SIGCONT);  // a stopped one would never answer
+        desktop_.server().signal(SIGCONT);  // a stopped server never answers
         try {
             takePicture(desktop_.x()).writePng(file_);
             std::cerr << "The screen at this failure: " << file_.string() << "\n";
@@ -240,7 +240,7 @@ void PrivateDesktop::replaceWindowManager() {
 
 void PrivateDesktop::launchWindowManager(bool replacing) {
     const auto& options = options_.windowManager;
-    // One that starts after another has ended may get the same window number.
+    // A window manager that starts after another has ended may get the same window number.
     const auto formerCheck =
         replacing ? client_->cardinal(client_->root(), "_NET_SUPPORTING_WM_CHECK") : std::nullopt;
     auto launch = launchOf(options, configFolder(), replacing);
@@ -257,9 +257,9 @@ void PrivateDesktop::launchWindowManager(bool replacing) {
     requireManagedWindow();
 }
 
-// A window manager announces itself before it listens: openbox loses what is mapped in between. So it is
-// ready when it manages a window. That window is this connection's, whose numbers are not given out again:
-// KWin may still let go of it when the test's own window is there.
+// A window manager announces itself before it listens: openbox loses windows that are mapped in between. So
+// it is ready when it manages a window. That window is this connection's, whose numbers are not given out
+// again: KWin may still let go of it when the test's own window is there.
 void PrivateDesktop::requireManagedWindow() {
     auto* connection = client_->connection();
     const auto name = nameOf(options_.windowManager.kind);

@@ -45,7 +45,7 @@ class PrivateDesktop {
     PrivateDesktop& operator=(const PrivateDesktop&) = delete;
     ~PrivateDesktop();
 
-    // What programs are started with: PATH, HOME, the XDG folders, DISPLAY, the bus. Tests may change it.
+    // The environment of the programs: PATH, HOME, the XDG folders, DISPLAY, the bus. Tests may change it.
     Environment environment;
 
     [[nodiscard]] const std::filesystem::path& folder() const { return folder_.path(); }
@@ -55,7 +55,7 @@ class PrivateDesktop {
     [[nodiscard]] std::filesystem::path runtimeFolder() const { return folder() / "run"; }
     // The settings of a user who has seen the welcome, and these besides; the desktop starts with the former.
     void writeSettings(nlohmann::json settings = nlohmann::json::object()) const;
-    // Those of a user who starts the program for the first time.
+    // The settings of a user who starts the program for the first time.
     void removeSettings() const { std::filesystem::remove(settingsFile()); }
     [[nodiscard]] std::filesystem::path settingsFile() const {
         return configFolder() / "orvello/defaults.json";
@@ -81,14 +81,14 @@ class PrivateDesktop {
 
     // Starts the window manager, again after one that has ended, and waits until it is ready.
     void startWindowManager();
-    // Starts a second one that takes over from the first, and waits until it has.
+    // Starts a second window manager that takes over from the first, and waits until it has.
     void replaceWindowManager();
     // Starts a compositor of its own beside the window manager (picom), or ends it.
     void startCompositor();
     void stopCompositor();
 
-    // On a desktop with `monitors`: these, side by side from the left, the first the primary one; none at all
-    // is possible too. At most three, of 1280×800, 1024×768 or 800×600.
+    // On a desktop with `monitors`: sets these up side by side from the left, the first as the primary one.
+    // None at all is possible, too, three at most, of 1280×800, 1024×768 or 800×600.
     void setMonitors(const std::vector<ScreenSize>& monitors);
 
     // Opens or closes an overview of KWin's by its shortcut's name; false when KWin does not take it.

@@ -29,7 +29,7 @@ class Process {
     ~Process() { stop(); }
 
     [[nodiscard]] pid_t pid() const { return pid_; }
-    // What it has written so far.
+    // Its output so far.
     [[nodiscard]] std::string standardOutput() const;
     [[nodiscard]] std::string standardError() const;
 
@@ -38,7 +38,7 @@ class Process {
     std::optional<int> wait(std::chrono::milliseconds deadline = kGenerousDeadline);
     // Sends a signal to this process alone.
     void signal(int number) const;
-    // Asks the whole group to end, then kills what is left of it, and waits for that.
+    // Asks the whole group to end, kills the rest of it after a while, and waits for its end.
     void stop();
 
   private:
@@ -60,7 +60,7 @@ struct CommandResult {
     std::string standardError;
 };
 
-// Runs a command to its end; one that is late is stopped and has no status.
+// Runs a command to its end. A late command is stopped and has no status.
 [[nodiscard]] CommandResult runCommand(const std::vector<std::string>& command,
                                        const Environment& environment,
                                        std::chrono::milliseconds deadline = kGenerousDeadline);

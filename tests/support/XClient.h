@@ -58,7 +58,7 @@ class XClient {
     [[nodiscard]] std::optional<std::vector<std::uint32_t>> cardinals(xcb_window_t window,
                                                                       const std::string& property);
     [[nodiscard]] std::optional<std::uint32_t> cardinal(xcb_window_t window, const std::string& property);
-    // The bytes as they are, for UTF8_STRING and STRING.
+    // The bytes, unconverted, of a UTF8_STRING or STRING.
     [[nodiscard]] std::optional<std::string> text(xcb_window_t window, const std::string& property);
     // The names of the atoms in a list such as _NET_WM_STATE; empty without the property.
     [[nodiscard]] std::vector<std::string> atoms(xcb_window_t window, const std::string& property);
@@ -66,7 +66,7 @@ class XClient {
                       std::span<const std::uint32_t> values);
     void removeProperty(xcb_window_t window, const std::string& property);
 
-    // What the window manager says.
+    // The window manager's properties of the root window.
     [[nodiscard]] bool hasWindowManager();
     [[nodiscard]] std::optional<std::uint32_t> numberOfDesktops();
     [[nodiscard]] std::optional<std::uint32_t> currentDesktop();
@@ -83,7 +83,7 @@ class XClient {
     void setNumberOfDesktops(std::uint32_t count);
     void moveToDesktop(xcb_window_t window, std::uint32_t desktop);
 
-    // Windows, whoever made them and whether or not they are managed or mapped.
+    // All windows, of any program, managed and mapped or not.
     [[nodiscard]] std::vector<xcb_window_t> allWindows();
     [[nodiscard]] std::optional<xcb_window_t> findByTitle(const std::string& title);
     [[nodiscard]] std::vector<xcb_window_t> findByPid(std::uint32_t pid);

@@ -19,7 +19,7 @@ RawInput::RawInput(XConnection& connection, XEvents& events) : connection_(conne
 void RawInput::select(std::uint32_t eventMask) {
     if (!isAvailable() || (eventMask & ~eventMask_) == 0) return;
     eventMask_ |= eventMask;
-    // Master devices alone: what a keyboard sends is reported for its master again.
+    // Master devices alone: the server reports a keyboard's events for its master again.
     const struct {
         xcb_input_event_mask_t header;
         std::uint32_t mask;

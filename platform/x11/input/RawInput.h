@@ -9,24 +9,24 @@
 
 namespace platform::x11 {
 
-// What the user did with a keyboard or a pointer.
+// A key or a button that went down or came up.
 struct RawInputEvent {
     std::uint16_t type = 0;    // XCB_INPUT_RAW_KEY_PRESS and so on
     std::uint32_t detail = 0;  // the X key code or the button
     xcb_timestamp_t time = XCB_CURRENT_TIME;
 };
 
-// The raw events of XInput 2: all that the user does with keyboards and pointers, whichever program has them,
-// grabs included. Nothing is taken from that program. A held key is reported once; the server repeats keys
-// only for the program that has the keyboard.
+// Follows the raw events of XInput 2: every key and button, whichever program gets it, and during grabs too.
+// No program loses an event. A held key is reported once, since the server repeats keys only for the program
+// that has the keyboard.
 class RawInput {
   public:
-    // Waits for the server's version of the extension.
+    // Waits for the server to tell its version of the extension.
     RawInput(XConnection& connection, XEvents& events);
 
     // Whether raw events come at all, and during other programs' grabs too (XInput 2.1).
     [[nodiscard]] bool isAvailable() const { return opcode_ != 0; }
-    // Adds to what is reported: XCB_INPUT_XI_EVENT_MASK_RAW_….
+    // Adds to the reported kinds of events: XCB_INPUT_XI_EVENT_MASK_RAW_….
     void select(std::uint32_t eventMask);
     Subscription subscribe(std::function<void(const RawInputEvent&)> handler) {
         return handlers_.subscribe(std::move(handler));

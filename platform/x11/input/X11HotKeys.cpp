@@ -32,7 +32,7 @@ X11HotKeys::X11HotKeys(XConnection& connection, XEvents& events, RawInput& input
       rawEvents_(input.subscribe([this](const auto& event) { handleRaw(event); })) {
     input.select(XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE);
     if (!keyboard.isAvailable()) return;
-    // Else a held key seems to be let go of and pressed again and again.
+    // Without it the server tells of a held key as released and pressed again and again.
     constexpr std::uint32_t kDetectable = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
     connection_.discard(xcb_xkb_per_client_flags(connection_.get(), XCB_XKB_ID_USE_CORE_KBD, kDetectable,
                                                  kDetectable, 0, 0, 0));
@@ -102,8 +102,7 @@ void X11HotKeys::handleRaw(const RawInputEvent& event) {
     }
 }
 
-// The menu's events come on a connection of their own: that the key has come up may be known before that it
-// went down.
+// The menu's events come on the toolkit's connection, so a key's release may be known before its press.
 bool X11HotKeys::pressInMenu(const MenuKeyPress& pressed) {
     const auto& last = lastPresses_[pressed.key];
     const bool isUp = last.time == pressed.time && !last.isDown;
@@ -116,7 +115,7 @@ bool X11HotKeys::pressInMenu(const MenuKeyPress& pressed) {
     return isHotKey;
 }
 
-// A key that repeats is pressed again while it is down.
+// A repeating key is pressed again while it is down.
 bool X11HotKeys::press(const Keys& keys) {
     if (usedUp_.contains(keys.key)) return false;
     bool isHotKey = false;
@@ -128,7 +127,7 @@ bool X11HotKeys::press(const Keys& keys) {
     return isHotKey;
 }
 
-// The modifiers may have come up before.
+// The key alone counts: its modifiers may have come up before.
 void X11HotKeys::release(std::uint32_t key) {
     usedUp_.erase(key);
     for (const auto& [id, grab] : std::map(grabs_))

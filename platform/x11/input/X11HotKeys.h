@@ -21,8 +21,9 @@ struct MenuKeyPress {
     bool isUsed = false;  // whether the menu does something for these keys
 };
 
-// Hot keys by passive grabs on the root window. While one of the application's menus holds the keyboard no
-// grab is told of, so there the menu's own keys count. Raw events tell that a key came up, whoever has it.
+// Registers hot keys as passive grabs on the root window. While one of the application's menus holds the
+// keyboard no passive grab starts, so the menu passes on its keys. Raw events tell when a key comes up,
+// whichever program has it.
 class X11HotKeys final : public HotKeyService {
   public:
     X11HotKeys(XConnection& connection, XEvents& events, RawInput& input, const X11Keyboard& keyboard);
@@ -30,14 +31,14 @@ class X11HotKeys final : public HotKeyService {
     X11HotKeys(const X11HotKeys&) = delete;
     X11HotKeys& operator=(const X11HotKeys&) = delete;
 
-    // Waits for the server, as long as the connection has patience; one that is late refuses nothing.
+    // Waits for the server within the connection's patience. A late server refuses nothing.
     [[nodiscard]] std::int32_t registerHotKey(std::uint32_t id, const KeyEvent& keys) override;
     void unregisterHotKey(std::uint32_t id) override;
     Subscription onHotKey(std::function<void(const HotKeyEvent&)> handler) override {
         return handlers_.subscribe(std::move(handler));
     }
-    // To be told of every key that a menu gets; whether it is a hot key's. One that the menu uses is no hot
-    // key's until it has come up.
+    // Takes in a key press of a menu's, and tells whether it is a hot key's. A key that the menu uses is no
+    // hot key until it has come up. Needs every key press that a menu gets.
     bool pressInMenu(const MenuKeyPress& pressed);
 
   private:
@@ -48,7 +49,7 @@ class X11HotKeys final : public HotKeyService {
     };
     struct Grab {
         Keys keys;
-        std::vector<std::uint16_t> lockStates;  // those of the layout at that time
+        std::vector<std::uint16_t> lockStates;  // the layout's at that time
     };
 
     struct LastPress {
@@ -65,8 +66,8 @@ class X11HotKeys final : public HotKeyService {
     XConnection& connection_;
     const X11Keyboard& keyboard_;
     std::map<std::uint32_t, Grab> grabs_;             // by the caller's number
-    std::set<std::uint32_t> held_;                    // the numbers of those that are down
-    std::set<std::uint32_t> usedUp_;                  // the keys that a menu has used and that are down
+    std::set<std::uint32_t> held_;                    // the numbers of the hot keys that are down
+    std::set<std::uint32_t> usedUp_;                  // keys that a menu has used, until they come up
     std::map<std::uint32_t, LastPress> lastPresses_;  // by key
     Observers<const HotKeyEvent&> handlers_;
     Subscription events_;

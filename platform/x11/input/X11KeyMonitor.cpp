@@ -10,13 +10,13 @@ namespace platform::x11 {
 namespace {
 
 // A keyboard that is unplugged may never tell that its keys came up.
-constexpr auto kLongestHold = std::chrono::seconds(30);
+constexpr auto kLongestHoldTime = std::chrono::seconds(30);
 
 constexpr auto kKeysAndButtons = XCB_INPUT_XI_EVENT_MASK_RAW_KEY_PRESS |
                                  XCB_INPUT_XI_EVENT_MASK_RAW_KEY_RELEASE |
                                  XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS;
 
-// These would mean something to the application that only a shortcut of the desktop's can say.
+// Keys that edit and search in programs. Only as the desktop's shortcuts do they mean something here.
 bool isOfOtherPrograms(std::uint16_t keyCode) {
     constexpr std::array kKeys{key::kLeftArrow, key::kRightArrow, key::kUpArrow, key::kDownArrow, key::kF3};
     return std::ranges::count(kKeys, keyCode) > 0;
@@ -66,7 +66,7 @@ void X11KeyMonitor::release(std::uint32_t key) {
 void X11KeyMonitor::repeat() {
     repeatTimer_ = {};
     const auto keyRepeat = keyboard_.repeatOf(heldKey_);
-    if (!keyRepeat || runLoop_.now() - heldSince_ > kLongestHold) return;
+    if (!keyRepeat || runLoop_.now() - heldSince_ > kLongestHoldTime) return;
     repeatTimer_ = runLoop_.after(keyRepeat->interval, [this] { repeat(); });
     reportPress(heldKey_);
 }

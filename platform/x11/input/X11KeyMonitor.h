@@ -12,8 +12,8 @@
 
 namespace platform::x11 {
 
-// Watches the keys through the server's raw events, without a grab. A held key is repeated here as the server
-// repeats it for the program that has the keyboard, because no raw event tells of that.
+// Watches the keys through the server's raw events, without a grab. It repeats a held key as the server does
+// for the program that has the keyboard, because raw events leave repeats out.
 class X11KeyMonitor final : public KeyMonitor {
   public:
     // `ownWindowHasFocus` says whether this program has the keyboard, without asking the server; empty: it
@@ -23,7 +23,7 @@ class X11KeyMonitor final : public KeyMonitor {
 
     Subscription addGlobalKeyDownMonitor(std::function<void(const KeyEvent&)> handler) override;
 
-    // The desktop's own, instead of those before.
+    // Replaces the desktop's own shortcuts.
     void setShortcuts(std::vector<TranslatedShortcut> shortcuts) { shortcuts_ = std::move(shortcuts); }
 
   private:
@@ -41,8 +41,8 @@ class X11KeyMonitor final : public KeyMonitor {
     RunLoop& runLoop_;
     std::function<bool()> ownWindowHasFocus_;
     std::vector<TranslatedShortcut> shortcuts_;
-    std::uint32_t tappedKey_ = 0;  // pressed last, with nothing after it
-    std::uint32_t heldKey_ = 0;    // the one that repeats
+    std::uint32_t tappedKey_ = 0;  // the latest press, with nothing after it
+    std::uint32_t heldKey_ = 0;    // the key that repeats
     Instant heldSince_;
     Timer repeatTimer_;
     Observers<const KeyEvent&> handlers_;

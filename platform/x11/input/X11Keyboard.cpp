@@ -13,8 +13,8 @@ namespace platform::x11 {
 namespace {
 
 // A change of layout comes as many events, and so does typing on two keyboards in turn.
-constexpr auto kCoalesce = std::chrono::milliseconds(100);
-constexpr auto kRetry = std::chrono::seconds(1);
+constexpr auto kCoalescingDelay = std::chrono::milliseconds(100);
+constexpr auto kRetryDelay = std::chrono::seconds(1);
 
 // The core protocol's list has two groups, each without and with Shift.
 constexpr std::size_t kGroups = 2;
@@ -35,7 +35,7 @@ X11Keyboard::X11Keyboard(XConnection& connection, XEvents& events, RunLoop& runL
     if (!read()) readLater();
 }
 
-// A client of this extension is told of a new layout by its events alone, no longer by MappingNotify.
+// To a client of this extension the server tells of a new layout by these events, no longer by MappingNotify.
 void X11Keyboard::selectEvents() {
     constexpr auto kNewKeyboard = std::uint16_t{XCB_XKB_NKN_DETAIL_KEYCODES};
     constexpr auto kControls = std::uint32_t{XCB_XKB_BOOL_CTRL_REPEAT_KEYS} | XCB_XKB_CONTROL_PER_KEY_REPEAT |
@@ -63,10 +63,10 @@ void X11Keyboard::handle(const xcb_generic_event_t& event) {
 
 void X11Keyboard::readLater() {
     if (readTimer_.isActive()) return;
-    readTimer_ = runLoop_.after(kCoalesce, [this] {
+    readTimer_ = runLoop_.after(kCoalescingDelay, [this] {
         readTimer_ = {};
         if (!read() && !connection_.isBroken())
-            readTimer_ = runLoop_.after(kRetry, [this] {
+            readTimer_ = runLoop_.after(kRetryDelay, [this] {
                 readTimer_ = {};
                 readLater();
             });
@@ -99,7 +99,7 @@ bool X11Keyboard::read() {
     return true;
 }
 
-// Caps Lock has a modifier of its own; the others have whichever the layout gives them.
+// Caps Lock has a modifier of its own; the layout gives the others theirs.
 void X11Keyboard::readLocks(const xcb_get_modifier_mapping_reply_t& mapping) {
     constexpr std::size_t kModifierCount = 8;
     const auto* keys = xcb_get_modifier_mapping_keycodes(&mapping);

@@ -10,17 +10,17 @@
 
 namespace platform::x11 {
 
-// When a held key is pressed again.
+// When a held key repeats.
 struct KeyRepeat {
     Duration delay{};
     Duration interval{};
 };
 
-// The server's keyboard, known without asking: which modifiers are in effect, how keys repeat and which
-// symbols they give. Kept up to date by the events of the X keyboard extension.
+// Knows the server's keyboard without asking: which modifiers are in effect, how keys repeat and which
+// symbols they give. The events of the X keyboard extension keep it up to date.
 class X11Keyboard {
   public:
-    // Waits for what the keyboard is like now.
+    // Waits for the server to describe its keyboard.
     X11Keyboard(XConnection& connection, XEvents& events, RunLoop& runLoop);
 
     // Whether the server tells about its keyboard; otherwise no modifier is ever seen.

@@ -12,8 +12,8 @@ namespace {
 // The buttons as X counts them.
 constexpr std::uint32_t kLeft = 1;
 constexpr std::uint32_t kRight = 3;
-// Window managers put a window in a frame or two, a tray's is a little deeper.
-constexpr int kDeepest = 8;
+// Window managers put a window in a frame or two; a tray puts an icon a little deeper.
+constexpr int kDeepestLevel = 8;
 
 bool belongsTo(xcb_connection_t* connection, xcb_window_t window) {
     const auto* setup = xcb_get_setup(connection);
@@ -60,7 +60,7 @@ bool X11MouseMonitor::isOwn(xcb_window_t window) const {
 xcb_window_t X11MouseMonitor::ownWindowUnderPointer() {
     xcb_window_t top = XCB_WINDOW_NONE;
     auto window = connection_.root();
-    for (int depth = 0; depth < kDeepest; ++depth) {
+    for (int depth = 0; depth < kDeepestLevel; ++depth) {
         const auto cookie = xcb_query_pointer(connection_.get(), window);
         const auto pointer = connection_.reply<xcb_query_pointer_reply_t>(cookie);
         if (!pointer || pointer->child == XCB_WINDOW_NONE) break;

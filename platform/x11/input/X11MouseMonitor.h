@@ -19,8 +19,8 @@ class ToolkitMouse {
     [[nodiscard]] virtual bool isMenuClick(xcb_timestamp_t time) const = 0;
 };
 
-// Watches the mouse buttons through the server's raw events, and asks on whose window the pointer is when one
-// goes down.
+// Watches the mouse buttons through the server's raw events. When one goes down it asks the server whose
+// window the pointer is on.
 class X11MouseMonitor final : public MouseMonitor {
   public:
     X11MouseMonitor(RawInput& input, XConnection& connection, const ToolkitMouse& toolkit)

@@ -9,11 +9,11 @@
 
 namespace platform::x11 {
 
-// On X11 nobody has to be asked: Spaces can be switched when the window manager takes that message, and keys
-// be seen when the server has the extension for it.
+// Tells what X11 lets the application do, which nobody grants: it can switch Spaces where the window manager
+// takes _NET_CURRENT_DESKTOP, and see other programs' keys where the server has XInput 2.1.
 class X11Permissions final : public Permissions {
   public:
-    // `showSettings` opens the settings of the window manager, which are all that a user can change about it.
+    // `showSettings` opens the settings of the window manager, which is all that a user can change.
     X11Permissions(const DesktopSource& desktops, const RawInput& rawInput,
                    std::function<void()> showSettings)
         : desktops_(desktops), rawInput_(rawInput), showSettings_(std::move(showSettings)) {}

@@ -142,7 +142,7 @@ void OverviewPrograms::collectAnswers() {
     update();
 }
 
-// One that is going on may be answered from before the latest change.
+// The server may answer a read that is going on with the list from before the latest change.
 void OverviewPrograms::readClients() {
     if (std::exchange(readsClients_, true)) {
         readsClientsAgain_ = true;
@@ -172,8 +172,8 @@ void OverviewPrograms::look(xcb_window_t window) {
     });
 }
 
-// Its events are selected before it is asked about, so that no change is missed; what they tell is newer than
-// an answer that is collected after them.
+// Selects the window's events before asking about it, so that no change is missed. Events are newer than an
+// answer that is collected after them.
 void OverviewPrograms::follow(xcb_window_t window) {
     overviews_.try_emplace(window);
     const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;

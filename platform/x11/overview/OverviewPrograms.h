@@ -15,16 +15,16 @@
 
 namespace platform::x11 {
 
-// Programs whose full-screen window is an overview of windows and desktops, whatever the window manager.
-// Windows are looked at when they appear; one of such a program is followed from then on. The server is asked
-// without waiting.
+// Knows when a program shows an overview of windows and desktops as a full-screen window, under any window
+// manager. It looks at every window that appears, follows the windows of such programs from then on, and asks
+// the server without waiting.
 class OverviewPrograms final : public OverviewSource {
   public:
     // The names under which the programs are installed, which are also their windows' classes.
     [[nodiscard]] static std::span<const std::string_view> names();
 
-    // Windows that no window manager manages are seen only when one of the programs is installed, because the
-    // server then tells of every window that any program shows, moves or hides.
+    // Sees unmanaged windows only with `areInstalled`, because the server then has to tell of every window
+    // that any program shows, moves or hides.
     OverviewPrograms(XConnection& connection, const Atoms& atoms, XEvents& events, RunLoop& runLoop,
                      Screens& screens, bool areInstalled);
     ~OverviewPrograms() override;
@@ -39,12 +39,12 @@ class OverviewPrograms final : public OverviewSource {
         std::uint32_t width = 0;
         std::uint32_t height = 0;
     };
-    // What is not known is being asked for.
+    // Absent values are being asked for.
     struct Window {
         std::optional<bool> isMapped;
         std::optional<PixelSize> size;
     };
-    // A question to the server and what to do with its answer, which is null for an error.
+    // A question to the server, and what handles its answer: null for an error.
     struct Question {
         unsigned sequence;
         std::function<void(const void* reply)> handle;
@@ -68,7 +68,7 @@ class OverviewPrograms final : public OverviewSource {
     const Screens& screens_;
     const bool areInstalled_;
     std::vector<xcb_window_t> clients_;         // sorted
-    std::map<xcb_window_t, Window> overviews_;  // windows of such programs
+    std::map<xcb_window_t, Window> overviews_;  // the programs' windows
     std::vector<Question> questions_;           // oldest first
     bool readsClients_ = false;                 // the list of clients has been asked for
     bool readsClientsAgain_ = false;

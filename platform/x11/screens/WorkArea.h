@@ -19,17 +19,17 @@ struct Strut {
 [[nodiscard]] std::optional<Strut> strutOf(std::span<const std::uint32_t> partial,
                                            std::span<const std::uint32_t> plain);
 
-// What is left of `area`, a part of the monitor `monitor`, beside the panel; all of it when nothing would be.
+// The rest of `area`, a part of `monitor`, beside the panel; all of it when nothing would be left.
 [[nodiscard]] PixelRect without(const Strut& strut, const PixelRect& area, const PixelRect& monitor,
                                 const PixelRect& root);
 
 // The work area of a desktop from the values of _NET_WORKAREA, four for each; absent when it has none.
 [[nodiscard]] std::optional<PixelRect> workAreaOf(std::span<const std::uint32_t> values,
                                                   std::uint32_t desktop);
-// Whether the desktops have different ones.
+// Whether two desktops have different work areas.
 [[nodiscard]] bool workAreasDiffer(std::span<const std::uint32_t> values);
 
-// What both have; `area` when that is nothing.
+// The part of `area` inside `bounds`; all of it when there is none.
 [[nodiscard]] PixelRect within(const PixelRect& bounds, const PixelRect& area);
 
 }  // namespace platform::x11

@@ -9,10 +9,10 @@ namespace platform::x11 {
 
 // Whether the screens are dark to save power: the server's screen saver is on (MIT-SCREEN-SAVER). The server
 // turns it on too when it puts the monitors into a power saving state (DPMS), which has no events of its own,
-// so nothing is ever asked for.
+// so the server is never asked again.
 class X11ScreenPower {
   public:
-    // Waits for the saver's present state.
+    // Waits for the server to tell the saver's present state.
     X11ScreenPower(XConnection& connection, XEvents& events);
 
     // ScreensDidSleep and ScreensDidWake in turn; never where the server has no such extension.

@@ -13,7 +13,7 @@ namespace platform::x11 {
 
 namespace {
 
-constexpr auto kCoalesce = std::chrono::milliseconds(20);
+constexpr auto kCoalescingDelay = std::chrono::milliseconds(20);
 constexpr auto kLongestPause = std::chrono::seconds(1);
 constexpr std::uint32_t kLongestEdid = 64;  // 32-bit units
 constexpr const char* kNamespace = "4f1d2c66-0b7e-4a90-9c51-3e88d2076a14";
@@ -23,7 +23,7 @@ struct OutputRequest {
     xcb_randr_get_output_property_cookie_t edid;
 };
 
-// Of the output's name and its monitor's description of itself.
+// Made from the output's name and its monitor's EDID.
 std::optional<std::string> outputUuid(const xcb_randr_get_output_info_reply_t* info,
                                       const xcb_randr_get_output_property_reply_t* edid) {
     if (!info) return std::nullopt;
@@ -46,7 +46,7 @@ struct X11Screens::Monitor {
     std::optional<std::string> uuid = std::nullopt;
 };
 
-// What the root window tells beside the monitors.
+// The root window's size, windows and work area.
 struct X11Screens::Desktop {
     PixelRect root;
     std::vector<xcb_window_t> clients;
@@ -54,7 +54,7 @@ struct X11Screens::Desktop {
 };
 
 X11Screens::X11Screens(XConnection& connection, XEvents& events, RunLoop& runLoop, double scale)
-    : connection_(connection), runLoop_(runLoop), scale_(scale), backoff_(kCoalesce, kLongestPause) {
+    : connection_(connection), runLoop_(runLoop), scale_(scale), backoff_(kCoalescingDelay, kLongestPause) {
     const auto atoms = connection_.intern(kAtomNames);
     workArea_ = atoms[0];
     currentDesktop_ = atoms[1];
@@ -122,7 +122,7 @@ void X11Screens::handle(const xcb_generic_event_t& event) {
         changes = property.window == connection_.root() &&
                   (property.atom == workArea_ || (property.atom == currentDesktop_ && workAreasDiffer_));
     }
-    if (changes && !readTimer_.isActive()) readLater(kCoalesce);
+    if (changes && !readTimer_.isActive()) readLater(kCoalescingDelay);
 }
 
 void X11Screens::readLater(Duration delay) {
@@ -150,11 +150,11 @@ bool X11Screens::read() {
     nameMonitors(monitors);
     cutOutPanels(monitors, desktop);
     if (connection_.isLate() || connection_.isBroken()) return false;
-    take(monitors);
+    setScreens(monitors);
     return true;
 }
 
-void X11Screens::take(const std::vector<Monitor>& monitors) {
+void X11Screens::setScreens(const std::vector<Monitor>& monitors) {
     if (!monitors.empty()) coordinates_ = CoordinateSpace(monitors.front().frame, scale_);
     screens_.clear();
     uuids_.clear();

@@ -39,7 +39,7 @@ class X11Screens final : public Screens {
     void readLater(Duration delay);
     void readAndTell();
     [[nodiscard]] bool read();
-    void take(const std::vector<Monitor>& monitors);
+    void setScreens(const std::vector<Monitor>& monitors);
     [[nodiscard]] Desktop readDesktop();
     [[nodiscard]] std::vector<Monitor> readMonitors(const PixelRect& root);
     void nameMonitors(std::vector<Monitor>& monitors);

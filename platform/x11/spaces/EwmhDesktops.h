@@ -13,13 +13,13 @@
 
 namespace platform::x11 {
 
-// What the window system has to know of the desktops.
+// How many desktops there are, and which one is current, counted from 0.
 struct DesktopFacts {
     std::uint32_t count = 0;
     std::optional<std::uint32_t> current;
 };
 
-// What the classes of this layer ask about the desktops and their window manager.
+// Answers this layer's questions about the desktops and their window manager.
 class DesktopSource {
   public:
     virtual ~DesktopSource() = default;
@@ -38,8 +38,8 @@ inline constexpr std::uint32_t kMostClients = 4096;
 // A window's desktop number that means every desktop (EWMH _NET_WM_DESKTOP).
 inline constexpr std::uint32_t kEveryDesktop = 0xFFFFFFFF;
 
-// In the environment of a program that is to move on from the current desktop: its number, counted from 0, by
-// the word of who starts the program and may know better than the root window.
+// The environment variable that tells a program which moves on from the current desktop that desktop's
+// number, counted from 0. The program's starter may know it better than the root window.
 inline constexpr const char* kCurrentDesktopVariable = "ORVELLO_CURRENT_DESKTOP";
 
 // What the window manager says about its desktops (EWMH 1.5, root window properties).
@@ -52,8 +52,8 @@ struct EwmhDesktops {
     [[nodiscard]] bool isKwin() const { return windowManager == "KWin"; }
 };
 
-// Reading takes two round trips: the root's properties, then those of the window manager's check window. The
-// pieces below keep asking and understanding apart, for callers that cannot wait in between.
+// Reading takes two round trips: the root's properties, then the properties of the window manager's check
+// window. Requests and parsing are functions of their own, for callers that cannot wait in between.
 
 struct EwmhRootRequest {
     xcb_get_property_cookie_t check, count, current, supported;
@@ -65,8 +65,8 @@ struct EwmhRootReplies {
 
 struct EwmhRoot {
     enum class State {
-        Absent,        // no window manager, one without desktops, or one that tells nonsense
-        Inconsistent,  // what a window manager leaves behind that has died or is being replaced
+        Absent,        // no window manager, or one without desktops or with nonsense
+        Inconsistent,  // left behind by a window manager that has died or is being replaced
         Unanswered,    // the server has not told in time
         Plausible,     // `desktops` holds, if the check window does
     };
@@ -93,7 +93,7 @@ struct EwmhCheckReplies {
 // Reads the check window of a plausible root, waiting, and takes its word: the window manager's name, or that
 // it is not alive.
 void readCheckWindow(XConnection& connection, const Atoms& atoms, EwmhRoot& root);
-// Both. The state is Plausible only for a window manager that is alive.
+// Reads both, waiting. The state is Plausible only for a window manager that is alive.
 [[nodiscard]] EwmhRoot readRoot(XConnection& connection, const Atoms& atoms);
 
 // The managed ids of the Spaces that a window of this desktop number is on, of `count` desktops; empty for a
@@ -101,14 +101,14 @@ void readCheckWindow(XConnection& connection, const Atoms& atoms, EwmhRoot& root
 [[nodiscard]] std::vector<ManagedSpaceId> managedSpaceIds(std::optional<std::uint32_t> desktop,
                                                           std::uint32_t count);
 
-// Asks the window manager to show a desktop. `time` is a server time stamp.
+// Asks the window manager to show a desktop (EWMH _NET_CURRENT_DESKTOP). `time` is a server time stamp.
 void sendCurrentDesktop(const XConnection& connection, const Atoms& atoms, std::uint32_t desktop,
                         xcb_timestamp_t time);
 
 // Has the server tell its time in an event about a window of our own, which is returned.
 [[nodiscard]] xcb_window_t requestServerTime(const XConnection& connection);
-// The time told for that window, which is destroyed; XCB_CURRENT_TIME when it has not come by `end`. Events
-// that come first are dropped.
+// Waits for the time told for that window, and destroys it; XCB_CURRENT_TIME when it has not come by `end`.
+// Drops the events that come first.
 [[nodiscard]] xcb_timestamp_t awaitServerTime(XConnection& connection, xcb_window_t window, Instant end);
 
 }  // namespace platform::x11

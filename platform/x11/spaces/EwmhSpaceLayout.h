@@ -11,7 +11,7 @@
 
 namespace platform::x11 {
 
-// What the window manager tells of its desktops beside their number; absent when it does not.
+// Asks KWin for the ids of its desktops and the current one, waiting; absent without an answer.
 using AskForDesktopRow = std::function<std::optional<DesktopRow>()>;
 
 // An upper-case version 5 UUID for each desktop, of its number alone: "desktop-1" and so on.
@@ -23,7 +23,7 @@ using AskForDesktopRow = std::function<std::optional<DesktopRow>()>;
 
 // The Space layout of any EWMH window manager, read anew, and waited for, at each question. On KWin a Space
 // is known by its desktop's own id or not at all: while `askKwin` gives no id for every desktop, the answer
-// is absent. What looks like a window manager being replaced is read again for a little while.
+// is absent. While a window manager seems to be replaced it is read again for a little while.
 class EwmhSpaceLayout final : public SpaceLayout {
   public:
     EwmhSpaceLayout(XConnection& connection, const Atoms& atoms, AskForDesktopRow askKwin)

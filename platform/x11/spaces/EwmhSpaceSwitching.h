@@ -6,7 +6,7 @@
 
 namespace platform::x11 {
 
-// Switching by the _NET_CURRENT_DESKTOP message, which is there when the window manager says so. EWMH has
+// Switches by the message _NET_CURRENT_DESKTOP, where the window manager says that it takes it. EWMH has
 // nothing that shows or hides a desktop beside the current one.
 class EwmhSpaceSwitching final : public SpaceSwitchingEntries {
   public:
@@ -25,9 +25,8 @@ class EwmhSpaceSwitching final : public SpaceSwitchingEntries {
     const DesktopSource& desktops_;
 };
 
-// The shortcuts "move left a Space" and "move right a Space" of a desktop that has no such keys everywhere:
-// pressed through this class they move one Space themselves. No key ever gets to the user's programs, where
-// it would mean something else.
+// The shortcuts "move left a Space" and "move right a Space", which not every desktop has: this class moves
+// one Space itself. No key ever gets to the user's programs, where it would mean something else.
 class EwmhSpaceShortcuts final : public SpaceShortcuts {
   public:
     EwmhSpaceShortcuts(XConnection& connection, const Atoms& atoms, const DesktopSource& desktops)

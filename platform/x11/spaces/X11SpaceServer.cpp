@@ -9,10 +9,10 @@ namespace {
 
 constexpr auto kFrame = std::chrono::milliseconds(16);
 constexpr auto kLongestReadPause = std::chrono::seconds(1);
-constexpr auto kKwinRetry = std::chrono::milliseconds(250);
+constexpr auto kFirstKwinPause = std::chrono::milliseconds(250);
 constexpr auto kLongestKwinPause = std::chrono::seconds(8);
-constexpr auto kTakeover =
-    std::chrono::milliseconds(300);  // a new window manager has its desktops in order by then
+// A new window manager has its desktops in order by then.
+constexpr auto kTakeoverDelay = std::chrono::milliseconds(300);
 
 // Whether a desktop that is in both has another number.
 bool areRenumbered(const std::vector<std::string>& before, const std::vector<std::string>& now) {
@@ -32,7 +32,7 @@ X11SpaceServer::X11SpaceServer(XConnection& connection, const Atoms& atoms, XEve
       runLoop_(runLoop),
       requestKwinRow_(std::move(requestKwinRow)),
       readBackoff_(kFrame, kLongestReadPause),
-      kwinBackoff_(kKwinRetry, kLongestKwinPause) {
+      kwinBackoff_(kFirstKwinPause, kLongestKwinPause) {
     desktopNames_ = connection_.intern(kAtomNames).front();
     events.selectOnRoot(XCB_EVENT_MASK_PROPERTY_CHANGE);
     subscription_ = events.subscribe([this](const auto& event) { handle(event); });
@@ -106,7 +106,7 @@ void X11SpaceServer::read() {
     lastRead_ = runLoop_.now();
     if (root.state == EwmhRoot::State::Unanswered) return readAfter(readBackoff_.next());
     readBackoff_.reset();
-    if (root.state == EwmhRoot::State::Plausible) return takeRoot(root);
+    if (root.state == EwmhRoot::State::Plausible) return handleRoot(root);
     desktops_.reset();
     windowManager_ = XCB_WINDOW_NONE;
     compose();
@@ -120,7 +120,7 @@ void X11SpaceServer::watch(xcb_window_t checkWindow) {
     xcb_change_window_attributes(connection_.get(), checkWindow, XCB_CW_EVENT_MASK, &events);
 }
 
-void X11SpaceServer::takeRoot(const EwmhRoot& root) {
+void X11SpaceServer::handleRoot(const EwmhRoot& root) {
     const bool takenOver = windowManager_ != root.checkWindow;
     windowManager_ = root.checkWindow;
     desktops_ = root.desktops;
@@ -128,7 +128,7 @@ void X11SpaceServer::takeRoot(const EwmhRoot& root) {
         kwinRow_.reset();
         kwinRowIsOld_ = isCurrentOld_ = true;
         if (started_)
-            settleTimer_ = runLoop_.after(kTakeover, [this] {
+            settleTimer_ = runLoop_.after(kTakeoverDelay, [this] {
                 settleTimer_ = {};
                 compose();
                 windowManagerChanged_.notify();
@@ -145,10 +145,10 @@ void X11SpaceServer::askKwin() {
     kwinRetry_ = {};
     kwinRowIsOld_ = false;
     kwinIsAsked_ = true;
-    requestKwinRow_([this](KwinRow row) { takeKwinRow(std::move(row)); });
+    requestKwinRow_([this](KwinRow row) { handleKwinRow(std::move(row)); });
 }
 
-void X11SpaceServer::takeKwinRow(KwinRow row) {
+void X11SpaceServer::handleKwinRow(KwinRow row) {
     // When the desktops have changed since it was asked, the next read asks again.
     if (!desktops_ || !desktops_->isKwin() || kwinRowIsOld_) return;
     kwinIsAsked_ = false;
@@ -163,7 +163,7 @@ void X11SpaceServer::takeKwinRow(KwinRow row) {
     compose();
 }
 
-// Puts together what is known and tells when it differs from before.
+// Makes the answer from the window manager's desktops and KWin's row, and tells of a change.
 void X11SpaceServer::compose() {
     std::optional<ManagedDisplaySpaces> answer;
     if (desktops_ && !settleTimer_.isActive()) {

@@ -45,9 +45,9 @@ class X11SpaceServer final : public SpaceLayout, public SpaceNotifications, publ
     }
 
     [[nodiscard]] DesktopFacts facts() const override;
-    // No while the window manager says so; one that has not come yet may well.
+    // False while there is a window manager that does not say so. One that has not come yet may.
     [[nodiscard]] bool canSwitch() const override { return !desktops_ || desktops_->canSwitch; }
-    // The server time of the last change that was told of.
+    // The server time of the root window's latest change.
     [[nodiscard]] xcb_timestamp_t lastTime() const override { return lastTime_; }
 
   private:
@@ -57,9 +57,9 @@ class X11SpaceServer final : public SpaceLayout, public SpaceNotifications, publ
     void readAfter(Duration delay);
     void read();
     void watch(xcb_window_t checkWindow);
-    void takeRoot(const EwmhRoot& root);
+    void handleRoot(const EwmhRoot& root);
     void askKwin();
-    void takeKwinRow(KwinRow row);
+    void handleKwinRow(KwinRow row);
     [[nodiscard]] std::optional<std::uint32_t> current() const;
     void compose();
 
@@ -69,12 +69,12 @@ class X11SpaceServer final : public SpaceLayout, public SpaceNotifications, publ
     RequestKwinRow requestKwinRow_;
     xcb_atom_t desktopNames_ = 0;
     xcb_window_t watched_ = XCB_WINDOW_NONE;        // the check window whose events are selected
-    xcb_window_t windowManager_ = XCB_WINDOW_NONE;  // the check window of the one that `desktops_` is of
+    xcb_window_t windowManager_ = XCB_WINDOW_NONE;  // the check window of the manager that told `desktops_`
     std::optional<EwmhDesktops> desktops_;
     KwinRow kwinRow_;                      // the last that this window manager has told
     std::vector<std::string> numberedAs_;  // the last ids that any has told, in the order of the numbers
     bool kwinRowIsOld_ = false;            // the desktops have changed since KWin was last asked
-    bool isCurrentOld_ = false;            // the root window's current desktop is a number of before that
+    bool isCurrentOld_ = false;            // the root window's current desktop is a number from before that
     bool kwinIsAsked_ = false;
     bool started_ = false;
     std::optional<ManagedDisplaySpaces> answer_;

@@ -9,8 +9,8 @@ namespace {
 
 constexpr std::uint32_t kRequestDock = 0;  // System Tray Protocol, SYSTEM_TRAY_REQUEST_DOCK
 constexpr int kDepthWithAlpha = 32;
-constexpr int kBeside = 2;
-constexpr int kOpaque = 0xC0;
+constexpr int kSampleDistance = 2;          // pixels beside the icon
+constexpr int kLeastAlpha = 192;            // of 255: below, the bar shows the wallpaper
 constexpr std::uint32_t kXembedMapped = 1;  // XEmbed, XEMBED_MAPPED
 
 }  // namespace
@@ -92,13 +92,13 @@ std::optional<Color> SystemTray::colorBeside(WindowNumber window) const {
     const auto size = connection_.reply<xcb_get_geometry_reply_t>(sizeCookie);
     const auto place = connection_.reply<xcb_translate_coordinates_reply_t>(placeCookie);
     if (!size || !place || bar == id) return std::nullopt;
-    const auto x = static_cast<std::int16_t>(std::max(place->dst_x - kBeside, 0));
+    const auto x = static_cast<std::int16_t>(std::max(place->dst_x - kSampleDistance, 0));
     const auto y = static_cast<std::int16_t>(place->dst_y + size->height / 2);
     const auto cookie = xcb_get_image(xcb, XCB_IMAGE_FORMAT_Z_PIXMAP, bar, x, y, 1, 1, ~0U);
     const auto image = connection_.reply<xcb_get_image_reply_t>(cookie);
     if (!image || xcb_get_image_data_length(image.get()) < 4) return std::nullopt;
     const auto* bytes = xcb_get_image_data(image.get());  // blue, green, red on every server of today
-    const bool isTranslucent = image->depth == kDepthWithAlpha && bytes[3] < kOpaque;
+    const bool isTranslucent = image->depth == kDepthWithAlpha && bytes[3] < kLeastAlpha;
     if (isTranslucent) return std::nullopt;
     return Color{bytes[2] / 255.0, bytes[1] / 255.0, bytes[0] / 255.0};
 }

@@ -10,8 +10,8 @@
 
 namespace platform::x11 {
 
-// The screen's system tray, which takes icons' windows into itself (freedesktop.org's System Tray Protocol
-// and XEmbed). There may be none, and one may come and go.
+// Knows the screen's system tray, which takes icons' windows into itself (freedesktop.org's System Tray
+// Protocol and XEmbed). A tray may come and go at any time.
 class SystemTray {
   public:
     static constexpr std::string_view kSelection = "_NET_SYSTEM_TRAY";
@@ -24,7 +24,8 @@ class SystemTray {
     [[nodiscard]] std::optional<WindowNumber> owner() const;
     // Whether icons are to have an alpha channel; elsewhere a tray may not take in a window with one.
     [[nodiscard]] bool wantsAlpha() const;
-    // Asks the tray to take the window in and to show it, and tells each time that it has, or has let it go.
+    // Asks the tray to take the window in and to show it. `changed` hears each time that the tray has,
+    // or has let the window go.
     [[nodiscard]] Subscription dock(WindowNumber window, std::function<void(bool isTaken)> changed);
     // The colour beside a window that the tray has taken in; absent when it cannot be seen.
     [[nodiscard]] std::optional<Color> colorBeside(WindowNumber window) const;
