@@ -50,6 +50,8 @@ class EditTagsList {
 
     // The manager and the Spaces outlive the list.
     EditTagsList(TagManager& manager, const SpaceIdentifier& spaces, std::function<void()> showSettings);
+    EditTagsList(const EditTagsList&) = delete;
+    EditTagsList& operator=(const EditTagsList&) = delete;
 
     // In the order of their Spaces.
     [[nodiscard]] std::vector<Row> rows() const;

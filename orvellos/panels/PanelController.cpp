@@ -77,7 +77,8 @@ void PanelController::showWelcome(WelcomeForm::Mode mode) {
 }
 
 void PanelController::showQuickSwitcher() {
-    if (const auto& open = panel(PanelKind::QuickSwitcher)) open->quickSwitcher->showAgain(spaceRows());
+    if (const auto& open = panel(PanelKind::QuickSwitcher))
+        std::get<QuickSwitcher>(open->model).showAgain(spaceRows());
     show(PanelKind::QuickSwitcher);
 }
 
@@ -110,54 +111,56 @@ void PanelController::bringToFront() {
 
 void PanelController::show(PanelKind kind) {
     if (!panel(kind)) {
-        panel(kind) = make(kind);
-        const auto traits = traitsOf(kind);
-        if (traits.autoDismisses)
-            panel(kind)->autoDismiss = std::make_unique<AutoDismiss>(surroundingsOf(kind), traits.shell.title,
-                                                                     [this, kind] { close(kind); });
-        if (traits.editingSource) services_.editingContext.begin(traits.editingSource);
+        panel(kind) = std::make_unique<Panel>(*this, kind);
+        if (const auto* source = traitsOf(kind).editingSource) services_.editingContext.begin(source);
     }
     std::erase(open_, kind);
     open_.push_back(kind);
     panel(kind)->window->makeKeyAndOrderFront();
 }
 
-std::unique_ptr<PanelController::Panel> PanelController::make(PanelKind kind) {
-    auto made = std::make_unique<Panel>();
-    made->window = services_.host.makePanel(traitsOf(kind).shell, makeContent(kind, *made),
-                                            [this, kind] { forget(kind); });
-    return made;
+PanelController::Panel::Panel(PanelController& controller, PanelKind kind)
+    : model(controller.makeModel(kind)),
+      window(controller.services_.host.makePanel(
+          traitsOf(kind).shell, std::visit([](auto& each) -> PanelContent { return &each; }, model),
+          [&controller, kind] { controller.forget(kind); })) {
+    const auto traits = traitsOf(kind);
+    if (traits.autoDismisses)
+        autoDismiss = std::make_unique<AutoDismiss>(controller.surroundingsOf(kind), traits.shell.title,
+                                                    [&controller, kind] { controller.close(kind); });
 }
 
-PanelContent PanelController::makeContent(PanelKind kind, Panel& panel) {
-    if (kind == PanelKind::CreateTag) {
-        panel.createTag = std::make_unique<CreateTagForm>(
-            randomPaletteColor(),
-            [this](const std::string& label, const std::string& colorHex) { createTag(label, colorHex); },
-            [this] { close(PanelKind::CreateTag); });
-        return panel.createTag.get();
+PanelController::Model PanelController::makeModel(PanelKind kind) {
+    switch (kind) {
+        case PanelKind::CreateTag:
+            return makeCreateForm();
+        case PanelKind::EditTags:
+            return makeEditList();
+        case PanelKind::Settings:
+            return makeSettings();
+        case PanelKind::Welcome:
+            return makeWelcome();
+        case PanelKind::QuickSwitcher:
+            return makeQuickSwitcher();
+        case PanelKind::About:
+            break;
     }
-    if (kind == PanelKind::EditTags) {
-        panel.editTags = std::make_unique<EditTagsList>(services_.manager, services_.spaces,
-                                                        [this] { showSettingsPanel(); });
-        return panel.editTags.get();
-    }
-    if (kind == PanelKind::QuickSwitcher) {
-        panel.quickSwitcher = makeQuickSwitcher();
-        return panel.quickSwitcher.get();
-    }
-    if (kind == PanelKind::Settings) {
-        panel.settings = makeSettings();
-        return panel.settings.get();
-    }
-    if (kind == PanelKind::Welcome) {
-        panel.welcome = makeWelcome();
-        return panel.welcome.get();
-    }
-    return services_.about();
+    return Model(std::in_place_type<About>, services_.about());
 }
 
-std::unique_ptr<QuickSwitcher> PanelController::makeQuickSwitcher() {
+PanelController::Model PanelController::makeCreateForm() {
+    return Model(
+        std::in_place_type<CreateTagForm>, randomPaletteColor(),
+        [this](const std::string& label, const std::string& colorHex) { createTag(label, colorHex); },
+        [this] { close(PanelKind::CreateTag); });
+}
+
+PanelController::Model PanelController::makeEditList() {
+    return Model(std::in_place_type<EditTagsList>, services_.manager, services_.spaces,
+                 [this] { showSettingsPanel(); });
+}
+
+PanelController::Model PanelController::makeQuickSwitcher() {
     auto& manager = services_.manager;
     const auto navigate = [&manager](const MenuSpaceRow& row) {
         auto& navigation = manager.navigation();
@@ -166,27 +169,27 @@ std::unique_ptr<QuickSwitcher> PanelController::makeQuickSwitcher() {
         else
             navigation.navigateToSpace(row.spaceUUID);
     };
-    return std::make_unique<QuickSwitcher>(spaceRows(), navigate,
-                                           [this] { close(PanelKind::QuickSwitcher); });
+    return Model(std::in_place_type<QuickSwitcher>, spaceRows(), navigate,
+                 [this] { close(PanelKind::QuickSwitcher); });
+}
+
+PanelController::Model PanelController::makeSettings() {
+    auto& manager = services_.manager;
+    return Model(std::in_place_type<SettingsForm>,
+                 SettingsForm::Services{services_.settings, services_.recorder, permissionTargets(),
+                                        [&manager] { return manager.navigation().areShortcutsEnabled(); }});
+}
+
+PanelController::Model PanelController::makeWelcome() {
+    return Model(std::in_place_type<WelcomeForm>, welcomeMode_,
+                 WelcomeForm::Services{
+                     services_.settings, permissionTargets(), [this] { close(PanelKind::Welcome); },
+                     [this] { showCreatePanel(services_.spaces.currentSpaceUUIDOnPointerDisplay()); }});
 }
 
 std::vector<MenuSpaceRow> PanelController::spaceRows() {
     return services_.manager.menuRows(
         [this] { return services_.spaces.orderedSpaceUUIDsOnPointerDisplay(); });
-}
-
-std::unique_ptr<SettingsForm> PanelController::makeSettings() {
-    auto& manager = services_.manager;
-    return std::make_unique<SettingsForm>(
-        SettingsForm::Services{services_.settings, services_.recorder, permissionTargets(),
-                               [&manager] { return manager.navigation().areShortcutsEnabled(); }});
-}
-
-std::unique_ptr<WelcomeForm> PanelController::makeWelcome() {
-    return std::make_unique<WelcomeForm>(
-        welcomeMode_, WelcomeForm::Services{
-                          services_.settings, permissionTargets(), [this] { close(PanelKind::Welcome); },
-                          [this] { showCreatePanel(services_.spaces.currentSpaceUUIDOnPointerDisplay()); }});
 }
 
 // Every view of the permissions has a state of its own.

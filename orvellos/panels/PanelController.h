@@ -7,6 +7,7 @@
 #include <optional>
 #include <random>
 #include <string>
+#include <variant>
 #include <vector>
 
 #include "orvellos/panels/AutoDismiss.h"
@@ -53,23 +54,24 @@ class PanelController {
     void close(PanelKind kind);
 
   private:
+    // What a panel says and does, made in its place.
+    using Model = std::variant<CreateTagForm, EditTagsList, QuickSwitcher, SettingsForm, WelcomeForm, About>;
     struct Panel {
-        std::unique_ptr<CreateTagForm> createTag;
-        std::unique_ptr<EditTagsList> editTags;
-        std::unique_ptr<QuickSwitcher> quickSwitcher;
-        std::unique_ptr<SettingsForm> settings;
-        std::unique_ptr<WelcomeForm> welcome;
+        Panel(PanelController& controller, PanelKind kind);
+
+        Model model;
         std::unique_ptr<platform::PanelWindow> window;
-        std::unique_ptr<AutoDismiss> autoDismiss;
+        std::unique_ptr<AutoDismiss> autoDismiss;  // of the panels that have it
     };
 
     void show(PanelKind kind);
-    [[nodiscard]] std::unique_ptr<Panel> make(PanelKind kind);
-    [[nodiscard]] PanelContent makeContent(PanelKind kind, Panel& panel);
-    [[nodiscard]] std::unique_ptr<QuickSwitcher> makeQuickSwitcher();
+    [[nodiscard]] Model makeModel(PanelKind kind);
+    [[nodiscard]] Model makeCreateForm();
+    [[nodiscard]] Model makeEditList();
+    [[nodiscard]] Model makeQuickSwitcher();
+    [[nodiscard]] Model makeSettings();
+    [[nodiscard]] Model makeWelcome();
     [[nodiscard]] std::vector<MenuSpaceRow> spaceRows();
-    [[nodiscard]] std::unique_ptr<SettingsForm> makeSettings();
-    [[nodiscard]] std::unique_ptr<WelcomeForm> makeWelcome();
     [[nodiscard]] PermissionTargets permissionTargets();
     [[nodiscard]] AutoDismiss::Surroundings surroundingsOf(PanelKind kind);
     [[nodiscard]] AutoDismiss::ClickedWindow identify(PanelKind kind, platform::WindowNumber window) const;

@@ -16,9 +16,9 @@
 
 namespace orvellos {
 
-// What a panel shows. What is pointed to outlives the panel.
+// What a panel shows. It outlives the panel.
 using PanelContent =
-    std::variant<CreateTagForm*, EditTagsList*, QuickSwitcher*, SettingsForm*, WelcomeForm*, About>;
+    std::variant<CreateTagForm*, EditTagsList*, QuickSwitcher*, SettingsForm*, WelcomeForm*, const About*>;
 
 // Makes the windows of panels.
 class PanelHost {

@@ -79,6 +79,8 @@ class SettingsForm {
         std::function<bool()> areSpaceShortcutsEnabled;
     };
     explicit SettingsForm(Services services);
+    SettingsForm(const SettingsForm&) = delete;
+    SettingsForm& operator=(const SettingsForm&) = delete;
 
     [[nodiscard]] const std::vector<SettingsSection>& sections() const { return sections_; }
     // Called whenever a control may have to show something else. Recorders tell of themselves.

@@ -58,6 +58,8 @@ class WelcomeForm {
         std::function<void()> tagFirstSpace;  // called after it has closed
     };
     WelcomeForm(Mode mode, Services services);
+    WelcomeForm(const WelcomeForm&) = delete;
+    WelcomeForm& operator=(const WelcomeForm&) = delete;
 
     [[nodiscard]] std::string_view title() const;
     [[nodiscard]] std::string_view subtitle() const;

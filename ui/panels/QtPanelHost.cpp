@@ -67,26 +67,24 @@ class ToastHandle final : public platform::ToastWindow {
     platform::Subscription compositing_;
 };
 
-}  // namespace
+// The view of each kind of content.
+struct ViewMaker {
+    QWidget* operator()(orvellos::CreateTagForm* form) const { return new CreateTagView(*form, colorPanel); }
+    QWidget* operator()(orvellos::EditTagsList* list) const { return new EditTagsView(*list, colorPanel); }
+    QWidget* operator()(orvellos::QuickSwitcher* switcher) const { return new QuickSwitcherView(*switcher); }
+    QWidget* operator()(orvellos::SettingsForm* form) const { return new SettingsView(*form); }
+    QWidget* operator()(orvellos::WelcomeForm* form) const { return new WelcomeView(*form); }
+    QWidget* operator()(const orvellos::About* about) const { return new AboutView(*about); }
 
-QWidget* QtPanelHost::makeView(const orvellos::PanelContent& content) {
-    if (auto* const* form = std::get_if<orvellos::CreateTagForm*>(&content))
-        return new CreateTagView(**form, colorPanel_);
-    if (auto* const* list = std::get_if<orvellos::EditTagsList*>(&content))
-        return new EditTagsView(**list, colorPanel_);
-    if (auto* const* switcher = std::get_if<orvellos::QuickSwitcher*>(&content))
-        return new QuickSwitcherView(**switcher);
-    if (auto* const* settings = std::get_if<orvellos::SettingsForm*>(&content))
-        return new SettingsView(**settings);
-    if (auto* const* welcome = std::get_if<orvellos::WelcomeForm*>(&content))
-        return new WelcomeView(**welcome);
-    return new AboutView(std::get<orvellos::About>(content));
-}
+    ColorPanel& colorPanel;
+};
+
+}  // namespace
 
 std::unique_ptr<platform::PanelWindow> QtPanelHost::makePanel(const platform::PanelShell& shell,
                                                               const orvellos::PanelContent& content,
                                                               std::function<void()> willClose) {
-    auto panel = std::make_unique<QtPanel>(shell, makeView(content),
+    auto panel = std::make_unique<QtPanel>(shell, std::visit(ViewMaker{colorPanel_}, content),
                                            QtPanel::Callbacks{services_.bringToUser, std::move(willClose)});
     services_.menuBar.attachTo(*panel);
     return std::make_unique<PanelHandle>(std::move(panel));

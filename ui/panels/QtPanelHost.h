@@ -30,8 +30,6 @@ class QtPanelHost final : public orvellos::PanelHost {
     [[nodiscard]] bool isColorPanelVisible() const override { return colorPanel_.isVisible(); }
 
   private:
-    [[nodiscard]] QWidget* makeView(const orvellos::PanelContent& content);
-
     Services services_;
     ColorPanel colorPanel_;
 };

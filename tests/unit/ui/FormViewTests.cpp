@@ -328,7 +328,7 @@ TEST_F(FormViewTest, AShortcutIsRecordedInItsField) {
 TEST_F(FormViewTest, TheAboutWindowTellsTheShortcutsOfNow) {
     const auto texts = [this] {
         panels_.showAbout();
-        AboutView view(std::get<orvellos::About>(host_.titled("About orvellos")->content));
+        AboutView view(*std::get<const orvellos::About*>(host_.titled("About orvellos")->content));
         std::string all;
         for (const auto* label : view.findChildren<QLabel*>()) all += label->text().toStdString() + "|";
         host_.titled("About orvellos")->close();
@@ -344,7 +344,7 @@ TEST_F(FormViewTest, TheAboutWindowTellsTheShortcutsOfNow) {
 
 TEST_F(FormViewTest, TheBuildIsCopiedFromTheAboutWindow) {
     panels_.showAbout();
-    const auto about = std::get<orvellos::About>(host_.titled("About orvellos")->content);
+    const auto about = *std::get<const orvellos::About*>(host_.titled("About orvellos")->content);
     QtMenuBar menuBar;
     menuBar.setMainMenu(orvellos::mainMenu([] {}));
     menuBar.attachTo(show("About orvellos", new AboutView(about)));
