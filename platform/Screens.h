@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,13 @@ struct Screen {
     double backingScaleFactor = 1;  // device pixels per point
     bool operator==(const Screen&) const = default;
 };
+
+// The first of the screens that the point is on; null when it is on none.
+[[nodiscard]] inline const Screen* screenAt(std::span<const Screen> screens, Point point) {
+    for (const auto& screen : screens)
+        if (screen.frame.contains(point)) return &screen;
+    return nullptr;
+}
 
 // The screens as they are now, and the mouse pointer on them. No call waits for the display server, but the
 // pointer's.

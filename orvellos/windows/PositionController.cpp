@@ -24,9 +24,8 @@ std::string describeAnchor(const AnchoredPosition& position) {
 // The screen that holds the point, else the main one.
 std::optional<Screen> screenUnder(const platform::Screens& screens, platform::Point point) {
     const auto all = screens.screens();
-    const auto found =
-        std::ranges::find_if(all, [&](const Screen& screen) { return screen.frame.contains(point); });
-    return found == all.end() ? screens.mainScreen() : std::optional(*found);
+    const auto* found = platform::screenAt(all, point);
+    return found ? std::optional(*found) : screens.mainScreen();
 }
 
 }  // namespace

@@ -133,10 +133,7 @@ void SpaceBindingController::healOrphanedDetachedTags() {
     if (screens.empty()) return;
     std::vector<TagID> lost;
     for (const auto& tag : callbacks_.tagsProvider())
-        if (tag.frame && std::ranges::none_of(screens, [&](const auto& screen) {
-                return screen.frame.contains(tag.frame->center());
-            }))
-            lost.push_back(tag.id);
+        if (tag.frame && !platform::screenAt(screens, tag.frame->center())) lost.push_back(tag.id);
     if (lost.empty()) return;
     logVerbose("healOrphanedDetachedTags: clearing frames for {} orphaned tag(s)", lost.size());
     for (const auto& id : lost) callbacks_.clearFrameInStore(id);

@@ -36,9 +36,8 @@ Rect clampedTo(const std::optional<platform::Screen>& screen, const Rect& frame)
 }
 
 int screenIndex(const std::vector<platform::Screen>& screens, Point point) {
-    const auto found =
-        std::ranges::find_if(screens, [&](const auto& screen) { return screen.frame.contains(point); });
-    return found == screens.end() ? -1 : static_cast<int>(found - screens.begin());
+    const auto* found = platform::screenAt(screens, point);
+    return found ? static_cast<int>(found - screens.data()) : -1;
 }
 
 }  // namespace

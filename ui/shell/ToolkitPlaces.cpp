@@ -3,7 +3,6 @@
 #include <QGuiApplication>
 #include <QRect>
 #include <QScreen>
-#include <algorithm>
 #include <cmath>
 
 namespace ui {
@@ -12,14 +11,6 @@ namespace {
 
 using platform::Point;
 using platform::Screen;
-
-// The screen with the place, else the main one.
-const Screen* screenWith(Point place, const std::vector<Screen>& screens) {
-    const auto found =
-        std::ranges::find_if(screens, [&](const auto& each) { return each.frame.contains(place); });
-    if (found != screens.end()) return &*found;
-    return screens.empty() ? nullptr : &screens.front();
-}
 
 // The upper left corner of the screen as the toolkit counts; the first of the screens is the main one.
 QPoint cornerOf(const Screen& screen, const Screen& main) {
@@ -34,8 +25,9 @@ QPoint cornerOf(const Screen& screen, const Screen& main) {
 
 QPoint toToolkit(Point place, const platform::Screens& screens) {
     const auto all = screens.screens();
-    const auto* screen = screenWith(place, all);
-    if (!screen) return {};
+    if (all.empty()) return {};
+    const auto* found = platform::screenAt(all, place);
+    const auto* screen = found ? found : &all.front();
     return cornerOf(*screen, all.front()) +
            QPoint(static_cast<int>(std::lround(place.x - screen->frame.minX())),
                   static_cast<int>(std::lround(screen->frame.maxY() - place.y)));
