@@ -6,8 +6,6 @@
 #include <utility>
 #include <variant>
 
-#include "KeyboardShortcuts/DisplayForm.h"
-
 namespace keyboard_shortcuts {
 
 namespace {

@@ -35,6 +35,10 @@ struct Shortcut {
 [[nodiscard]] std::string encode(const Shortcut& shortcut);
 [[nodiscard]] std::optional<Shortcut> decode(std::string_view json);
 
+// A shortcut as it is shown to the user: the modifiers in their fixed order and the key as the current layout
+// names it, as in "⌃⌥⌘H". A key without a name is shown by its number.
+[[nodiscard]] std::string displayForm(const Shortcut& shortcut, const platform::KeyNames& names);
+
 // What a shortcut is recorded for.
 struct Name {
     std::string_view rawValue;  // of a literal

@@ -2,7 +2,6 @@
 
 #include "KeyboardShortcuts/Registry.h"
 
-#include "KeyboardShortcuts/DisplayForm.h"
 #include "tests/support/ApplicationTest.h"
 
 namespace keyboard_shortcuts {
