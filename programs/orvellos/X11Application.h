@@ -35,7 +35,6 @@
 #include "programs/orvellos/UserInterfaceServices.h"
 #include "ui/shell/QtRunLoop.h"
 #include "ui/tags/QtLayerPainter.h"
-#include "ui/tags/QtText.h"
 
 namespace programs {
 

@@ -1,11 +1,14 @@
 // The application body: makes the services of an X11 desktop, hands them to the application and runs its main
 // loop.
 
+#include <fontconfig/fontconfig.h>
+
 #include <QApplication>
 #include <QSessionManager>
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <future>
 #include <mutex>
 
 #include "orvellos/app/AppDelegate.h"
@@ -16,7 +19,6 @@
 #include "platform/freedesktop/session/JournalSystemLog.h"
 #include "platform/x11/connection/XConnection.h"
 #include "programs/orvellos/X11Application.h"
-#include "ui/shell/FontConfiguration.h"
 #include "ui/shell/QtRunLoop.h"
 #include "ui/shell/TerminationSignals.h"
 #include "ui/widgets/Appearance.h"
@@ -26,6 +28,12 @@ namespace {
 using platform::freedesktop::writeStandardError;
 
 constexpr auto kPatienceAtStart = std::chrono::seconds(2);
+
+// Begins to read which fonts the system has, on a thread of its own: the first text that is measured or
+// painted waits for it, and it takes as long as a good part of the toolkit's start.
+std::future<void> readFontConfiguration() {
+    return std::async(std::launch::async, [] { FcInit(); });
+}
 
 // Where the variable is not set, or names something to start, Qt would have a session bus started for it,
 // which nobody would end.
@@ -101,7 +109,7 @@ int runApplication(int argc, char** argv, platform::x11::XConnection& connection
 }  // namespace
 
 int main(int argc, char** argv) {
-    const auto fonts = ui::readFontConfiguration();
+    const auto fonts = readFontConfiguration();
     const auto connection = platform::x11::XConnection::open(nullptr, kPatienceAtStart);
     return connection ? runApplication(argc, argv, *connection, fonts) : failToOpenDisplay();
 }

@@ -1,6 +1,7 @@
 #include "ui/tags/QtLayerPainter.h"
 
 #include <QFontMetricsF>
+#include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
 #include <QPainterPath>
@@ -11,8 +12,8 @@
 
 #include "ui/tags/Blur.h"
 #include "ui/tags/PathCoverage.h"
-#include "ui/tags/QtText.h"
 #include "ui/widgets/Colors.h"
+#include "ui/widgets/Labels.h"
 
 namespace ui {
 
@@ -21,6 +22,15 @@ namespace {
 using platform::PathElement;
 using platform::x11::PaintGeometry;
 using platform::x11::PixelRect;
+
+// The system font in the heavy weight that tags are written in, at a size in pixels.
+QFont heavySystemFont(double pixelSize) {
+    QFont font = QGuiApplication::font();
+    font.setWeight(QFont::ExtraBold);
+    font.setPixelSize(std::max(1, static_cast<int>(std::lround(pixelSize))));
+    font.setHintingPreference(QFont::PreferNoHinting);
+    return font;
+}
 
 // The outline in a box of the given height, turned over to y downward.
 QPainterPath toQPath(const platform::Path& path, double height) {
@@ -220,7 +230,7 @@ class Painting {
     [[nodiscard]] TextLine textLine() const {
         const auto& layer = layers_.textLayer;
         TextLine line;
-        line.text = QString::fromUtf8(layer.string.data(), static_cast<qsizetype>(layer.string.size()));
+        line.text = toQString(layer.string);
         line.font = heavySystemFont(layer.fontSize * geometry_.scale);
         const QRectF frame = inTint(layer.frame);
         const QFontMetricsF metrics(line.font);
@@ -279,6 +289,10 @@ void addRow(std::vector<PixelRect>& rectangles, const uchar* row, int y, int wid
 }
 
 }  // namespace
+
+double QtTextMeasurer::heavyTextWidth(std::string_view text, double fontSize) const {
+    return QFontMetricsF(heavySystemFont(fontSize)).horizontalAdvance(toQString(text));
+}
 
 platform::x11::PixelImage QtLayerPainter::paint(const platform::TagLayers& layers,
                                                 const PaintGeometry& geometry, bool translucent) {

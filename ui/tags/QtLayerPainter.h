@@ -1,8 +1,15 @@
 #pragma once
 
+#include "platform/Windows.h"
 #include "platform/x11/windows/LayerPainter.h"
 
 namespace ui {
+
+// Measures texts in the font that tags are written in.
+class QtTextMeasurer final : public platform::TextMeasurer {
+  public:
+    [[nodiscard]] double heavyTextWidth(std::string_view text, double fontSize) const override;
+};
 
 // Paints tags with Qt's raster engine.
 class QtLayerPainter final : public platform::x11::LayerPainter {
