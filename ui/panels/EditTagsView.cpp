@@ -14,7 +14,7 @@
 
 #include "orvellos/tags/TagColor.h"
 #include "ui/panels/FormParts.h"
-#include "ui/panels/PanelSize.h"
+#include "ui/panels/QtPanel.h"
 #include "ui/shell/X11Window.h"
 #include "ui/widgets/ColorSwatches.h"
 #include "ui/widgets/Colors.h"

@@ -1,12 +1,27 @@
 #pragma once
 
+#include <QSize>
 #include <QWidget>
 #include <functional>
 #include <optional>
 
 #include "platform/Panels.h"
 
+class QScreen;
+
 namespace ui {
+
+// How large a panel's window is. It grows with the system's font and with what its content needs, and never
+// beyond the screen.
+struct PanelSize {
+    QSize usual;
+    QSize least;
+    bool cutsContent = false;  // so it has to be scrolled
+};
+
+// What a screen has room for, less the title bar. Null is a screen without bounds.
+[[nodiscard]] QSize roomOn(const QScreen* screen);
+[[nodiscard]] PanelSize panelSize(const platform::PanelShell& shell, const QWidget& content, QSize room);
 
 // A panel's window. The desktop draws its title bar.
 class QtPanel final : public QWidget {

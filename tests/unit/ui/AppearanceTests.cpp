@@ -14,7 +14,7 @@
 #include "orvellos/tags/TagColor.h"
 #include "tests/support/PanelsTest.h"
 #include "ui/panels/AlertBox.h"
-#include "ui/panels/PanelSize.h"
+#include "ui/panels/QtPanel.h"
 #include "ui/widgets/Colors.h"
 #include "ui/widgets/Metrics.h"
 #include "ui/widgets/Style.h"
