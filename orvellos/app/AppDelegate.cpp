@@ -7,7 +7,7 @@
 
 #include "orvellos/base/DebugLog.h"
 #include "orvellos/menu/Hotkeys.h"
-#include "orvellos/menu/MainMenuItems.h"
+#include "orvellos/menu/OwnKeys.h"
 
 namespace orvellos {
 

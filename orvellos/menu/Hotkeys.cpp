@@ -2,49 +2,19 @@
 
 #include <algorithm>
 
-#include "orvellos/menu/MainMenuItems.h"
 #include "orvellos/settings/HotkeyNames.h"
 
 namespace orvellos {
 
 namespace {
 
-// The other rows that show keys show those of a hotkey.
-bool isOfTheMenu(const platform::KeyEquivalent& keys) {
-    return (keys.modifierFlags & (platform::modifier::kControl | platform::modifier::kOption)) == 0;
-}
-
-}  // namespace
-
-std::optional<std::string> OwnKeys::useOf(const platform::KeyEvent& keys,
-                                          const keyboard_shortcuts::Name& name) const {
-    const auto shortcut = keyboard_shortcuts::shortcutOf(keys);
-    for (const auto& [other, title] : hotkey::kTitles)
-        if (other.rawValue != name.rawValue && hotkeys.getShortcut(other) == shortcut)
-            return std::string(title);
-    const auto text = keyNames.textOf(keys.keyCode);
-    for (const auto& menu : mainMenu(nullptr))
-        for (const auto& item : menu.items)
-            if (menuBar.isChosenBy(item.keyEquivalent, text, keys.modifierFlags)) return item.title;
-    for (const auto& item : statusMenu())
-        if (item.keyEquivalent && isOfTheMenu(*item.keyEquivalent) &&
-            menuBar.isChosenBy(*item.keyEquivalent, text, keys.modifierFlags))
-            return item.title;
-    return std::nullopt;
-}
-
-namespace {
-
-constexpr std::array kLadder = {TagSize::ExtraSmall, TagSize::Small, TagSize::Medium, TagSize::Large,
-                                TagSize::ExtraLarge};
-
 // The next size up or down; at the end of the ladder the same, and medium for a size that is not on it.
 TagSize step(TagSize size, std::ptrdiff_t by) {
-    const auto* found = std::ranges::find(kLadder, size);
-    if (found == kLadder.end()) return TagSize::Medium;
-    const auto last = static_cast<std::ptrdiff_t>(kLadder.size()) - 1;
-    const auto next = std::clamp<std::ptrdiff_t>(found - kLadder.begin() + by, 0, last);
-    return kLadder.at(static_cast<std::size_t>(next));
+    const auto* found = std::ranges::find(tagSizeLadder, size);
+    if (found == tagSizeLadder.end()) return TagSize::Medium;
+    const auto last = std::ssize(tagSizeLadder) - 1;
+    const auto next = std::clamp<std::ptrdiff_t>(found - tagSizeLadder.begin() + by, 0, last);
+    return tagSizeLadder.at(static_cast<std::size_t>(next));
 }
 
 void tagCurrentSpace(const HotkeyTargets& targets) {

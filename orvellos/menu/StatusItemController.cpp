@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "orvellos/base/ApplicationVersion.h"
-#include "orvellos/menu/Hotkeys.h"
+#include "orvellos/settings/HotkeyNames.h"
 #include "orvellos/tags/Labels.h"
 #include "orvellos/tags/TagColor.h"
 

@@ -36,6 +36,10 @@ struct RawValues<TagSize> {
          {TagSize::MissionControl, "missionControl"}}};
 };
 
+// The sizes that the user chooses among, from the smallest up.
+inline constexpr std::array tagSizeLadder = {TagSize::ExtraSmall, TagSize::Small, TagSize::Medium,
+                                             TagSize::Large, TagSize::ExtraLarge};
+
 // The height in points of a drawn tag of this size on this main screen; a height of 900 is assumed without
 // one.
 [[nodiscard]] double baseHeight(TagSize size, const std::optional<platform::Screen>& mainScreen);

@@ -1,6 +1,6 @@
 #include "orvellos/app/AppDelegate.h"
 
-#include "orvellos/menu/Hotkeys.h"
+#include "orvellos/settings/HotkeyNames.h"
 #include "tests/support/ManagerTest.h"
 #include "tests/support/SimulatedPanelHost.h"
 

@@ -1,4 +1,4 @@
-#include "orvellos/menu/Hotkeys.h"
+#include "orvellos/menu/OwnKeys.h"
 
 #include "orvellos/settings/HotkeyNames.h"
 #include "tests/support/ApplicationTest.h"

@@ -11,8 +11,8 @@
 #include <QToolButton>
 #include <QToolTip>
 
-#include "orvellos/menu/Hotkeys.h"
-#include "orvellos/menu/MainMenuItems.h"
+#include "orvellos/menu/OwnKeys.h"
+#include "orvellos/settings/HotkeyNames.h"
 #include "tests/support/InterfaceTest.h"
 #include "tests/support/OffscreenApplication.h"
 #include "ui/panels/AboutView.h"
