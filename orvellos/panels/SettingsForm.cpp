@@ -11,19 +11,26 @@ namespace orvellos {
 
 namespace {
 
+// A picker among these values of a setting, by their titles.
 template <typename Value, std::size_t Count>
-PickerRow picker(std::string title, Setting<Value>& setting,
-                 const std::array<std::pair<Value, const char*>, Count>& choices, std::string footnote) {
+PickerRow picker(std::string name, Setting<Value>& setting, const std::array<Value, Count>& values,
+                 std::string_view (*titleOf)(Value), std::string footnote) {
     std::vector<std::string> options;
     options.reserve(Count);
-    for (const auto& choice : choices) options.emplace_back(choice.second);
-    const auto selected = [&setting, choices]() -> std::optional<std::size_t> {
-        const auto* found = std::ranges::find(choices, setting.get(), &std::pair<Value, const char*>::first);
-        if (found == choices.end()) return std::nullopt;
-        return static_cast<std::size_t>(found - choices.begin());
+    for (const auto value : values) options.emplace_back(titleOf(value));
+    const auto selected = [&setting, values]() -> std::optional<std::size_t> {
+        const auto* found = std::ranges::find(values, setting.get());
+        if (found == values.end()) return std::nullopt;
+        return static_cast<std::size_t>(found - values.begin());
     };
-    const auto choose = [&setting, choices](std::size_t index) { setting.set(choices.at(index).first); };
-    return {std::move(title), std::move(options), selected, choose, std::move(footnote)};
+    const auto choose = [&setting, values](std::size_t index) { setting.set(values.at(index)); };
+    return {std::move(name), std::move(options), selected, choose, std::move(footnote)};
+}
+
+// Of a size on the ladder.
+std::string_view ladderTitle(TagSize size) {
+    constexpr std::array<std::string_view, tagSizeLadder.size()> kTitles = {"XS", "S", "M", "L", "XL"};
+    return kTitles.at(static_cast<std::size_t>(size));
 }
 
 ToggleRow toggle(std::string title, Setting<bool>& setting, std::string footnote) {
@@ -32,19 +39,13 @@ ToggleRow toggle(std::string title, Setting<bool>& setting, std::string footnote
 }
 
 SettingsSection appearance(Settings& settings) {
-    constexpr std::array<std::pair<TagShape, const char*>, 2> kShapes = {
-        {{TagShape::Tag, "Tag"}, {TagShape::Pill, "Pill"}}};
-    constexpr std::array<std::pair<TagSize, const char*>, 5> kSizes = {{{TagSize::ExtraSmall, "XS"},
-                                                                        {TagSize::Small, "S"},
-                                                                        {TagSize::Medium, "M"},
-                                                                        {TagSize::Large, "L"},
-                                                                        {TagSize::ExtraLarge, "XL"}}};
+    constexpr std::array kShapes = {TagShape::Tag, TagShape::Pill};
     return {
         "Appearance",
-        {picker("Shape", settings.globalTagShape, kShapes,
+        {picker("Shape", settings.globalTagShape, kShapes, title,
                 "Pill is the rounded-capsule look. Tag is the classic luggage/price-tag silhouette with a "
                 "grommet hole."),
-         picker("Label size", settings.tagSize, kSizes,
+         picker("Label size", settings.tagSize, tagSizeLadder, ladderTitle,
                 "Applies to every tag. Mission Control swaps to a fixed MC size so labels read in the "
                 "thumbnails.")}};
 }
@@ -60,10 +61,8 @@ ToggleRow showDuringWork(Settings& settings) {
 }
 
 SettingsSection visibility(Settings& settings) {
-    constexpr std::array<std::pair<MissionControlStyle, const char*>, 3> kStyles = {
-        {{MissionControlStyle::Pill, "Pill"},
-         {MissionControlStyle::Fullscreen, "Full"},
-         {MissionControlStyle::HeaderBar, "Bar"}}};
+    constexpr std::array kStyles = {MissionControlStyle::Pill, MissionControlStyle::Fullscreen,
+                                    MissionControlStyle::HeaderBar};
     return {
         "Visibility",
         {showDuringWork(settings),
@@ -80,7 +79,7 @@ SettingsSection visibility(Settings& settings) {
          TextRow{"Tags always reveal when Mission Control opens. For guaranteed-big tags in MC thumbnails "
                  "(faster than native MC's snapshot timing), press ⌃⌥⌘↑ — rebindable in Shortcuts below."},
          picker(
-             "Mission Control style", settings.missionControlStyle, kStyles,
+             "Mission Control style", settings.missionControlStyle, kStyles, title,
              "How tags appear in MC thumbnails. **Pill** is the normal small tag at its anchored position. "
              "**Full** fills each thumbnail with the tag color + giant label. **Bar** paints a header strip "
              "across the top of the thumbnail.")}};

@@ -139,7 +139,7 @@ ColorSwatches::ColorSwatches(ColorPanel& colorPanel, const std::string& chosen,
     : colorPanel_(colorPanel), chosen_(chosen), onChoose_(std::move(onChoose)) {
     QAccessible::installFactory(makeAccessible);
     for (const auto& color : orvellos::tagPalette) {
-        auto* swatch = new ColorSwatch(toQString(color.name), this);
+        auto* swatch = new ColorSwatch(toQString(orvellos::paletteName(color.hex)), this);
         swatch->setFill(colorOf(std::string(color.hex)));
         connect(swatch, &QRadioButton::clicked, this, [this, hex = std::string(color.hex)] { choose(hex); });
         swatches_.push_back(swatch);
