@@ -70,10 +70,9 @@ void AppDelegate::startCore() {
 void AppDelegate::startUserInterface() {
     auto& manager = core_->manager;
     auto& ui = services_.ui;
-    const auto makeToast = [&ui](const UndoToastView& view) { return ui.panels.makeToast(view); };
-    waitingNote_.emplace(services_.screens, makeToast);
+    waitingNote_.emplace(services_.screens, ui.panels);
     updater_.emplace(services_.updates, ui.alerts, *waitingNote_);
-    undoToast_.emplace(services_.runLoop, services_.screens, makeToast);
+    undoToast_.emplace(services_.runLoop, services_.screens, ui.panels);
     manager.showUndoToast = [this](const auto& message, auto undo) {
         undoToast_->show(message, std::move(undo));
     };

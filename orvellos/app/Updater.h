@@ -1,6 +1,6 @@
 #pragma once
 
-#include "orvellos/panels/WaitingNote.h"
+#include "orvellos/panels/Toasts.h"
 #include "platform/Panels.h"
 #include "platform/System.h"
 

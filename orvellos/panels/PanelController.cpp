@@ -228,13 +228,12 @@ AutoDismiss::ClickedWindow PanelController::identify(PanelKind kind, WindowNumbe
     return {services_.host.isPanel(window) ? Kind::SiblingPanel : Kind::Other, std::nullopt};
 }
 
-// Whoever closed the panel may be part of it, so it goes at a later turn.
+// A part of the panel may be what closes it.
 void PanelController::forget(PanelKind kind) {
     if (!panel(kind)) return;
     std::erase(open_, kind);
     panel(kind)->autoDismiss.reset();
-    closed_.push_back(std::exchange(panel(kind), nullptr));
-    clearing_ = services_.runLoop.after(platform::Duration::zero(), [this] { closed_.clear(); });
+    closed_.add(std::exchange(panel(kind), nullptr));
     if (const auto* source = traitsOf(kind).editingSource) services_.editingContext.end(source);
 }
 

@@ -10,6 +10,7 @@
 #include <variant>
 #include <vector>
 
+#include "orvellos/base/DeferredDeletion.h"
 #include "orvellos/panels/AutoDismiss.h"
 #include "orvellos/panels/PanelHost.h"
 #include "orvellos/windows/TagManager.h"
@@ -91,8 +92,7 @@ class PanelController {
     std::random_device random_;
     std::array<std::unique_ptr<Panel>, 6> panels_;
     std::vector<PanelKind> open_;  // the one that was shown last at the end
-    std::vector<std::unique_ptr<Panel>> closed_;
-    platform::Timer clearing_;
+    DeferredDeletion<Panel> closed_{services_.runLoop};
 };
 
 }  // namespace orvellos

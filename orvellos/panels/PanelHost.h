@@ -10,7 +10,7 @@
 #include "orvellos/panels/EditTagsList.h"
 #include "orvellos/panels/QuickSwitcher.h"
 #include "orvellos/panels/SettingsForm.h"
-#include "orvellos/panels/UndoToast.h"
+#include "orvellos/panels/Toasts.h"
 #include "orvellos/panels/WelcomeForm.h"
 #include "platform/Panels.h"
 
@@ -20,16 +20,12 @@ namespace orvellos {
 using PanelContent =
     std::variant<CreateTagForm*, EditTagsList*, QuickSwitcher*, SettingsForm*, WelcomeForm*, const About*>;
 
-// Makes the windows of panels.
-class PanelHost {
+// Makes the windows of panels and toasts.
+class PanelHost : public ToastHost {
   public:
-    virtual ~PanelHost() = default;
-
     // `willClose` is called once, when the user or its owner closes the panel.
     [[nodiscard]] virtual std::unique_ptr<platform::PanelWindow> makePanel(
         const platform::PanelShell& shell, const PanelContent& content, std::function<void()> willClose) = 0;
-    // A note on the screen of its own, made off the screen.
-    [[nodiscard]] virtual std::unique_ptr<platform::ToastWindow> makeToast(const UndoToastView& view) = 0;
     // Whether a window of the application is a panel: one made here, an alert or the colour panel.
     [[nodiscard]] virtual bool isPanel(platform::WindowNumber window) const = 0;
     // The system's colour panel is on the screen, where the user may be picking a colour from any window.

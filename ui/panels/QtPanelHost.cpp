@@ -33,17 +33,13 @@ class PanelHandle final : public platform::PanelWindow {
 class ToastHandle final : public platform::ToastWindow {
   public:
     ToastHandle(const orvellos::UndoToastView& view, const QtPanelHost::Services& services)
-        : toast_(new QtToast(view)),
+        : toast_(std::make_unique<QtToast>(view)),
           screens_(services.screens),
           compositing_(services.followCompositing([this](bool isComposited) {
               const auto before = toast_->capsule().topLeft();
               toast_->setComposited(isComposited);
               toast_->move(toast_->pos() + before - toast_->capsule().topLeft());
           })) {}
-    ~ToastHandle() override {
-        toast_->hide();
-        toast_->deleteLater();
-    }
 
     [[nodiscard]] platform::WindowNumber number() const override {
         return {static_cast<std::int64_t>(toast_->winId())};
@@ -62,7 +58,7 @@ class ToastHandle final : public platform::ToastWindow {
     }
 
   private:
-    QtToast* toast_;
+    std::unique_ptr<QtToast> toast_;
     const platform::Screens& screens_;
     platform::Subscription compositing_;
 };

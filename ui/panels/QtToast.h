@@ -3,7 +3,7 @@
 #include <QWidget>
 #include <functional>
 
-#include "orvellos/panels/UndoToast.h"
+#include "orvellos/panels/Toasts.h"
 
 class QToolButton;
 

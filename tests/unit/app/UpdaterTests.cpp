@@ -24,7 +24,7 @@ class UpdaterTest : public ApplicationTest {
 
     platform::simulated::SimulatedUpdates& updates_ = desktop_.updates;
     SimulatedPanelHost host_;
-    WaitingNote note_{desktop_.screens, [this](const UndoToastView& view) { return host_.makeToast(view); }};
+    WaitingNote note_{desktop_.screens, host_};
     Updater updater_{updates_, desktop_.alerts, note_};
 };
 

@@ -1,4 +1,4 @@
-#include "orvellos/panels/UndoToast.h"
+#include "orvellos/panels/Toasts.h"
 
 #include "tests/support/ApplicationTest.h"
 #include "tests/support/SimulatedPanelHost.h"
@@ -15,8 +15,7 @@ class UndoToastTest : public ApplicationTest {
 
     Texts undone_;
     SimulatedPanelHost host_;
-    UndoToast toast_{desktop_.runLoop, desktop_.screens,
-                     [this](const UndoToastView& view) { return host_.makeToast(view); }};
+    UndoToast toast_{desktop_.runLoop, desktop_.screens, host_};
 };
 
 TEST_F(UndoToastTest, ANewerToastReplacesTheOlderAndLastsItsOwnTime) {

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "orvellos/base/DeferredDeletion.h"
 #include "platform/Panels.h"
 #include "platform/RunLoop.h"
 #include "platform/Screens.h"
@@ -19,11 +20,13 @@ struct UndoToastView {
     std::function<void()> onUndo = nullptr;  // none: there is no button
 };
 
-using MakeToastWindow = std::function<std::unique_ptr<platform::ToastWindow>(const UndoToastView&)>;
-
-// Puts a toast in the middle of the main screen, that many points above the bottom of its visible frame; it
-// stays where it is when there is no screen.
-void placeToast(platform::ToastWindow& toast, const platform::Screens& screens, double distanceFromBottom);
+// Makes the windows of toasts.
+class ToastHost {
+  public:
+    virtual ~ToastHost() = default;
+    // A toast on the screen of its own, made off the screen.
+    [[nodiscard]] virtual std::unique_ptr<platform::ToastWindow> makeToast(const UndoToastView& view) = 0;
+};
 
 // The note after a tag was deleted: for five seconds the user can take that back. At most one at a time.
 class UndoToast {
@@ -31,23 +34,37 @@ class UndoToast {
     static constexpr platform::Duration kLifetime = platform::seconds(5);
     static constexpr double kDistanceFromBottom = 48;  // points, of the main screen's visible frame
 
-    UndoToast(platform::RunLoop& runLoop, const platform::Screens& screens, MakeToastWindow makeWindow)
-        : runLoop_(runLoop), screens_(screens), makeWindow_(std::move(makeWindow)) {}
+    UndoToast(platform::RunLoop& runLoop, const platform::Screens& screens, ToastHost& host)
+        : runLoop_(runLoop), screens_(screens), host_(host) {}
 
     // Replaces the current toast. `onUndo` runs once at most.
     void show(const std::string& message, std::function<void()> onUndo);
     void dismiss();
-    // Null while there is none.
-    [[nodiscard]] const platform::ToastWindow* window() const { return window_.get(); }
 
   private:
     platform::RunLoop& runLoop_;
     const platform::Screens& screens_;
-    MakeToastWindow makeWindow_;
+    ToastHost& host_;
     std::unique_ptr<platform::ToastWindow> window_;
-    std::unique_ptr<platform::ToastWindow> dismissed_;
+    DeferredDeletion<platform::ToastWindow> dismissed_{runLoop_};
     platform::Timer dismissal_;
-    platform::Timer clearing_;
+};
+
+// A note that something is under way, above the place of the undo toast.
+class WaitingNote {
+  public:
+    static constexpr double kDistanceFromBottom = 100;  // points, of the main screen's visible frame
+
+    WaitingNote(const platform::Screens& screens, ToastHost& host) : screens_(screens), host_(host) {}
+
+    // Replaces the current note.
+    void show(const std::string& message);
+    void dismiss() { window_.reset(); }
+
+  private:
+    const platform::Screens& screens_;
+    ToastHost& host_;
+    std::unique_ptr<platform::ToastWindow> window_;
 };
 
 }  // namespace orvellos
