@@ -114,8 +114,11 @@ void measureQuickSwitcher(const Effort& effort, std::vector<Row>& rows) {
         spaces.push_back(
             {uuid, i, orvellos::Tag{TagID::random(), fmt::format("Tag {}", i), "#3B82F6", {}, uuid}, false});
     }
-    orvellos::QuickSwitcher switcher(
-        std::move(spaces), [](const auto&) {}, [] {});
+    struct Owner final : orvellos::QuickSwitcher::Owner {
+        void navigate(const orvellos::MenuSpaceRow& /*row*/) override {}
+        void onClose() override {}
+    } owner;
+    orvellos::QuickSwitcher switcher(std::move(spaces), owner);
     const double time = medianOf(effort.pairs, [&] { switcher.setQuery("Tag"); });
     if (switcher.filteredRows().size() != kSpaces) throw std::runtime_error("not every Space is found");
     rows.push_back({"a letter typed into the quick switcher, 1,000 Spaces", fmt::format("{:.0f} µs", time),

@@ -14,27 +14,28 @@ void say(const std::string& message) {
 
 }  // namespace
 
-AutoDismiss::AutoDismiss(Surroundings surroundings, std::string title, std::function<void()> dismiss)
-    : surroundings_(std::move(surroundings)), title_(std::move(title)), dismiss_(std::move(dismiss)) {
+AutoDismiss::AutoDismiss(platform::MouseMonitor& mouse, platform::RunLoop& runLoop, std::string title,
+                         Owner& owner)
+    : runLoop_(runLoop), title_(std::move(title)), owner_(owner) {
     say("attachAutoDismiss INSTALL for '" + title_ + "'");
-    localMonitor_ = surroundings_.mouse.addLocalMouseDownMonitor(
-        [this](platform::WindowNumber window) { localMouseDown(window); });
-    globalMonitor_ = surroundings_.mouse.addGlobalMouseDownMonitor([this] { globalMouseDown(); });
+    localMonitor_ =
+        mouse.addLocalMouseDownMonitor([this](platform::WindowNumber window) { localMouseDown(window); });
+    globalMonitor_ = mouse.addGlobalMouseDownMonitor([this] { globalMouseDown(); });
 }
 
 AutoDismiss::~AutoDismiss() {
-    if (dismiss_) say("willCloseNotification for '" + title_ + "' — cleaning up monitors");
+    if (!hasFired_) say("willCloseNotification for '" + title_ + "' — cleaning up monitors");
 }
 
 bool AutoDismiss::isColorPanelActive() {
-    const auto now = surroundings_.runLoop.now();
-    if (surroundings_.isColorPanelVisible()) colorPanelSeen_ = now;
-    return colorPanelSeen_ && now - *colorPanelSeen_ < kAfterColorPanel;
+    const auto now = runLoop_.now();
+    if (owner_.isColorPanelVisible()) colorPanelSeen_ = now;
+    return colorPanelSeen_ && now - *colorPanelSeen_ < kColorPanelGrace;
 }
 
 void AutoDismiss::localMouseDown(platform::WindowNumber window) {
     if (isColorPanelActive()) return say("  color panel active → keep (eyedropper / color pick)");
-    const auto clicked = surroundings_.identify(window);
+    const auto clicked = owner_.identify(window);
     say("localMonitor mouseDown in '" + title_ + "': window=" + clicked.title.value_or("nil"));
     switch (clicked.kind) {
         case WindowKind::ThisPanel:
@@ -60,8 +61,8 @@ void AutoDismiss::fire() {
     say("autoDismiss FIRE for '" + title_ + "'");
     localMonitor_.cancel();
     globalMonitor_.cancel();
-    const auto dismiss = std::exchange(dismiss_, nullptr);
-    dismiss();
+    hasFired_ = true;
+    owner_.dismiss();
 }
 
 }  // namespace orvellos

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <optional>
 #include <string>
 
@@ -14,22 +13,26 @@ namespace orvellos {
 // the colour panel is in use, whose eyedropper clicks anywhere.
 class AutoDismiss {
   public:
-    static constexpr platform::Duration kAfterColorPanel = platform::seconds(1.5);
+    static constexpr platform::Duration kColorPanelGrace = platform::seconds(1.5);
 
     enum class WindowKind { ThisPanel, TagWindow, SiblingPanel, Other };
     struct ClickedWindow {
         WindowKind kind = WindowKind::Other;
         std::optional<std::string> title;
     };
-    struct Surroundings {
-        platform::MouseMonitor& mouse;
-        platform::RunLoop& runLoop;
-        std::function<bool()> isColorPanelVisible;
-        std::function<ClickedWindow(platform::WindowNumber)> identify;  // a window of the application
+    // The panel that is dismissed, among the application's windows.
+    class Owner {
+      public:
+        virtual ~Owner() = default;
+        [[nodiscard]] virtual bool isColorPanelVisible() const = 0;
+        // What a window of the application is to this panel.
+        [[nodiscard]] virtual ClickedWindow identify(platform::WindowNumber window) const = 0;
+        // Closes the panel, and may end what dismisses it.
+        virtual void dismiss() = 0;
     };
 
-    // `dismiss` closes the panel and may end this object. Log lines call the panel by its title.
-    AutoDismiss(Surroundings surroundings, std::string title, std::function<void()> dismiss);
+    // Log lines call the panel by its title.
+    AutoDismiss(platform::MouseMonitor& mouse, platform::RunLoop& runLoop, std::string title, Owner& owner);
     ~AutoDismiss();
     AutoDismiss(const AutoDismiss&) = delete;
     AutoDismiss& operator=(const AutoDismiss&) = delete;
@@ -40,9 +43,10 @@ class AutoDismiss {
     void globalMouseDown();
     void fire();
 
-    Surroundings surroundings_;
+    platform::RunLoop& runLoop_;
     std::string title_;
-    std::function<void()> dismiss_;
+    Owner& owner_;
+    bool hasFired_ = false;
     std::optional<platform::Instant> colorPanelSeen_;
     platform::Subscription localMonitor_;
     platform::Subscription globalMonitor_;

@@ -9,14 +9,7 @@ bool CreateTagForm::canCreate() const {
 }
 
 void CreateTagForm::submit() const {
-    if (!canCreate()) return;
-    const auto create = onCreate_;
-    create(std::string(trimmed(label)), std::string(colorHex));
-}
-
-void CreateTagForm::cancel() const {
-    const auto cancel = onCancel_;
-    cancel();
+    if (canCreate()) owner_.createTag(std::string(trimmed(label)), std::string(colorHex));
 }
 
 }  // namespace orvellos

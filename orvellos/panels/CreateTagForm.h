@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -18,13 +17,15 @@ class CreateTagForm {
     static constexpr std::string_view kCancel = "Cancel";
     static constexpr std::string_view kCreate = "Create";
 
-    using OnCreate = std::function<void(const std::string& label, const std::string& colorHex)>;
-
-    // `onCancel` and `onCreate` may end the form.
-    CreateTagForm(std::string initialColorHex, OnCreate onCreate, std::function<void()> onCancel)
-        : colorHex(std::move(initialColorHex)),
-          onCreate_(std::move(onCreate)),
-          onCancel_(std::move(onCancel)) {}
+    // Whoever shows the form. Both operations may end it.
+    class Owner {
+      public:
+        virtual ~Owner() = default;
+        virtual void createTag(const std::string& label, const std::string& colorHex) = 0;
+        virtual void cancelCreateTag() = 0;
+    };
+    CreateTagForm(std::string initialColorHex, Owner& owner)
+        : colorHex(std::move(initialColorHex)), owner_(owner) {}
 
     std::string label;
     std::string colorHex;
@@ -33,11 +34,10 @@ class CreateTagForm {
     [[nodiscard]] bool canCreate() const;
     // Hands the label on without white space around it; nothing while there is no label.
     void submit() const;
-    void cancel() const;
+    void cancel() const { owner_.cancelCreateTag(); }
 
   private:
-    OnCreate onCreate_;
-    std::function<void()> onCancel_;
+    Owner& owner_;
 };
 
 }  // namespace orvellos

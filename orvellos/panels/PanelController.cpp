@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <utility>
+#include <variant>
 
 #include "orvellos/base/DebugLog.h"
 #include "orvellos/tags/TagColor.h"
@@ -57,12 +58,105 @@ PanelTraits traitsOf(PanelKind kind) {
 
 }  // namespace
 
+// One panel: what it says and does, its window, and what dismisses it.
+class PanelController::Panel final : public AutoDismiss::Owner {
+  public:
+    Panel(PanelController& controller, PanelKind kind);
+
+    [[nodiscard]] platform::PanelWindow& window() const { return *window_; }
+    [[nodiscard]] QuickSwitcher& quickSwitcher() { return std::get<QuickSwitcher>(model_); }
+    void stopDismissing() { autoDismiss_.reset(); }
+
+  private:
+    // Made in its place.
+    using Model = std::variant<CreateTagForm, EditTagsList, QuickSwitcher, SettingsForm, WelcomeForm, About>;
+    [[nodiscard]] Model makeModel() const;
+    [[nodiscard]] PermissionsState::Services permissions() const;
+
+    [[nodiscard]] bool isColorPanelVisible() const override {
+        return controller_.services_.host.isColorPanelVisible();
+    }
+    [[nodiscard]] AutoDismiss::ClickedWindow identify(WindowNumber window) const override;
+    void dismiss() override { controller_.close(kind_); }
+
+    PanelController& controller_;
+    const PanelKind kind_;
+    Model model_;
+    std::unique_ptr<platform::PanelWindow> window_;
+    std::unique_ptr<AutoDismiss> autoDismiss_;  // of the panels that have it
+};
+
+PanelController::Panel::Panel(PanelController& controller, PanelKind kind)
+    : controller_(controller), kind_(kind), model_(makeModel()) {
+    const auto& services = controller_.services_;
+    const auto traits = traitsOf(kind_);
+    window_ = services.host.makePanel(traits.shell,
+                                      std::visit([](auto& model) -> PanelContent { return &model; }, model_),
+                                      [this] { controller_.forget(kind_); });
+    if (traits.autoDismisses)
+        autoDismiss_ =
+            std::make_unique<AutoDismiss>(services.mouse, services.runLoop, traits.shell.title, *this);
+}
+
+PanelController::Panel::Model PanelController::Panel::makeModel() const {
+    const auto& services = controller_.services_;
+    auto& manager = services.manager;
+    switch (kind_) {
+        case PanelKind::CreateTag:
+            return Model(std::in_place_type<CreateTagForm>, controller_.randomPaletteColor(), controller_);
+        case PanelKind::EditTags:
+            return Model(std::in_place_type<EditTagsList>, manager, services.spaces,
+                         [this] { controller_.showSettingsPanel(); });
+        case PanelKind::Settings:
+            return Model(std::in_place_type<SettingsForm>,
+                         SettingsForm::Services{.settings = services.settings,
+                                                .recorder = services.recorder,
+                                                .permissions = permissions(),
+                                                .areSpaceShortcutsEnabled = [&manager] {
+                                                    return manager.navigation().areShortcutsEnabled();
+                                                }});
+        case PanelKind::Welcome:
+            return Model(
+                std::in_place_type<WelcomeForm>, controller_.welcomeMode_,
+                WelcomeForm::Services{
+                    .settings = services.settings, .permissions = permissions(), .owner = controller_});
+        case PanelKind::QuickSwitcher:
+            return Model(std::in_place_type<QuickSwitcher>, controller_.spaceRows(), controller_);
+        case PanelKind::About:
+            break;
+    }
+    return Model(std::in_place_type<About>, services.about());
+}
+
+PermissionsState::Services PanelController::Panel::permissions() const {
+    const auto& services = controller_.services_;
+    return {.permissions = services.permissions,
+            .runLoop = services.runLoop,
+            .reloadKeystrokeObserver = [&manager = services.manager] { manager.reloadKeystrokeObserver(); }};
+}
+
+AutoDismiss::ClickedWindow PanelController::Panel::identify(WindowNumber window) const {
+    using Kind = AutoDismiss::WindowKind;
+    for (const auto& panel : controller_.panels_) {
+        if (!panel || panel->window().number() != window) continue;
+        return {panel.get() == this ? Kind::ThisPanel : Kind::SiblingPanel,
+                traitsOf(panel->kind_).shell.title};
+    }
+    const auto& services = controller_.services_;
+    if (services.manager.isTagWindow(window)) return {Kind::TagWindow, ""};
+    return {services.host.isPanel(window) ? Kind::SiblingPanel : Kind::Other, std::nullopt};
+}
+
+PanelController::PanelController(const Services& services) : services_(services), closed_(services.runLoop) {}
+
+PanelController::~PanelController() = default;
+
 bool PanelController::isVisible(PanelKind kind) const {
-    return panel(kind) && panel(kind)->window->isVisible();
+    return panel(kind) && panel(kind)->window().isVisible();
 }
 
 void PanelController::close(PanelKind kind) {
-    if (panel(kind)) panel(kind)->window->close();
+    if (panel(kind)) panel(kind)->window().close();
 }
 
 // A form that is open already is for the Space the user is on now.
@@ -77,8 +171,7 @@ void PanelController::showWelcome(WelcomeForm::Mode mode) {
 }
 
 void PanelController::showQuickSwitcher() {
-    if (const auto& open = panel(PanelKind::QuickSwitcher))
-        std::get<QuickSwitcher>(open->model).showAgain(spaceRows());
+    if (const auto& open = panel(PanelKind::QuickSwitcher)) open->quickSwitcher().showAgain(spaceRows());
     show(PanelKind::QuickSwitcher);
 }
 
@@ -116,88 +209,24 @@ void PanelController::show(PanelKind kind) {
     }
     std::erase(open_, kind);
     open_.push_back(kind);
-    panel(kind)->window->makeKeyAndOrderFront();
+    panel(kind)->window().makeKeyAndOrderFront();
 }
 
-PanelController::Panel::Panel(PanelController& controller, PanelKind kind)
-    : model(controller.makeModel(kind)),
-      window(controller.services_.host.makePanel(
-          traitsOf(kind).shell, std::visit([](auto& each) -> PanelContent { return &each; }, model),
-          [&controller, kind] { controller.forget(kind); })) {
-    const auto traits = traitsOf(kind);
-    if (traits.autoDismisses)
-        autoDismiss = std::make_unique<AutoDismiss>(controller.surroundingsOf(kind), traits.shell.title,
-                                                    [&controller, kind] { controller.close(kind); });
-}
-
-PanelController::Model PanelController::makeModel(PanelKind kind) {
-    switch (kind) {
-        case PanelKind::CreateTag:
-            return makeCreateForm();
-        case PanelKind::EditTags:
-            return makeEditList();
-        case PanelKind::Settings:
-            return makeSettings();
-        case PanelKind::Welcome:
-            return makeWelcome();
-        case PanelKind::QuickSwitcher:
-            return makeQuickSwitcher();
-        case PanelKind::About:
-            break;
-    }
-    return Model(std::in_place_type<About>, services_.about());
-}
-
-PanelController::Model PanelController::makeCreateForm() {
-    return Model(
-        std::in_place_type<CreateTagForm>, randomPaletteColor(),
-        [this](const std::string& label, const std::string& colorHex) { createTag(label, colorHex); },
-        [this] { close(PanelKind::CreateTag); });
-}
-
-PanelController::Model PanelController::makeEditList() {
-    return Model(std::in_place_type<EditTagsList>, services_.manager, services_.spaces,
-                 [this] { showSettingsPanel(); });
-}
-
-PanelController::Model PanelController::makeQuickSwitcher() {
-    auto& manager = services_.manager;
-    const auto navigate = [&manager](const MenuSpaceRow& row) {
-        auto& navigation = manager.navigation();
-        if (row.tag)
-            navigation.navigateToTagID(row.tag->id);
-        else
-            navigation.navigateToSpace(row.spaceUUID);
-    };
-    return Model(std::in_place_type<QuickSwitcher>, spaceRows(), navigate,
-                 [this] { close(PanelKind::QuickSwitcher); });
-}
-
-PanelController::Model PanelController::makeSettings() {
-    auto& manager = services_.manager;
-    return Model(std::in_place_type<SettingsForm>,
-                 SettingsForm::Services{services_.settings, services_.recorder, permissionTargets(),
-                                        [&manager] { return manager.navigation().areShortcutsEnabled(); }});
-}
-
-PanelController::Model PanelController::makeWelcome() {
-    return Model(std::in_place_type<WelcomeForm>, welcomeMode_,
-                 WelcomeForm::Services{
-                     services_.settings, permissionTargets(), [this] { close(PanelKind::Welcome); },
-                     [this] { showCreatePanel(services_.spaces.currentSpaceUUIDOnPointerDisplay()); }});
-}
-
-std::vector<MenuSpaceRow> PanelController::spaceRows() {
+std::vector<MenuSpaceRow> PanelController::spaceRows() const {
     return services_.manager.menuRows(
         [this] { return services_.spaces.orderedSpaceUUIDsOnPointerDisplay(); });
 }
 
-// Every view of the permissions has a state of its own.
-PermissionTargets PanelController::permissionTargets() {
-    auto& manager = services_.manager;
-    const auto reload = [&manager] { manager.reloadKeystrokeObserver(); };
-    return {services_.permissions,
-            std::make_shared<PermissionsState>(services_.permissions, services_.runLoop, reload), reload};
+void PanelController::navigate(const MenuSpaceRow& row) {
+    auto& navigation = services_.manager.navigation();
+    if (row.tag)
+        navigation.navigateToTagID(row.tag->id);
+    else
+        navigation.navigateToSpace(row.spaceUUID);
+}
+
+void PanelController::tagFirstSpace() {
+    showCreatePanel(services_.spaces.currentSpaceUUIDOnPointerDisplay());
 }
 
 void PanelController::createTag(const std::string& label, const std::string& colorHex) {
@@ -211,28 +240,11 @@ std::string PanelController::randomPaletteColor() {
     return std::string(tagPalette.at(pick(random_)).hex);
 }
 
-AutoDismiss::Surroundings PanelController::surroundingsOf(PanelKind kind) {
-    return {services_.mouse, services_.runLoop, [this] { return services_.host.isColorPanelVisible(); },
-            [this, kind](WindowNumber window) { return identify(kind, window); }};
-}
-
-AutoDismiss::ClickedWindow PanelController::identify(PanelKind kind, WindowNumber window) const {
-    using Kind = AutoDismiss::WindowKind;
-    for (std::size_t i = 0; i < panels_.size(); ++i) {
-        const auto& panel = panels_[i];
-        if (!panel || panel->window->number() != window) continue;
-        const auto clicked = static_cast<PanelKind>(i);
-        return {clicked == kind ? Kind::ThisPanel : Kind::SiblingPanel, traitsOf(clicked).shell.title};
-    }
-    if (services_.manager.isTagWindow(window)) return {Kind::TagWindow, ""};
-    return {services_.host.isPanel(window) ? Kind::SiblingPanel : Kind::Other, std::nullopt};
-}
-
 // A part of the panel may be what closes it.
 void PanelController::forget(PanelKind kind) {
     if (!panel(kind)) return;
     std::erase(open_, kind);
-    panel(kind)->autoDismiss.reset();
+    panel(kind)->stopDismissing();
     closed_.add(std::exchange(panel(kind), nullptr));
     if (const auto* source = traitsOf(kind).editingSource) services_.editingContext.end(source);
 }

@@ -7,7 +7,6 @@
 #include <optional>
 #include <random>
 #include <string>
-#include <variant>
 #include <vector>
 
 #include "orvellos/base/DeferredDeletion.h"
@@ -21,7 +20,9 @@ enum class PanelKind { CreateTag, EditTags, Settings, About, Welcome, QuickSwitc
 
 // The panels in which the user edits everything. A panel is made when it is first asked for, comes to the
 // front when it is asked for again, and is forgotten when it closes. Main thread only.
-class PanelController {
+class PanelController final : public CreateTagForm::Owner,
+                              public QuickSwitcher::Owner,
+                              public WelcomeForm::Owner {
   public:
     struct Services {
         TagManager& manager;
@@ -35,7 +36,10 @@ class PanelController {
         PrivacyPermissions& permissions;
         std::function<About()> about;
     };
-    explicit PanelController(const Services& services) : services_(services) {}
+    explicit PanelController(const Services& services);
+    ~PanelController() override;
+    PanelController(const PanelController&) = delete;
+    PanelController& operator=(const PanelController&) = delete;
 
     // For a new tag on that Space; without one, on the Space that is current when it is made.
     void showCreatePanel(const std::optional<std::string>& spaceUUID);
@@ -55,28 +59,18 @@ class PanelController {
     void close(PanelKind kind);
 
   private:
-    // What a panel says and does, made in its place.
-    using Model = std::variant<CreateTagForm, EditTagsList, QuickSwitcher, SettingsForm, WelcomeForm, About>;
-    struct Panel {
-        Panel(PanelController& controller, PanelKind kind);
+    class Panel;
 
-        Model model;
-        std::unique_ptr<platform::PanelWindow> window;
-        std::unique_ptr<AutoDismiss> autoDismiss;  // of the panels that have it
-    };
+    // What the forms ask for.
+    void createTag(const std::string& label, const std::string& colorHex) override;
+    void cancelCreateTag() override { close(PanelKind::CreateTag); }
+    void navigate(const MenuSpaceRow& row) override;
+    void onClose() override { close(PanelKind::QuickSwitcher); }
+    void closeWelcome() override { close(PanelKind::Welcome); }
+    void tagFirstSpace() override;
 
     void show(PanelKind kind);
-    [[nodiscard]] Model makeModel(PanelKind kind);
-    [[nodiscard]] Model makeCreateForm();
-    [[nodiscard]] Model makeEditList();
-    [[nodiscard]] Model makeQuickSwitcher();
-    [[nodiscard]] Model makeSettings();
-    [[nodiscard]] Model makeWelcome();
-    [[nodiscard]] std::vector<MenuSpaceRow> spaceRows();
-    [[nodiscard]] PermissionTargets permissionTargets();
-    [[nodiscard]] AutoDismiss::Surroundings surroundingsOf(PanelKind kind);
-    [[nodiscard]] AutoDismiss::ClickedWindow identify(PanelKind kind, platform::WindowNumber window) const;
-    void createTag(const std::string& label, const std::string& colorHex);
+    [[nodiscard]] std::vector<MenuSpaceRow> spaceRows() const;
     [[nodiscard]] std::string randomPaletteColor();
     void forget(PanelKind kind);
     [[nodiscard]] std::unique_ptr<Panel>& panel(PanelKind kind) {
@@ -92,7 +86,7 @@ class PanelController {
     std::random_device random_;
     std::array<std::unique_ptr<Panel>, 6> panels_;
     std::vector<PanelKind> open_;  // the one that was shown last at the end
-    DeferredDeletion<Panel> closed_{services_.runLoop};
+    DeferredDeletion<Panel> closed_;
 };
 
 }  // namespace orvellos

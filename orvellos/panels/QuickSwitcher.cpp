@@ -13,18 +13,16 @@ namespace orvellos {
 
 namespace key = platform::key;
 
-QuickSwitcher::QuickSwitcher(std::vector<MenuSpaceRow> rows,
-                             std::function<void(const MenuSpaceRow&)> navigate, std::function<void()> onClose)
-    : navigate_(std::move(navigate)), onClose_(std::move(onClose)) {
-    take(std::move(rows));
+QuickSwitcher::QuickSwitcher(std::vector<MenuSpaceRow> rows, Owner& owner) : owner_(owner) {
+    setRows(std::move(rows));
 }
 
 void QuickSwitcher::showAgain(std::vector<MenuSpaceRow> rows) {
-    take(std::move(rows));
+    setRows(std::move(rows));
     shownAgain_.notify();
 }
 
-void QuickSwitcher::take(std::vector<MenuSpaceRow> rows) {
+void QuickSwitcher::setRows(std::vector<MenuSpaceRow> rows) {
     entries_.clear();
     for (auto& row : rows) {
         auto label = row.tag ? lowerCased(row.tag->label) : std::string();
@@ -67,9 +65,9 @@ void QuickSwitcher::activateSelected() const {
 }
 
 void QuickSwitcher::jump(const MenuSpaceRow& row) const {
-    const auto close = onClose_;
-    navigate_(row);
-    close();
+    auto& owner = owner_;
+    owner.navigate(row);
+    owner.onClose();
 }
 
 bool QuickSwitcher::keyDown(std::uint16_t keyCode) {
@@ -84,11 +82,9 @@ bool QuickSwitcher::keyDown(std::uint16_t keyCode) {
         case key::kDownArrow:
             moveSelection(1);
             return true;
-        case key::kEscape: {
-            const auto close = onClose_;
-            close();
+        case key::kEscape:
+            owner_.onClose();
             return true;
-        }
         default:
             return false;
     }

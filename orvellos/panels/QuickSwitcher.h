@@ -20,9 +20,16 @@ class QuickSwitcher {
     static constexpr std::string_view kUntagged = "(untagged)";
     static constexpr std::string_view kRowHint = "Jumps to this Space";
 
-    // `navigate` goes to a row's Space; `onClose` may end the switcher.
-    QuickSwitcher(std::vector<MenuSpaceRow> rows, std::function<void(const MenuSpaceRow&)> navigate,
-                  std::function<void()> onClose);
+    // Whoever shows the switcher.
+    class Owner {
+      public:
+        virtual ~Owner() = default;
+        // Goes to the row's Space.
+        virtual void navigate(const MenuSpaceRow& row) = 0;
+        // Closes the panel, and may end the switcher.
+        virtual void onClose() = 0;
+    };
+    QuickSwitcher(std::vector<MenuSpaceRow> rows, Owner& owner);
 
     // The panel is shown again: selects the current Space among the rows that match what is typed already.
     void showAgain(std::vector<MenuSpaceRow> rows);
@@ -58,12 +65,11 @@ class QuickSwitcher {
         std::string desktop;  // "desktop " and the number
     };
     [[nodiscard]] static bool matches(const Entry& entry, const std::string& query);
-    void take(std::vector<MenuSpaceRow> rows);
+    void setRows(std::vector<MenuSpaceRow> rows);
     void filter();
 
     std::vector<Entry> entries_;
-    std::function<void(const MenuSpaceRow&)> navigate_;
-    std::function<void()> onClose_;
+    Owner& owner_;
     std::string query_;  // trimmed and in lower case
     bool queryIsEmpty_ = true;
     std::vector<MenuSpaceRow> filtered_;

@@ -108,16 +108,15 @@ SettingsSection about() {
 
 }  // namespace
 
-SettingsForm::SettingsForm(Services services) : services_(std::move(services)) {
+SettingsForm::SettingsForm(Services services)
+    : services_(std::move(services)), permissionsState_(services_.permissions) {
     auto& settings = services_.settings;
-    auto& state = *services_.permissions.state;
     sections_ = {appearance(settings), visibility(settings), startup(settings),
                  shortcuts(),          permissions(),        about()};
-    const auto notify = [this](auto&&...) { changed_.notify(); };
+    const auto notify = [this] { changed_.notify(); };
     changes_.push_back(settings.subscribe(notify));
-    changes_.push_back(state.accessibilityTrusted.subscribe(notify));
-    changes_.push_back(state.inputMonitoringTrusted.subscribe(notify));
-    state.startRefreshing();
+    changes_.push_back(permissionsState_.subscribe(notify));
+    permissionsState_.startRefreshing();
 }
 
 SettingsSection SettingsForm::shortcuts() {
@@ -129,26 +128,27 @@ SettingsSection SettingsForm::shortcuts() {
     return section;
 }
 
-SettingsSection SettingsForm::permissions() const {
+SettingsSection SettingsForm::permissions() {
+    using enum PermissionRow::Permission;
     auto& permissions = services_.permissions.permissions;
-    auto inputMonitoring = inputMonitoringRow(
-        services_.permissions,
-        "Lets orvellos see the F3 keypress so it can pre-resize labels before Mission Control snapshots its "
-        "thumbnails. Without it, labels still appear in MC — just at your chosen size instead of the "
-        "extra-large reveal.",
-        "Request Access");
-    inputMonitoring.hint =
-        "If no prompt appears, Settings will open and Finder will reveal `orvello-pro.app`. In Settings, "
-        "click **+**, then drag the revealed app into the list.";
-    inputMonitoring.reveal = [&permissions] { permissions.revealAppInFinder(); };
+    const auto row = [&](PermissionRow::Permission permission, std::string text, std::string hint) {
+        return PermissionRow(permission, {std::move(text), "Request Access", std::move(hint)}, permissions,
+                             permissionsState_);
+    };
     return {
         "Permissions",
-        {std::move(inputMonitoring),
-         accessibilityRow(services_.permissions,
-                          "Required for click-to-switch: jumping to a Space by clicking its tag (or a menu "
-                          "row) simulates ⌃←/⌃→, which macOS only allows with Accessibility granted. Without "
-                          "it, tags are display-only.",
-                          "Request Access"),
+        {row(InputMonitoring,
+             "Lets orvellos see the F3 keypress so it can pre-resize labels before Mission Control snapshots "
+             "its thumbnails. Without it, labels still appear in MC — just at your chosen size instead of "
+             "the "
+             "extra-large reveal.",
+             "If no prompt appears, Settings will open and Finder will reveal `orvello-pro.app`. In "
+             "Settings, "
+             "click **+**, then drag the revealed app into the list."),
+         row(Accessibility,
+             "Required for click-to-switch: jumping to a Space by clicking its tag (or a menu row) simulates "
+             "⌃←/⌃→, which macOS only allows with Accessibility granted. Without it, tags are display-only.",
+             ""),
          GroupTitle{"Stuck?"},
          TextRow{"Restart picks up freshly-granted permissions. Reset TCC also nukes orvellos' Privacy "
                  "entries — use this when Request Access has gone silent (usually a stale TCC entry with a "

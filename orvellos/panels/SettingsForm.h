@@ -75,7 +75,7 @@ class SettingsForm {
     struct Services {
         Settings& settings;
         keyboard_shortcuts::Recorder::Services recorder;
-        PermissionTargets permissions;
+        PermissionsState::Services permissions;
         std::function<bool()> areSpaceShortcutsEnabled;
     };
     explicit SettingsForm(Services services);
@@ -90,9 +90,10 @@ class SettingsForm {
 
   private:
     [[nodiscard]] SettingsSection shortcuts();
-    [[nodiscard]] SettingsSection permissions() const;
+    [[nodiscard]] SettingsSection permissions();
 
     Services services_;
+    PermissionsState permissionsState_;
     std::vector<std::unique_ptr<keyboard_shortcuts::Recorder>> recorders_;
     std::vector<SettingsSection> sections_;
     Observers<> changed_;

@@ -5,16 +5,14 @@
 namespace orvellos {
 
 WelcomeForm::WelcomeForm(Mode mode, Services services)
-    : mode_(mode),
-      services_(std::move(services)),
-      permissionRows_{
-          inputMonitoringRow(services_.permissions,
-                             "Detect F3 / ⌃↑ before Mission Control snapshots your Spaces.", "Request"),
-          accessibilityRow(services_.permissions, "Click a tag to jump Spaces — sends ⌃← / ⌃→ for you.",
-                           "Request")} {
-    auto& state = *services_.permissions.state;
-    for (auto* granted : {&state.inputMonitoringTrusted, &state.accessibilityTrusted})
-        grants_.push_back(granted->subscribe([this](bool) { changed_.notify(); }));
+    : mode_(mode), services_(std::move(services)), permissionsState_(services_.permissions) {
+    using enum PermissionRow::Permission;
+    const auto add = [this](PermissionRow::Permission permission, std::string text) {
+        permissionRows_.emplace_back(permission, PermissionRow::Texts{std::move(text), "Request"},
+                                     services_.permissions.permissions, permissionsState_);
+    };
+    add(InputMonitoring, "Detect F3 / ⌃↑ before Mission Control snapshots your Spaces.");
+    add(Accessibility, "Click a tag to jump Spaces — sends ⌃← / ⌃→ for you.");
 }
 
 std::string_view WelcomeForm::title() const {
@@ -28,24 +26,25 @@ std::string_view WelcomeForm::subtitle() const {
 
 void WelcomeForm::continueToPermissions() {
     step_ = Step::Permissions;
-    services_.permissions.state->refresh();
-    services_.permissions.state->startRefreshing();
+    permissionsState_.refresh();
+    permissionsState_.startRefreshing();
 }
 
 void WelcomeForm::back() {
     step_ = Step::Features;
-    services_.permissions.state->stopRefreshing();
+    permissionsState_.stopRefreshing();
 }
 
 void WelcomeForm::finish() {
     services_.settings.hasSeenWelcome.set(true);
     services_.settings.lastWelcomeVersion.set(kCurrentWelcomeVersion);
-    services_.close();
+    services_.owner.closeWelcome();
 }
 
 void WelcomeForm::tagMyFirstSpace() {
+    auto& owner = services_.owner;
     finish();
-    services_.tagFirstSpace();
+    owner.tagFirstSpace();
 }
 
 }  // namespace orvellos

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <functional>
-#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -51,11 +51,19 @@ class WelcomeForm {
     static constexpr std::string_view kDone = "Done";
     static constexpr std::string_view kTagFirstSpace = "Tag my first Space";
 
+    // Whoever shows the form.
+    class Owner {
+      public:
+        virtual ~Owner() = default;
+        // Closes the window, and may end the form.
+        virtual void closeWelcome() = 0;
+        // Called after that.
+        virtual void tagFirstSpace() = 0;
+    };
     struct Services {
         Settings& settings;
-        PermissionTargets permissions;
-        std::function<void()> close;          // the window
-        std::function<void()> tagFirstSpace;  // called after it has closed
+        PermissionsState::Services permissions;
+        Owner& owner;
     };
     WelcomeForm(Mode mode, Services services);
     WelcomeForm(const WelcomeForm&) = delete;
@@ -74,16 +82,15 @@ class WelcomeForm {
 
     // Called when the rows of the permissions may have to show something else.
     platform::Subscription subscribe(std::function<void()> callback) {
-        return changed_.subscribe(std::move(callback));
+        return permissionsState_.subscribe(std::move(callback));
     }
 
   private:
     const Mode mode_;
     Services services_;
     Step step_ = Step::Features;
+    PermissionsState permissionsState_;
     std::vector<PermissionRow> permissionRows_;
-    Observers<> changed_;
-    std::vector<platform::Subscription> grants_;
 };
 
 }  // namespace orvellos

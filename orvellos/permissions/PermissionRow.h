@@ -1,40 +1,60 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <string>
+#include <string_view>
 
-#include "orvellos/base/Published.h"
 #include "orvellos/permissions/PrivacyPermissions.h"
 
 namespace orvellos {
 
-// What is granted, for a view that shows it. Main thread only.
+// What is granted, for a view that shows it. The form of that view owns it, and it alone changes it. Main
+// thread only.
 class PermissionsState {
   public:
-    // Starts with what is granted now. `reloadKeystrokeObserver` is called when something becomes granted,
-    // so that keys arrive without a restart. What is passed outlives the state.
-    PermissionsState(const PrivacyPermissions& permissions, platform::RunLoop& runLoop,
-                     std::function<void()> reloadKeystrokeObserver);
+    struct Services {
+        PrivacyPermissions& permissions;
+        platform::RunLoop& runLoop;
+        // Lets keys arrive without a restart.
+        std::function<void()> reloadKeystrokeObserver;
+    };
+    // Starts with what is granted now.
+    explicit PermissionsState(Services services);
+    PermissionsState(const PermissionsState&) = delete;
+    PermissionsState& operator=(const PermissionsState&) = delete;
 
-    Published<bool> accessibilityTrusted;
-    Published<bool> inputMonitoringTrusted;
+    [[nodiscard]] bool accessibilityTrusted() const { return accessibilityTrusted_; }
+    [[nodiscard]] bool inputMonitoringTrusted() const { return inputMonitoringTrusted_; }
+    // Called at every refresh.
+    platform::Subscription subscribe(std::function<void()> callback) {
+        return refreshed_.subscribe(std::move(callback));
+    }
 
+    // Looks again. When something has become granted, the keystroke observer is reloaded.
     void refresh();
     // Refreshes every second, while the view is on the screen.
     void startRefreshing();
     void stopRefreshing() { timer_.cancel(); }
 
+    // Both ask the user and look again once there can be an answer.
+    void requestAccessibility();
+    void requestInputMonitoring();
+    void reloadKeystrokeObserver() const { services_.reloadKeystrokeObserver(); }
+
   private:
-    const PrivacyPermissions& permissions_;
-    platform::RunLoop& runLoop_;
-    std::function<void()> reloadKeystrokeObserver_;
+    Services services_;
+    bool accessibilityTrusted_;
+    bool inputMonitoringTrusted_;
+    platform::Observers<> refreshed_;
     platform::Timer timer_;
+    platform::Subscription answer_;
 };
 
-// A permission as the user sees it. In the texts, what is between two asterisks each is emphasised and what
-// is between two backticks is a name of the system's.
-struct PermissionRow {
+// A permission as the user sees it in both windows: what is said of it, and what its buttons do. In the
+// texts, what is between two asterisks each is emphasised and what is between two backticks is a name of the
+// system's.
+class PermissionRow {
+  public:
     static constexpr const char* kGrantedSymbol = "checkmark.circle.fill";
     static constexpr const char* kMissingSymbol = "circle.dashed";
     static constexpr const char* kGranted = "Granted";
@@ -43,27 +63,31 @@ struct PermissionRow {
     static constexpr const char* kOpenSettings = "Open Settings";
     static constexpr const char* kReveal = "Reveal App in Finder";
 
-    std::string title;
-    std::string text;
-    std::string requestTitle;
-    std::string hint = {};  // for a user who was asked nothing; empty for none
-    std::function<bool()> isGranted;
-    std::function<void()> request;
-    std::function<void()> openSettings;
-    std::function<void()> reload;
-    std::function<void()> reveal = {};  // stands with the hint
-};
+    enum class Permission { InputMonitoring, Accessibility };
+    struct Texts {
+        std::string text;
+        std::string requestTitle;
+        std::string hint =
+            {};  // for a user who was asked nothing, beside the button to reveal; empty for none
+    };
+    PermissionRow(Permission permission, Texts texts, PrivacyPermissions& permissions,
+                  PermissionsState& state)
+        : permission_(permission), texts_(std::move(texts)), permissions_(&permissions), state_(&state) {}
 
-// What both windows' rows act upon. The permissions outlive the rows.
-struct PermissionTargets {
-    PrivacyPermissions& permissions;
-    std::shared_ptr<PermissionsState> state;
-    std::function<void()> reloadKeystrokeObserver;
-};
+    [[nodiscard]] std::string title() const;
+    [[nodiscard]] const Texts& texts() const { return texts_; }
+    [[nodiscard]] bool isGranted() const;
 
-[[nodiscard]] PermissionRow inputMonitoringRow(const PermissionTargets& targets, std::string text,
-                                               std::string requestTitle);
-[[nodiscard]] PermissionRow accessibilityRow(const PermissionTargets& targets, std::string text,
-                                             std::string requestTitle);
+    void request() const;
+    void openSettings() const;
+    void reload() const { state_->reloadKeystrokeObserver(); }
+    void reveal() const { permissions_->revealAppInFinder(); }
+
+  private:
+    Permission permission_;
+    Texts texts_;
+    PrivacyPermissions* permissions_;
+    PermissionsState* state_;
+};
 
 }  // namespace orvellos

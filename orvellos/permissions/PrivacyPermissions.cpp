@@ -9,7 +9,7 @@ namespace orvellos {
 
 namespace {
 
-constexpr auto kPolicyRestore = platform::seconds(0.25);
+constexpr auto kPolicyRestoreDelay = platform::seconds(0.25);
 constexpr std::string_view kInputMonitoringUrl =
     "x-apple.systempreferences:com.apple.preference.security?Privacy_ListenEvent";
 
@@ -28,20 +28,24 @@ bool PrivacyPermissions::requestInputMonitoring() {
     activation.setPolicy(platform::ActivationPolicy::Regular);
     activation.activate();
     services_.permissions.requestInputMonitoring();
-    policyRestore_ = services_.runLoop.after(kPolicyRestore, [this] {
+    policyRestore_ = services_.runLoop.after(kPolicyRestoreDelay, [this] {
         services_.activation.setPolicy(*std::exchange(policyBefore_, std::nullopt));
     });
     return checkInputMonitoring();
 }
 
-void PrivacyPermissions::requestInputMonitoring(std::function<void()> completion, platform::Duration delay) {
+platform::Subscription PrivacyPermissions::requestInputMonitoring(std::function<void()> completion,
+                                                                  platform::Duration delay) {
     requestInputMonitoring();
-    followUp_ = services_.runLoop.after(delay, [this, completion = std::move(completion)] {
-        completion();
+    platform::Observers<> answered;
+    auto subscription = answered.subscribe(std::move(completion));
+    followUp_ = services_.runLoop.after(delay, [this, answered] {
+        answered.notify();
         if (checkInputMonitoring()) return;
         openInputMonitoringSettings();
         revealAppInFinder();
     });
+    return subscription;
 }
 
 void PrivacyPermissions::openAccessibilitySettings() {

@@ -47,9 +47,10 @@ class PrivacyPermissions {
     // Both ask the user, unless the permission is there, and give what is granted right then.
     bool promptAccessibility();
     bool requestInputMonitoring();
-    // The same; after the delay calls `completion`, and then helps a user who saw no prompt: shows the list
-    // of the permission and, for adding it there, the application. The latest request alone is followed up.
-    void requestInputMonitoring(std::function<void()> completion, platform::Duration delay);
+    // The same; after the delay calls `completion`, unless the subscription has ended, and then helps a user
+    // who saw no prompt: shows the list of the permission and, for adding it there, the application. The
+    // latest request alone is followed up.
+    platform::Subscription requestInputMonitoring(std::function<void()> completion, platform::Duration delay);
 
     void openAccessibilitySettings();
     void openInputMonitoringSettings();

@@ -31,10 +31,10 @@ PermissionRowView::PermissionRowView(PermissionRow row) : row_(std::move(row)) {
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(4);
     column->addLayout(makeFirstLine());
-    auto* text = makeSecondary(row_.text);
+    auto* text = makeSecondary(row_.texts().text);
     text->setContentsMargins(indent(), 0, 0, 0);
     column->addWidget(text);
-    if (!row_.hint.empty()) column->addWidget(makeHint());
+    if (!row_.texts().hint.empty()) column->addWidget(makeHint());
     refresh();
 }
 
@@ -43,13 +43,13 @@ QHBoxLayout* PermissionRowView::makeFirstLine() {
     line->setSpacing(kGap);
     auto* grantedSymbol = makeSymbol(PermissionRow::kGrantedSymbol, kSymbol, grantedColor);
     auto* missingSymbol = makeSymbol(PermissionRow::kMissingSymbol, kSymbol, secondaryLabelColor);
-    auto* title = inSize(makeText(row_.title), font_scale::kBody, QFont::DemiBold);
+    auto* title = inSize(makeText(row_.title()), font_scale::kBody, QFont::DemiBold);
     auto* granted = makeSecondary(PermissionRow::kGranted, QFont::Medium);
     granted->setWordWrap(false);
-    auto* reload = makeButton(PermissionRow::kReload, row_.reload);
+    auto* reload = makeButton(PermissionRow::kReload, &PermissionRow::reload);
     setHelp(*reload, PermissionRow::kReloadHelp);
-    auto* request = makeButton(row_.requestTitle, row_.request);
-    auto* openSettings = makeButton(PermissionRow::kOpenSettings, row_.openSettings);
+    auto* request = makeButton(row_.texts().requestTitle, &PermissionRow::request);
+    auto* openSettings = makeButton(PermissionRow::kOpenSettings, &PermissionRow::openSettings);
     whenGranted_ = {grantedSymbol, granted, reload};
     whenMissing_ = {missingSymbol, request, openSettings};
     line->addWidget(grantedSymbol);
@@ -67,19 +67,19 @@ QWidget* PermissionRowView::makeHint() {
     column->setSpacing(8);
     auto* hint = makeSecondary("");
     hint->setTextFormat(Qt::RichText);
-    hint->setText(emphasized(row_.hint));
+    hint->setText(emphasized(row_.texts().hint));
     column->addWidget(hint);
-    column->addWidget(makeButton(PermissionRow::kReveal, row_.reveal), 0, Qt::AlignLeft);
+    column->addWidget(makeButton(PermissionRow::kReveal, &PermissionRow::reveal), 0, Qt::AlignLeft);
     whenMissing_.push_back(box);
     return box;
 }
 
 // The rows' buttons have the same titles, so each also says whose it is.
-QPushButton* PermissionRowView::makeButton(const std::string& title, const std::function<void()>& action) {
+QPushButton* PermissionRowView::makeButton(const std::string& title, Action action) {
     auto* button = makePushButton(title);
-    button->setAccessibleName(toQString(title + ": " + row_.title));
+    button->setAccessibleName(toQString(title + ": " + row_.title()));
     connect(button, &QPushButton::clicked, this, [this, action] {
-        action();
+        (row_.*action)();
         refresh();
     });
     return button;

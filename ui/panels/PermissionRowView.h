@@ -13,6 +13,7 @@ namespace ui {
 // A permission: whether it is granted, what it is for, and the buttons that fit.
 class PermissionRowView final : public QWidget {
   public:
+    // What the row acts upon outlives the view.
     explicit PermissionRowView(orvellos::PermissionRow row);
 
     // Shows what is granted now.
@@ -21,7 +22,8 @@ class PermissionRowView final : public QWidget {
   private:
     [[nodiscard]] QHBoxLayout* makeFirstLine();
     [[nodiscard]] QWidget* makeHint();
-    [[nodiscard]] QPushButton* makeButton(const std::string& title, const std::function<void()>& action);
+    using Action = void (orvellos::PermissionRow::*)() const;
+    [[nodiscard]] QPushButton* makeButton(const std::string& title, Action action);
 
     orvellos::PermissionRow row_;
     std::vector<QWidget*> whenGranted_;

@@ -8,7 +8,7 @@ namespace {
 using Indices = std::vector<std::size_t>;
 
 // Fourteen Spaces, of which the second is current and some are tagged.
-class QuickSwitcherTest : public testing::Test {
+class QuickSwitcherTest : public testing::Test, QuickSwitcher::Owner {
   protected:
     static std::vector<MenuSpaceRow> rows(std::size_t count = 14) {
         std::vector<MenuSpaceRow> made;
@@ -20,10 +20,9 @@ class QuickSwitcherTest : public testing::Test {
         }
         return made;
     }
-    QuickSwitcher make(std::vector<MenuSpaceRow> shown) {
-        return {std::move(shown), [this](const auto& row) { went_.push_back(row.spaceUUID); },
-                [this] { went_.emplace_back("closed"); }};
-    }
+    QuickSwitcher make(std::vector<MenuSpaceRow> shown) { return {std::move(shown), *this}; }
+    void navigate(const MenuSpaceRow& row) override { went_.push_back(row.spaceUUID); }
+    void onClose() override { went_.emplace_back("closed"); }
     static Indices found(QuickSwitcher& switcher, const char* query) {
         switcher.setQuery(query);
         Indices indices;

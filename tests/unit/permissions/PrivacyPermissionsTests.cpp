@@ -31,7 +31,7 @@ TEST_F(PrivacyPermissionsTests, ARequestComesToTheFrontAndHelpsWhoSawNoPrompt) {
         desktop_.permissions.inputMonitoringTrusted = false;
         desktop_.permissions.asked.clear();
         int completions = 0;
-        permissions_.requestInputMonitoring([&] { ++completions; }, platform::seconds(1));
+        const auto answer = permissions_.requestInputMonitoring([&] { ++completions; }, platform::seconds(1));
         const Texts before = {"regular", "activate", "prompt for Input Monitoring"};
         EXPECT_EQ(desktop_.permissions.asked, before);
         wait(0.1);
@@ -91,23 +91,23 @@ TEST_F(PrivacyPermissionsTests, ResettingIsConfirmedAndThenStartsAnew) {
 TEST_F(PrivacyPermissionsTests, WhatIsNewlyGrantedReloadsTheObserverOnce) {
     desktop_.permissions.inputMonitoringTrusted = false;
     int reloads = 0;
-    PermissionsState state(permissions_, desktop_.runLoop, [&] { ++reloads; });
+    PermissionsState state({permissions_, desktop_.runLoop, [&] { ++reloads; }});
     state.startRefreshing();
     state.startRefreshing();
     wait(0.5);
     desktop_.permissions.inputMonitoringTrusted = true;
-    EXPECT_FALSE(state.inputMonitoringTrusted.get());
+    EXPECT_FALSE(state.inputMonitoringTrusted());
     wait(0.7);
-    EXPECT_TRUE(state.inputMonitoringTrusted.get());
+    EXPECT_TRUE(state.inputMonitoringTrusted());
     wait(3);
     EXPECT_EQ(reloads, 1);
     desktop_.permissions.accessibilityTrusted = false;
     wait(1);
-    EXPECT_FALSE(state.accessibilityTrusted.get());
+    EXPECT_FALSE(state.accessibilityTrusted());
     desktop_.permissions.accessibilityTrusted = true;
     state.stopRefreshing();
     wait(3);
-    EXPECT_FALSE(state.accessibilityTrusted.get());
+    EXPECT_FALSE(state.accessibilityTrusted());
     state.refresh();
     EXPECT_EQ(reloads, 2);
 }
