@@ -11,7 +11,7 @@ namespace ui {
 namespace {
 
 // A bar that is restarted is back within this time, and one that starts with the desktop is there by then.
-constexpr auto kHostsSettle = std::chrono::milliseconds(700);
+constexpr auto kHostsSettlingTime = std::chrono::milliseconds(700);
 // A tray that has not taken the icon in by then may never do so.
 constexpr auto kDockingPatience = std::chrono::seconds(2);
 
@@ -56,7 +56,7 @@ void QtStatusItem::setHosts(bool statusNotifier, std::optional<platform::WindowN
     tray_ = tray;
     if (statusNotifier) return beNotifierItem();
     if (tray) return beInTray();
-    offeringButton_ = services_.runLoop.after(kHostsSettle, [this] { beOnScreen(); });
+    buttonOffer_ = services_.runLoop.after(kHostsSettlingTime, [this] { beOnScreen(); });
 }
 
 void QtStatusItem::windowManagerChanged() {
@@ -64,7 +64,7 @@ void QtStatusItem::windowManagerChanged() {
 }
 
 void QtStatusItem::beNotifierItem() {
-    offeringButton_.cancel();
+    buttonOffer_.cancel();
     button_.reset();
     if (notifierItem_) return;
     notifierItem_ = std::make_unique<QSystemTrayIcon>();
@@ -77,21 +77,22 @@ void QtStatusItem::beNotifierItem() {
 void QtStatusItem::beInTray() {
     notifierItem_.reset();
     if (trayIcon_) return;
-    trayIcon_ =
-        std::make_unique<TrayIcon>(TrayIcon::Services{services_.runLoop, services_.tray},
-                                   TrayIcon::Callbacks{[this](bool isTaken) { trayHasChanged(isTaken); },
-                                                       [this] { openMenu(atPointer()); }});
+    trayIcon_ = std::make_unique<TrayIcon>(TrayIcon::Services{services_.runLoop, services_.tray}, *this);
     showTitle();
     trayHasChanged(false);
 }
 
 void QtStatusItem::trayHasChanged(bool isTaken) {
     if (isTaken) {
-        offeringButton_.cancel();
+        buttonOffer_.cancel();
         button_.reset();
     } else {
-        offeringButton_ = services_.runLoop.after(kDockingPatience, [this] { beOnScreen(); });
+        buttonOffer_ = services_.runLoop.after(kDockingPatience, [this] { beOnScreen(); });
     }
+}
+
+void QtStatusItem::trayMenuRequested() {
+    openMenu(atPointer());
 }
 
 void QtStatusItem::beOnScreen() {

@@ -19,7 +19,7 @@ namespace ui {
 // The status item wherever the desktop has a place for it: as a StatusNotifierItem where a host shows such
 // items, in the screen's tray where there is only that, and else, or while a tray does not take it in, as a
 // button of its own on the screen, so that the user is never locked out. It moves as those come and go.
-class QtStatusItem final : public platform::StatusItem {
+class QtStatusItem final : public platform::StatusItem, public TrayIcon::Owner {
   public:
     struct Services {  // outlive the item
         platform::RunLoop& runLoop;
@@ -42,7 +42,8 @@ class QtStatusItem final : public platform::StatusItem {
     void beNotifierItem();
     void beInTray();
     void beOnScreen();
-    void trayHasChanged(bool isTaken);
+    void trayHasChanged(bool isTaken) override;
+    void trayMenuRequested() override;
     void openMenu(const QRect& item);
     void showTitle();
 
@@ -54,7 +55,7 @@ class QtStatusItem final : public platform::StatusItem {
     std::unique_ptr<QSystemTrayIcon> notifierItem_;
     std::unique_ptr<TrayIcon> trayIcon_;
     std::unique_ptr<StatusButton> button_;
-    platform::Timer offeringButton_;
+    platform::Timer buttonOffer_;
     platform::Subscription screensChanged_;
 };
 

@@ -27,8 +27,8 @@ platform::WindowNumber windowOf(const QWidget& widget) {
 
 }  // namespace
 
-TrayIcon::TrayIcon(Services services, Callbacks callbacks)
-    : services_(services), callbacks_(std::move(callbacks)), patience_(kFirstPatience) {
+TrayIcon::TrayIcon(Services services, Owner& owner)
+    : services_(services), owner_(owner), patience_(kFirstPatience) {
     describeStatusItem(*this, {});
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_AlwaysShowToolTips);
@@ -67,7 +67,7 @@ void TrayIcon::hasMoved(bool isTaken) {
     } else {
         askingAgain_ = services_.runLoop.after(patience_, [this] { dock(); });
     }
-    callbacks_.changed(isTaken);
+    owner_.trayHasChanged(isTaken);
 }
 
 void TrayIcon::lookAtGround(platform::Duration pause) {
@@ -88,7 +88,7 @@ void TrayIcon::paintEvent(QPaintEvent* /*event*/) {
 }
 
 void TrayIcon::mousePressEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton || event->button() == Qt::RightButton) callbacks_.menuRequested();
+    if (event->button() == Qt::LeftButton || event->button() == Qt::RightButton) owner_.trayMenuRequested();
 }
 
 }  // namespace ui

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QWidget>
-#include <functional>
 #include <optional>
 
 #include "platform/Menus.h"
@@ -18,11 +17,14 @@ class TrayIcon final : public QWidget {
         platform::RunLoop& runLoop;
         platform::x11::SystemTray& tray;
     };
-    struct Callbacks {
-        std::function<void(bool isTaken)> changed;  // the tray has taken it in, however late, or let it go
-        std::function<void()> menuRequested;
+    class Owner {
+      public:
+        virtual ~Owner() = default;
+        // The tray has taken the icon in, however late, or let it go.
+        virtual void trayHasChanged(bool isTaken) = 0;
+        virtual void trayMenuRequested() = 0;
     };
-    TrayIcon(Services services, Callbacks callbacks);
+    TrayIcon(Services services, Owner& owner);
 
     void setTitle(const platform::StatusTitle& title);
     [[nodiscard]] QSize sizeHint() const override;
@@ -37,7 +39,7 @@ class TrayIcon final : public QWidget {
     void lookAtGround(platform::Duration pause);
 
     Services services_;
-    Callbacks callbacks_;
+    Owner& owner_;
     platform::StatusTitle title_;
     std::optional<QColor> ground_;  // what is behind the icon, where that can be seen
     platform::Subscription docking_;
