@@ -60,6 +60,16 @@ class MouseMonitor {
     virtual Subscription addGlobalMouseDownMonitor(std::function<void()> handler) = 0;
 };
 
+// Brings windows of the application that are on the screen to the user.
+class WindowFocus {
+  public:
+    virtual ~WindowFocus() = default;
+    // To the front, with the keyboard.
+    virtual void activate(WindowNumber window) const = 0;
+    // The same, on the current Space.
+    virtual void bringToUser(WindowNumber window) const = 0;
+};
+
 // How much of a place the application has among those that the user works with.
 enum class ActivationPolicy { Regular, Accessory };
 

@@ -30,11 +30,11 @@ UserInterfaceServices::UserInterfaceServices(Services services)
       panelHost_(
           {.menuBar = menuBar_,
            .screens = services.screens,
-           .bringToUser = [this](platform::WindowNumber window) { activation_.bringToUser(window); },
+           .focus = activation_,
            .followCompositing = [&windowSystem = services.windowSystem](
                                     const auto& action) { return windowSystem.followCompositing(action); }}),
-      alerts_([this](platform::WindowNumber window) { activation_.activate(window); }),
-      applicationActivation_([this](platform::WindowNumber window) { activation_.bringToUser(window); }),
+      alerts_(activation_),
+      applicationActivation_(activation_),
       tray_(services.connection, services.events, [this] { findStatusHost(); }),
       statusItem_({.runLoop = services.runLoop, .tray = tray_, .screens = services.screens}),
       statusNotifierHosts_(services.bus, [this](bool) { findStatusHost(); }),

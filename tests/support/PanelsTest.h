@@ -3,6 +3,7 @@
 #include <QTest>
 #include <stdexcept>
 
+#include "tests/support/NoWindowFocus.h"
 #include "tests/support/OffscreenApplication.h"
 #include "tests/support/PanelServicesTest.h"
 #include "ui/panels/QtPanelHost.h"
@@ -22,8 +23,11 @@ class PanelsTest : public PanelServicesTest {
 
     desktop_test::OffscreenApplication application_;
     ui::QtMenuBar menuBar_;
-    ui::QtPanelHost host_{
-        {menuBar_, desktop_.screens, [](auto) {}, [](const auto&) { return platform::Subscription(); }}};
+    desktop_test::NoWindowFocus focus_;
+    ui::QtPanelHost host_{{.menuBar = menuBar_,
+                           .screens = desktop_.screens,
+                           .focus = focus_,
+                           .followCompositing = [](const auto&) { return platform::Subscription(); }}};
     PanelController panels_{panelServices(host_)};
 };
 

@@ -12,7 +12,7 @@ void QtActivation::activate() {
     if (QApplication::activeWindow()) return;
     for (const auto* widget : QApplication::topLevelWidgets()) {
         const auto* panel = dynamic_cast<const QtPanel*>(widget);
-        if (panel && panel->isVisible()) return bringToUser_(panel->number());
+        if (panel && panel->isVisible()) return focus_.bringToUser(panel->number());
     }
 }
 
@@ -36,8 +36,8 @@ void QtAlerts::showNext() {
     });
     box_->show();
     // By then the window manager has been asked to show it.
-    QTimer::singleShot(0, box_,
-                       [this, box = box_.data()] { activate_({static_cast<std::int64_t>(box->winId())}); });
+    QTimer::singleShot(
+        0, box_, [this, box = box_.data()] { focus_.activate({static_cast<std::int64_t>(box->winId())}); });
 }
 
 }  // namespace ui

@@ -64,10 +64,12 @@ const QScreen* screenOfUser() {
 
 }  // namespace
 
-QtPanel::QtPanel(const platform::PanelShell& shell, QWidget* content, Callbacks callbacks)
+QtPanel::QtPanel(const platform::PanelShell& shell, QWidget* content, const platform::WindowFocus& focus,
+                 std::function<void()> willClose)
     : isMovableByBackground_(shell.isMovableByBackground),
       content_(content),
-      callbacks_(std::move(callbacks)) {
+      focus_(focus),
+      willClose_(std::move(willClose)) {
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint |
                    Qt::WindowStaysOnTopHint);
     setWindowTitle(toQString(shell.title));
@@ -106,19 +108,19 @@ void QtPanel::makeKeyAndOrderFront() {
     show();
     raise();
     content_->setFocus();
-    if (!isComing_) callbacks_.bringToUser(number());
+    if (!isComing_) focus_.bringToUser(number());
 }
 
 // A window manager takes a window over when it maps it; only then can it be asked for more.
 bool QtPanel::eventFilter(QObject* object, QEvent* event) {
     if (event->type() == QEvent::Expose && windowHandle()->isExposed() && std::exchange(isComing_, false))
-        callbacks_.bringToUser(number());
+        focus_.bringToUser(number());
     return QWidget::eventFilter(object, event);
 }
 
 void QtPanel::closeEvent(QCloseEvent* event) {
     event->accept();
-    if (const auto told = std::exchange(callbacks_.willClose, nullptr)) told();
+    if (const auto told = std::exchange(willClose_, nullptr)) told();
 }
 
 // What a dialog's keys do: Escape closes, Return presses the default button.

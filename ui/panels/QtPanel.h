@@ -26,14 +26,10 @@ struct PanelSize {
 // A panel's window. The desktop draws its title bar.
 class QtPanel final : public QWidget {
   public:
-    // `bringToUser` takes a window that is on the screen to where the user is; `willClose` is called once,
-    // when the panel leaves the screen.
-    struct Callbacks {
-        std::function<void(platform::WindowNumber)> bringToUser;
-        std::function<void()> willClose;
-    };
-    // Takes the content over.
-    QtPanel(const platform::PanelShell& shell, QWidget* content, Callbacks callbacks);
+    // Takes the content over. `willClose` is called once, when the panel leaves the screen. The focus
+    // outlives the panel.
+    QtPanel(const platform::PanelShell& shell, QWidget* content, const platform::WindowFocus& focus,
+            std::function<void()> willClose);
 
     [[nodiscard]] platform::WindowNumber number() const;
     void makeKeyAndOrderFront();
@@ -52,7 +48,8 @@ class QtPanel final : public QWidget {
 
     const bool isMovableByBackground_;
     QWidget* content_;
-    Callbacks callbacks_;
+    const platform::WindowFocus& focus_;
+    std::function<void()> willClose_;
     std::optional<QPoint> heldAt_;  // where the background was pressed, until it moves the panel
     bool isComing_ = false;         // shown, but not on the screen yet
 };

@@ -81,7 +81,7 @@ std::unique_ptr<platform::PanelWindow> QtPanelHost::makePanel(const platform::Pa
                                                               const orvellos::PanelContent& content,
                                                               std::function<void()> willClose) {
     auto panel = std::make_unique<QtPanel>(shell, std::visit(ViewMaker{colorPanel_}, content),
-                                           QtPanel::Callbacks{services_.bringToUser, std::move(willClose)});
+                                           services_.focus, std::move(willClose));
     services_.menuBar.attachTo(*panel);
     return std::make_unique<PanelHandle>(std::move(panel));
 }

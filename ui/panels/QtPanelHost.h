@@ -11,12 +11,12 @@ namespace ui {
 // Makes panels and toasts as windows of the toolkit.
 class QtPanelHost final : public orvellos::PanelHost {
   public:
-    // `bringToUser` takes a window that is on the screen to where the user is; the menu bar's keys work in
-    // every panel. `followCompositing` tells at once and on every change whether there is a compositor.
+    // The menu bar's keys work in every panel. `followCompositing` tells at once and on every change whether
+    // there is a compositor.
     struct Services {
         const QtMenuBar& menuBar;
         const platform::Screens& screens;
-        std::function<void(platform::WindowNumber)> bringToUser;
+        const platform::WindowFocus& focus;
         std::function<platform::Subscription(std::function<void(bool)>)> followCompositing;
     };
     explicit QtPanelHost(Services services) : services_(std::move(services)) {}

@@ -2,21 +2,20 @@
 
 #include <array>
 
-#include "platform/Windows.h"
+#include "platform/Panels.h"
 #include "platform/x11/spaces/EwmhDesktops.h"
 
 namespace platform::x11 {
 
 // Brings windows to where the user is, as a pager would: nobody asks whether they may have the focus.
-class WindowActivation {
+class WindowActivation final : public WindowFocus {
   public:
     static constexpr std::array<std::string_view, 2> kAtomNames = {"_NET_ACTIVE_WINDOW", "_NET_WM_DESKTOP"};
     WindowActivation(XConnection& connection, const DesktopSource& desktops);
 
-    // Takes a managed window to the front and gives it the keyboard.
-    void activate(WindowNumber window) const;
-    // The same, on the current desktop.
-    void bringToUser(WindowNumber window) const;
+    // For windows that the window manager manages.
+    void activate(WindowNumber window) const override;
+    void bringToUser(WindowNumber window) const override;
 
   private:
     XConnection& connection_;

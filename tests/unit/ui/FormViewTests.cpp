@@ -14,6 +14,7 @@
 #include "orvellos/menu/OwnKeys.h"
 #include "orvellos/settings/HotkeyNames.h"
 #include "tests/support/InterfaceTest.h"
+#include "tests/support/NoWindowFocus.h"
 #include "tests/support/OffscreenApplication.h"
 #include "ui/panels/AboutView.h"
 #include "ui/panels/AlertBox.h"
@@ -59,8 +60,8 @@ class FormViewTest : public orvellos::InterfaceTest {
   protected:
     // Shows the content in a panel, with the keyboard.
     QtPanel& show(const char* title, QWidget* content) {
-        panel_ = std::make_unique<QtPanel>(host_.titled(title)->shell, content,
-                                           QtPanel::Callbacks{[](auto) {}, [this] { closed_ = true; }});
+        panel_ = std::make_unique<QtPanel>(host_.titled(title)->shell, content, focus_,
+                                           [this] { closed_ = true; });
         panel_->makeKeyAndOrderFront();
         EXPECT_TRUE(QTest::qWaitForWindowActive(panel_.get()));
         return *panel_;
@@ -94,6 +95,7 @@ class FormViewTest : public orvellos::InterfaceTest {
     desktop_test::OffscreenApplication application_;
     ColorPanel colorPanel_;
     bool closed_ = false;
+    desktop_test::NoWindowFocus focus_;
     std::unique_ptr<QtPanel> panel_;
 };
 

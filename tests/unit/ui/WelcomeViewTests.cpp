@@ -7,6 +7,7 @@
 #include <QTest>
 
 #include "tests/support/InterfaceTest.h"
+#include "tests/support/NoWindowFocus.h"
 #include "tests/support/OffscreenApplication.h"
 #include "ui/panels/QtPanel.h"
 
@@ -20,9 +21,8 @@ class WelcomeViewTest : public orvellos::InterfaceTest {
     void open(WelcomeForm::Mode mode = WelcomeForm::Mode::FirstRun) {
         panels_.showWelcome(mode);
         auto& shown = *host_.titled("Welcome to orvellos");
-        panel_ =
-            std::make_unique<QtPanel>(shown.shell, new WelcomeView(*std::get<WelcomeForm*>(shown.content)),
-                                      QtPanel::Callbacks{[](auto) {}, [] {}});
+        panel_ = std::make_unique<QtPanel>(
+            shown.shell, new WelcomeView(*std::get<WelcomeForm*>(shown.content)), focus_, [] {});
         panel_->makeKeyAndOrderFront();
         EXPECT_TRUE(QTest::qWaitForWindowActive(panel_.get()));
     }
@@ -49,6 +49,7 @@ class WelcomeViewTest : public orvellos::InterfaceTest {
     bool isRecorded() { return settings_.hasSeenWelcome.get() && settings_.lastWelcomeVersion.get() == 2; }
 
     desktop_test::OffscreenApplication application_;
+    desktop_test::NoWindowFocus focus_;
     std::unique_ptr<QtPanel> panel_;
 };
 
