@@ -53,8 +53,8 @@ bool leavesTheField(const platform::KeyEvent& keys) {
 
 }  // namespace
 
-Recorder::Recorder(Services services, const Name& name)
-    : services_(std::move(services)),
+Recorder::Recorder(const Services& services, const Name& name)
+    : services_(services),
       name_(name),
       registryChanges_(services_.registry.shortcutByNameDidChange([this](auto) { changed_.notify(); })) {}
 
@@ -120,7 +120,7 @@ void Recorder::choose(const Shortcut& shortcut) {
     const bool isInForce = registry.getShortcut(name_) == shortcut && !registry.refusal(name_);
     const auto keys = keyEventOf(shortcut);
     if (isInForce || !keys) return;
-    if (const auto title = services_.ownUse(*keys, name_)) return warnOfOwnUse(shortcut, *title);
+    if (const auto title = services_.ownUses.useOf(*keys, name_)) return warnOfOwnUse(shortcut, *title);
     checked_ = shortcut;
     systemAnswer_ = services_.systemShortcuts.findUse(*keys, [this, shortcut](const auto& action) {
         checked_.reset();

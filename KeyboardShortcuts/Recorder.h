@@ -11,6 +11,15 @@
 
 namespace keyboard_shortcuts {
 
+// What the application itself does on keys.
+class KeyUses {
+  public:
+    virtual ~KeyUses() = default;
+    // The title of what is done on these keys, other than by that name; absent when nothing is.
+    [[nodiscard]] virtual std::optional<std::string> useOf(const platform::KeyEvent& keys,
+                                                           const Name& name) const = 0;
+};
+
 // The logic of a field in which the user presses the keys that are to be a name's shortcut. Main thread only.
 class Recorder {
   public:
@@ -20,10 +29,9 @@ class Recorder {
         const platform::KeyNames& keyNames;
         platform::SystemShortcuts& systemShortcuts;
         platform::Alerts& alerts;
-        // The title of what the application itself does on these keys, other than by this name.
-        std::function<std::optional<std::string>(const platform::KeyEvent& keys, const Name& name)> ownUse;
+        const KeyUses& ownUses;
     };
-    Recorder(Services services, const Name& name);
+    Recorder(const Services& services, const Name& name);
     ~Recorder();
     Recorder(const Recorder&) = delete;
     Recorder& operator=(const Recorder&) = delete;

@@ -19,7 +19,7 @@
 
 namespace {
 
-class Gallery final : public orvellos::PanelsTest {
+class Gallery final : public orvellos::PanelsTest, orvellos::ApplicationCommands {
   public:
     // Pictures go to the folder.
     Gallery(QString folder, double points, ui::ColorScheme scheme) : folder_(std::move(folder)) {
@@ -168,9 +168,18 @@ class Gallery final : public orvellos::PanelsTest {
     }
 
     QString folder_;
-    orvellos::StatusItemController statusItem_{
-        {manager_, identifier_, settings_, panels_, desktop_.runLoop, desktop_.statusItem,
-         [this](const auto& name) { return hotkeys_.displayText(name); }, [] {}, [] {}, [] {}}};
+    void saveDiagnostics() override {}
+    void checkForUpdates() override {}
+    void terminate() override {}
+
+    orvellos::StatusItemController statusItem_{{.manager = manager_,
+                                                .spaces = identifier_,
+                                                .settings = settings_,
+                                                .panels = panels_,
+                                                .runLoop = desktop_.runLoop,
+                                                .statusItem = desktop_.statusItem,
+                                                .hotkeys = hotkeys_,
+                                                .commands = *this}};
 };
 
 }  // namespace

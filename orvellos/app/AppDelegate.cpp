@@ -17,9 +17,9 @@ namespace {
 constexpr std::array<std::string_view, 2> kBundleIdentifiers = {"org.norvath.orvello",
                                                                 "org.norvath.orvello.pro"};
 constexpr auto kLongestWaitForExit = platform::seconds(3);
-constexpr auto kExitCheck = platform::seconds(0.2);
-// By then the window manager has shown the tags, which taking keys and making panels would have held up.
-constexpr auto kTagsAreShown = platform::seconds(0.05);
+constexpr auto kExitCheckInterval = platform::seconds(0.2);
+// The window manager shows the tags meanwhile, which taking keys and making panels would hold up.
+constexpr auto kUserInterfaceDelay = platform::seconds(0.05);
 
 }  // namespace
 
@@ -33,7 +33,7 @@ void AppDelegate::applicationDidFinishLaunching() {
 }
 
 void AppDelegate::installMainMenu() {
-    auto menus = mainMenu(services_.terminate);
+    auto menus = mainMenu([this] { terminate(); });
     log(LogCategory::Nav, fmt::format("installed main menu: {} top-level items", menus.size()));
     services_.ui.menuBar.setMainMenu(std::move(menus));
 }
@@ -50,21 +50,21 @@ void AppDelegate::waitForExit(platform::ProcessId other, platform::Instant deadl
     nextStep_.cancel();
     if (services_.applications.hasTerminated(other)) return startCore();
     if (services_.runLoop.now() >= deadline) return deferTo(other);
-    nextStep_ =
-        services_.runLoop.after(kExitCheck, [this, other, deadline] { waitForExit(other, deadline); });
+    nextStep_ = services_.runLoop.after(kExitCheckInterval,
+                                        [this, other, deadline] { waitForExit(other, deadline); });
 }
 
 void AppDelegate::deferTo(platform::ProcessId other) {
     logGeneral(fmt::format("orvello: deferring to running instance (pid {}) and quitting", other));
     services_.applications.activate(other);
-    services_.terminate();
+    terminate();
 }
 
 void AppDelegate::startCore() {
     probeSpaceReader();
-    core_.emplace(services_.makeCore());
+    core_.emplace(services_.root.makeCore());
     core_->manager.start();
-    nextStep_ = services_.runLoop.after(kTagsAreShown, [this] { startUserInterface(); });
+    nextStep_ = services_.runLoop.after(kUserInterfaceDelay, [this] { startUserInterface(); });
 }
 
 void AppDelegate::startUserInterface() {
@@ -87,28 +87,39 @@ void AppDelegate::startUserInterface() {
 void AppDelegate::makePanels() {
     auto& hotkeys = core_->hotkeys;
     auto& ui = services_.ui;
-    const OwnKeys ownKeys = {hotkeys, services_.keyNames, ui.menuBar,
-                             [this] { return statusController_->buildMenu(); }};
+    ownKeys_.emplace(OwnKeys::Services{
+        .hotkeys = hotkeys, .keyNames = services_.keyNames, .menuBar = ui.menuBar, .statusMenu = [this] {
+            return statusController_->buildMenu();
+        }});
     panelController_.emplace(PanelController::Services{
-        core_->manager,
-        services_.spaces,
-        core_->editingContext,
-        core_->settings,
-        services_.runLoop,
-        ui.mouse,
-        ui.panels,
-        {hotkeys, services_.keyNames, services_.systemShortcuts, ui.alerts,
-         [ownKeys](const auto& keys, const auto& name) { return ownKeys.useOf(keys, name); }},
-        services_.permissions,
-        [core = &*core_] { return makeAbout(core->hotkeys, core->buildDateText()); }});
+        .manager = core_->manager,
+        .spaces = services_.spaces,
+        .editingContext = core_->editingContext,
+        .settings = core_->settings,
+        .runLoop = services_.runLoop,
+        .mouse = ui.mouse,
+        .host = ui.panels,
+        .recorder = {.registry = hotkeys,
+                     .keyNames = services_.keyNames,
+                     .systemShortcuts = services_.systemShortcuts,
+                     .alerts = ui.alerts,
+                     .ownUses = *ownKeys_},
+        .permissions = services_.permissions,
+        .about = [this] {
+            const auto& diagnostics = services_.diagnostics;
+            return makeAbout(core_->hotkeys, buildDateText(diagnostics.files, diagnostics.system));
+        }});
 }
 
 void AppDelegate::makeStatusItem() {
-    auto& hotkeys = core_->hotkeys;
-    statusController_.emplace(StatusItemController::Services{
-        core_->manager, services_.spaces, core_->settings, *panelController_, services_.runLoop,
-        services_.ui.statusItem, [&hotkeys](const auto& name) { return hotkeys.displayText(name); },
-        core_->saveDiagnostics, [this] { updater_->checkForUpdates(); }, services_.terminate});
+    statusController_.emplace(StatusItemController::Services{.manager = core_->manager,
+                                                             .spaces = services_.spaces,
+                                                             .settings = core_->settings,
+                                                             .panels = *panelController_,
+                                                             .runLoop = services_.runLoop,
+                                                             .statusItem = services_.ui.statusItem,
+                                                             .hotkeys = core_->hotkeys,
+                                                             .commands = *this});
 }
 
 void AppDelegate::welcomeUser() {
@@ -126,6 +137,10 @@ void AppDelegate::probeSpaceReader() const {
                    ? "orvello-pro: SkyLight bridge OK, active space UUID=" + *current
                    : "orvello-pro: SkyLight bridge returned nil — symbols resolved but no space reported");
     logGeneral("orvello-pro: switch symbols — " + services_.spaces.symbolStatusLine());
+}
+
+void AppDelegate::saveDiagnostics() {
+    orvellos::saveDiagnostics(services_.diagnostics, core_->settings, core_->manager.tags());
 }
 
 void AppDelegate::applicationWillTerminate() {

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <functional>
 #include <optional>
-#include <utility>
 
 #include "KeyboardShortcuts/Registry.h"
+#include "orvellos/app/DiagnosticsReport.h"
 #include "orvellos/app/Updater.h"
+#include "orvellos/menu/OwnKeys.h"
 #include "orvellos/menu/StatusItemController.h"
 #include "orvellos/panels/PanelController.h"
 #include "orvellos/panels/Toasts.h"
@@ -19,7 +19,7 @@ namespace orvellos {
 
 // The life of the running application: lets only one instance run, starts the core and the user interface,
 // and stops them at the end.
-class AppDelegate {
+class AppDelegate final : public ApplicationCommands {
   public:
     // What is there once the user's tags are loaded.
     struct Core {
@@ -27,8 +27,15 @@ class AppDelegate {
         Settings& settings;
         EditingContext& editingContext;
         keyboard_shortcuts::Registry& hotkeys;
-        std::function<void()> saveDiagnostics;
-        std::function<std::optional<std::string>()> buildDateText;
+    };
+    // What starts and ends the application.
+    class Root {
+      public:
+        virtual ~Root() = default;
+        // Loads the user's tags. Called once, when the core starts; the core outlives the delegate.
+        [[nodiscard]] virtual Core makeCore() = 0;
+        // Ends this application.
+        virtual void quit() = 0;
     };
     // Where the user meets the application.
     struct UserInterface {
@@ -48,12 +55,10 @@ class AppDelegate {
         const platform::KeyNames& keyNames;
         platform::SystemShortcuts& systemShortcuts;
         UserInterface ui;
-        // Called once, when the core starts: only then the user's tags are loaded. The core outlives the
-        // delegate.
-        std::function<Core()> makeCore;
-        std::function<void()> terminate;  // ends this application
+        DiagnosticsServices diagnostics;
+        Root& root;
     };
-    explicit AppDelegate(Services services) : services_(std::move(services)) {}
+    explicit AppDelegate(const Services& services) : services_(services) {}
 
     // Starts the core, at once or when another instance has ended. When it stays, this application ends.
     void applicationDidFinishLaunching();
@@ -61,6 +66,10 @@ class AppDelegate {
     void applicationWillTerminate();
 
   private:
+    void saveDiagnostics() override;
+    void checkForUpdates() override { updater_->checkForUpdates(); }
+    void terminate() override { services_.root.quit(); }
+
     void installMainMenu();
     [[nodiscard]] std::optional<platform::ProcessId> findOtherInstance() const;
     void waitForExit(platform::ProcessId other, platform::Instant deadline);
@@ -77,6 +86,7 @@ class AppDelegate {
     std::optional<WaitingNote> waitingNote_;
     std::optional<Updater> updater_;
     std::optional<UndoToast> undoToast_;
+    std::optional<OwnKeys> ownKeys_;
     std::optional<PanelController> panelController_;
     std::optional<StatusItemController> statusController_;
     platform::Subscription reopened_;

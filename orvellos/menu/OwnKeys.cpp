@@ -33,15 +33,15 @@ std::optional<std::string> OwnKeys::useOf(const platform::KeyEvent& keys,
                                           const keyboard_shortcuts::Name& name) const {
     const auto shortcut = keyboard_shortcuts::shortcutOf(keys);
     for (const auto& [other, title] : hotkey::kTitles)
-        if (other.rawValue != name.rawValue && hotkeys.getShortcut(other) == shortcut)
+        if (other.rawValue != name.rawValue && services_.hotkeys.getShortcut(other) == shortcut)
             return std::string(title);
-    const auto text = keyNames.textOf(keys.keyCode);
+    const auto text = services_.keyNames.textOf(keys.keyCode);
     for (const auto& menu : mainMenu(nullptr))
         for (const auto& item : menu.items)
-            if (menuBar.isChosenBy(item.keyEquivalent, text, keys.modifierFlags)) return item.title;
-    for (const auto& item : statusMenu())
+            if (services_.menuBar.isChosenBy(item.keyEquivalent, text, keys.modifierFlags)) return item.title;
+    for (const auto& item : services_.statusMenu())
         if (item.keyEquivalent && isOfTheMenu(*item.keyEquivalent) &&
-            menuBar.isChosenBy(*item.keyEquivalent, text, keys.modifierFlags))
+            services_.menuBar.isChosenBy(*item.keyEquivalent, text, keys.modifierFlags))
             return item.title;
     return std::nullopt;
 }

@@ -3,8 +3,10 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "KeyboardShortcuts/Recorder.h"
 #include "KeyboardShortcuts/Registry.h"
 #include "platform/Menus.h"
 
@@ -14,15 +16,21 @@ namespace orvellos {
 [[nodiscard]] std::vector<platform::MainMenu> mainMenu(std::function<void()> terminate);
 
 // The keys that the application itself uses: its hotkeys and those of its menus.
-struct OwnKeys {
-    const keyboard_shortcuts::Registry& hotkeys;
-    const platform::KeyNames& keyNames;
-    const platform::MenuBar& menuBar;
-    std::function<std::vector<platform::MenuItem>()> statusMenu;
+class OwnKeys final : public keyboard_shortcuts::KeyUses {
+  public:
+    struct Services {
+        const keyboard_shortcuts::Registry& hotkeys;
+        const platform::KeyNames& keyNames;
+        const platform::MenuBar& menuBar;
+        std::function<std::vector<platform::MenuItem>()> statusMenu;
+    };
+    explicit OwnKeys(Services services) : services_(std::move(services)) {}
 
-    // The title of what is done on these keys, other than by that name; absent when nothing is.
     [[nodiscard]] std::optional<std::string> useOf(const platform::KeyEvent& keys,
-                                                   const keyboard_shortcuts::Name& name) const;
+                                                   const keyboard_shortcuts::Name& name) const override;
+
+  private:
+    Services services_;
 };
 
 }  // namespace orvellos

@@ -30,7 +30,7 @@ constexpr std::string_view kDiagnosticsHelp =
 
 }  // namespace
 
-StatusItemController::StatusItemController(Services services) : services_(std::move(services)) {
+StatusItemController::StatusItemController(const Services& services) : services_(services) {
     services_.statusItem.setMenu([this] { return buildMenu(); });
     services_.statusItem.setTitle(title());
     cancellables_.push_back(services_.manager.subscribe([this] { refreshLater(); }));
@@ -75,7 +75,7 @@ std::vector<MenuItem> StatusItemController::buildMenu() const {
 }
 
 std::string StatusItemController::suffix(const keyboard_shortcuts::Name& name) const {
-    const auto text = services_.hotkeyText(name);
+    const auto text = services_.hotkeys.displayText(name);
     return text ? " (" + *text + ")" : "";
 }
 
@@ -211,17 +211,19 @@ void StatusItemController::addCommands(Menu& menu) const {
 }
 
 void StatusItemController::addApplication(Menu& menu) const {
-    menu.push_back(
-        {.title = "Check for Updates…", .action = services_.checkForUpdates, .symbol = "arrow.down.circle"});
+    auto& commands = services_.commands;
+    menu.push_back({.title = "Check for Updates…",
+                    .action = [&commands] { commands.checkForUpdates(); },
+                    .symbol = "arrow.down.circle"});
     menu.push_back({.title = "Save Diagnostics Report…",
-                    .action = services_.saveDiagnostics,
+                    .action = [&commands] { commands.saveDiagnostics(); },
                     .symbol = "square.and.arrow.up",
                     .toolTip = std::string(kDiagnosticsHelp)});
     menu.push_back({.title = "About orvellos",
                     .action = [this] { services_.panels.showAbout(); },
                     .symbol = "info.circle"});
     menu.push_back({.title = "Quit orvellos",
-                    .action = services_.terminate,
+                    .action = [&commands] { commands.terminate(); },
                     .keyEquivalent = {{'q', modifier::kCommand}}});
 }
 

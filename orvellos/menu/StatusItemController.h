@@ -1,17 +1,25 @@
 #pragma once
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "KeyboardShortcuts/Shortcut.h"
+#include "KeyboardShortcuts/Registry.h"
 #include "orvellos/panels/PanelController.h"
 #include "orvellos/windows/TagManager.h"
 #include "platform/Menus.h"
 
 namespace orvellos {
+
+// What the menu has the application do, beside what it does to tags and panels.
+class ApplicationCommands {
+  public:
+    virtual ~ApplicationCommands() = default;
+    virtual void saveDiagnostics() = 0;
+    virtual void checkForUpdates() = 0;
+    virtual void terminate() = 0;
+};
 
 // The application in the desktop's bar: the current tag's label while tags are hidden, and the menu, which is
 // made anew each time it opens.
@@ -27,14 +35,11 @@ class StatusItemController {
         PanelController& panels;
         platform::RunLoop& runLoop;
         platform::StatusItem& statusItem;
-        // How the hotkey recorded for that name is written; absent when there is none.
-        std::function<std::optional<std::string>(const keyboard_shortcuts::Name& name)> hotkeyText;
-        std::function<void()> saveDiagnostics;
-        std::function<void()> checkForUpdates;
-        std::function<void()> terminate;
+        const keyboard_shortcuts::Registry& hotkeys;
+        ApplicationCommands& commands;
     };
     // The services outlive the controller.
-    explicit StatusItemController(Services services);
+    explicit StatusItemController(const Services& services);
 
     [[nodiscard]] std::vector<platform::MenuItem> buildMenu() const;
     [[nodiscard]] platform::StatusTitle title() const;

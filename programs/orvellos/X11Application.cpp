@@ -4,7 +4,6 @@
 
 #include <cstdlib>
 
-#include "orvellos/app/DiagnosticsReport.h"
 #include "orvellos/base/DebugLog.h"
 #include "platform/freedesktop/desktops/CurrentDesktop.h"
 #include "platform/freedesktop/processes/Programs.h"
@@ -80,6 +79,7 @@ X11Application::X11Application(platform::x11::XConnection& connection, ui::QtRun
                                platform::freedesktop::SystemdLibrary& systemd, double scale,
                                std::function<void()> quit)
     : runLoop_(runLoop),
+      quit_(std::move(quit)),
       bus_(systemd, runLoop, runLoop),
       kwinDesktops_(bus_),
       loginItem_(files_, folders_.configHome(), platform::freedesktop::ProgramLocations().command()),
@@ -114,8 +114,8 @@ X11Application::X11Application(platform::x11::XConnection& connection, ui::QtRun
       login_(systemBus_, platform::freedesktop::processEnvironment("XDG_SESSION_ID")),
       session_(login_, {[this](auto action) { return screenPower_.onEvent(std::move(action)); }}),
       spaces_(spaceServer_, windowSystem_, switching_, screens_),
-      privacy_(privacyServices(quit)),
-      delegate_(delegateServices(std::move(quit))),
+      privacy_(privacyServices()),
+      delegate_(delegateServices()),
       desktopsRenumbered_(
           spaceServer_.onDesktopsRenumbered([this] { windowSystem_.desktopsWereRenumbered(); })),
       windowManagerChanged_(spaceServer_.onWindowManagerChanged([this] {
@@ -129,7 +129,7 @@ X11Application::X11Application(platform::x11::XConnection& connection, ui::QtRun
     connection.setPatience(kPatienceWhileRunning);
 }
 
-orvellos::PrivacyPermissions::Services X11Application::privacyServices(std::function<void()> quit) {
+orvellos::PrivacyPermissions::Services X11Application::privacyServices() {
     return {.permissions = permissions_,
             .activation = interface_.applicationActivation(),
             .urls = settingsPages_,
@@ -139,10 +139,10 @@ orvellos::PrivacyPermissions::Services X11Application::privacyServices(std::func
             .runLoop = runLoop_,
             .bundle = {.identifier = "org.norvath.orvello",
                        .path = platform::freedesktop::ProgramLocations().command()},
-            .terminate = std::move(quit)};
+            .terminate = quit_};
 }
 
-orvellos::AppDelegate::Services X11Application::delegateServices(std::function<void()> quit) {
+orvellos::AppDelegate::Services X11Application::delegateServices() {
     return {.spaces = spaces_,
             .runLoop = runLoop_,
             .applications = instanceLock_,
@@ -152,8 +152,12 @@ orvellos::AppDelegate::Services X11Application::delegateServices(std::function<v
             .keyNames = keys_.names(),
             .systemShortcuts = keys_.systemShortcuts(),
             .ui = interface_.parts(),
-            .makeCore = [this] { return makeCore(); },
-            .terminate = std::move(quit)};
+            .diagnostics = {.files = files_,
+                            .folders = folders_,
+                            .fileBrowser = fileBrowser_,
+                            .clock = runLoop_,
+                            .system = system_},
+            .root = *this};
 }
 
 orvellos::AppDelegate::Core X11Application::makeCore() {
@@ -162,18 +166,7 @@ orvellos::AppDelegate::Core X11Application::makeCore() {
     return {.manager = core.tagManager,
             .settings = core.settings,
             .editingContext = core.editingContext,
-            .hotkeys = core.hotkeys,
-            .saveDiagnostics = [this] { saveDiagnostics(); },
-            .buildDateText = [this] { return orvellos::buildDateText(files_, system_); }};
-}
-
-void X11Application::saveDiagnostics() {
-    orvellos::saveDiagnostics({.files = files_,
-                               .folders = folders_,
-                               .fileBrowser = fileBrowser_,
-                               .clock = runLoop_,
-                               .system = system_},
-                              core_->settings, core_->tagManager.tags());
+            .hotkeys = core.hotkeys};
 }
 
 void X11Application::launch() {

@@ -39,7 +39,7 @@
 namespace programs {
 
 // The composition root of the application on X11: every service once, each before those that use it.
-class X11Application {
+class X11Application final : public orvellos::AppDelegate::Root {
   public:
     // `scale` is the desktop's device pixels per point; `quit` ends the main loop. What is passed outlives
     // the desktop.
@@ -68,13 +68,14 @@ class X11Application {
         orvellos::TagManager tagManager;
     };
 
-    [[nodiscard]] orvellos::PrivacyPermissions::Services privacyServices(std::function<void()> quit);
-    [[nodiscard]] orvellos::AppDelegate::Services delegateServices(std::function<void()> quit);
+    [[nodiscard]] orvellos::PrivacyPermissions::Services privacyServices();
+    [[nodiscard]] orvellos::AppDelegate::Services delegateServices();
     void launchNow();
-    [[nodiscard]] orvellos::AppDelegate::Core makeCore();
-    void saveDiagnostics();
+    [[nodiscard]] orvellos::AppDelegate::Core makeCore() override;
+    void quit() override { quit_(); }
 
     ui::QtRunLoop& runLoop_;
+    std::function<void()> quit_;
     platform::freedesktop::SessionBus bus_;
     platform::freedesktop::KwinDesktops kwinDesktops_;
     platform::Subscription kwinCall_;

@@ -9,22 +9,34 @@ namespace orvellos {
 class PanelServicesTest : public ManagerTest {
   protected:
     PanelController::Services panelServices(PanelHost& host) {
-        return {manager_,
-                identifier_,
-                editing_,
-                settings_,
-                desktop_.runLoop,
-                desktop_.mouse,
-                host,
-                {hotkeys_, desktop_.keyNames, desktop_.systemShortcuts, desktop_.alerts,
-                 [](const auto&, const auto&) { return std::nullopt; }},
-                permissions_,
-                [this] { return makeAbout(hotkeys_, "2026-03-14 09:26"); }};
+        return {.manager = manager_,
+                .spaces = identifier_,
+                .editingContext = editing_,
+                .settings = settings_,
+                .runLoop = desktop_.runLoop,
+                .mouse = desktop_.mouse,
+                .host = host,
+                .recorder = {.registry = hotkeys_,
+                             .keyNames = desktop_.keyNames,
+                             .systemShortcuts = desktop_.systemShortcuts,
+                             .alerts = desktop_.alerts,
+                             .ownUses = noUses_},
+                .permissions = permissions_,
+                .about = [this] { return makeAbout(hotkeys_, "2026-03-14 09:26"); }};
     }
 
     keyboard_shortcuts::Registry hotkeys_{
         {desktop_.defaults, desktop_.hotKeys, desktop_.keyNames, [](auto) {}}};
     PrivacyPermissions permissions_{privacyServices([] {})};
+
+  private:
+    class NoUses final : public keyboard_shortcuts::KeyUses {
+        [[nodiscard]] std::optional<std::string> useOf(
+            const platform::KeyEvent& /*keys*/, const keyboard_shortcuts::Name& /*name*/) const override {
+            return std::nullopt;
+        }
+    };
+    NoUses noUses_;
 };
 
 }  // namespace orvellos

@@ -19,7 +19,7 @@ constexpr KeyEvent kHideKeys = {4, kAll};
 constexpr KeyEvent kPeekKeys = {35, kAll};
 constexpr KeyEvent kControlT = {17, modifier::kControl};
 
-class RecorderTest : public testing::Test {
+class RecorderTest : public testing::Test, KeyUses {
   protected:
     RecorderTest() {
         for (const auto& name : {kHide, kPeek}) {
@@ -29,13 +29,13 @@ class RecorderTest : public testing::Test {
         }
         active_ = registry_.recorderActiveStatusDidChange(
             [this](bool isActive) { ran_.emplace_back(isActive ? "active" : "inactive"); });
-        recorder_.emplace(
-            Recorder::Services{registry_, desktop_.keyNames, desktop_.systemShortcuts, desktop_.alerts,
-                               [this](const KeyEvent& keys, const Name& name) {
-                                   EXPECT_EQ(name.rawValue, "peek");
-                                   return keys == kHideKeys ? ownUse_ : std::nullopt;
-                               }},
-            kPeek);
+        recorder_.emplace(Recorder::Services{registry_, desktop_.keyNames, desktop_.systemShortcuts,
+                                             desktop_.alerts, *this},
+                          kPeek);
+    }
+    [[nodiscard]] std::optional<std::string> useOf(const KeyEvent& keys, const Name& name) const override {
+        EXPECT_EQ(name.rawValue, "peek");
+        return keys == kHideKeys ? ownUse_ : std::nullopt;
     }
     // Presses the keys in the field, and waits for the desktop's word.
     void record(const KeyEvent& keys) {

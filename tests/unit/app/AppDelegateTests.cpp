@@ -7,7 +7,7 @@
 namespace orvellos {
 namespace {
 
-class AppDelegateTests : public ManagerTest {
+class AppDelegateTests : public ManagerTest, AppDelegate::Root {
   protected:
     AppDelegateTests() {
         settings_.hasSeenWelcome.set(true);
@@ -16,22 +16,32 @@ class AppDelegateTests : public ManagerTest {
     bool started() { return !desktop_.windowSystem.windows.empty(); }
 
     AppDelegate::Services services() {
-        return {identifier_,
-                desktop_.runLoop,
-                desktop_.applications,
-                desktop_.screens,
-                desktop_.updates,
-                permissions_,
-                desktop_.keyNames,
-                desktop_.systemShortcuts,
-                {desktop_.alerts, host_, desktop_.mouse, desktop_.statusItem, desktop_.menuBar},
-                [this] {
-                    ++starts_;
-                    return AppDelegate::Core{manager_, settings_, editing_,
-                                             hotkeys_, [] {},     [] { return "2026-03-14 09:26"; }};
-                },
-                [this] { ended_ = true; }};
+        auto& d = desktop_;
+        return {.spaces = identifier_,
+                .runLoop = d.runLoop,
+                .applications = d.applications,
+                .screens = d.screens,
+                .updates = d.updates,
+                .permissions = permissions_,
+                .keyNames = d.keyNames,
+                .systemShortcuts = d.systemShortcuts,
+                .ui = {.alerts = d.alerts,
+                       .panels = host_,
+                       .mouse = d.mouse,
+                       .statusItem = d.statusItem,
+                       .menuBar = d.menuBar},
+                .diagnostics = {.files = d.files,
+                                .folders = d.folders,
+                                .fileBrowser = d.fileBrowser,
+                                .clock = d.runLoop,
+                                .system = d.system},
+                .root = *this};
     }
+    AppDelegate::Core makeCore() override {
+        ++starts_;
+        return {.manager = manager_, .settings = settings_, .editingContext = editing_, .hotkeys = hotkeys_};
+    }
+    void quit() override { ended_ = true; }
 
     keyboard_shortcuts::Registry hotkeys_{
         {desktop_.defaults, desktop_.hotKeys, desktop_.keyNames, [](auto) {}}};

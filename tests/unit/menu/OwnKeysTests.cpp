@@ -19,11 +19,12 @@ class OwnKeysTest : public ApplicationTest {
 
     keyboard_shortcuts::Registry hotkeys_{
         {desktop_.defaults, desktop_.hotKeys, desktop_.keyNames, [](auto) {}}};
-    OwnKeys ownKeys_{hotkeys_, desktop_.keyNames, desktop_.menuBar, [] {
-                         return std::vector<platform::MenuItem>{
-                             {.title = "Tag this Space…", .keyEquivalent = {{'t', kAll}}},
-                             {.title = "Settings…", .keyEquivalent = {{',', modifier::kCommand}}}};
-                     }};
+    OwnKeys ownKeys_{
+        {.hotkeys = hotkeys_, .keyNames = desktop_.keyNames, .menuBar = desktop_.menuBar, .statusMenu = [] {
+             return std::vector<platform::MenuItem>{
+                 {.title = "Tag this Space…", .keyEquivalent = {{'t', kAll}}},
+                 {.title = "Settings…", .keyEquivalent = {{',', modifier::kCommand}}}};
+         }}};
 };
 
 TEST_F(OwnKeysTest, TellsWhatElseUsesTheKeys) {

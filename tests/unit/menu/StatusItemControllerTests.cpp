@@ -1,6 +1,7 @@
 #include "orvellos/menu/StatusItemController.h"
 
 #include "orvellos/base/ApplicationVersion.h"
+#include "orvellos/settings/HotkeyNames.h"
 #include "tests/support/InterfaceTest.h"
 
 namespace orvellos {
@@ -15,7 +16,7 @@ std::string describe(const MenuItem& item) {
            (item.action ? "" : "- ") + item.title;
 }
 
-class StatusItemControllerTest : public InterfaceTest {
+class StatusItemControllerTest : public InterfaceTest, ApplicationCommands {
   protected:
     Texts menu() {
         Texts rows;
@@ -36,22 +37,19 @@ class StatusItemControllerTest : public InterfaceTest {
     }
     void choose(const std::string& title) { item(title).action(); }
 
-    std::map<std::string, std::string, std::less<>> hotkeys_;
+    void saveDiagnostics() override { done_.emplace_back("saveDiagnostics"); }
+    void checkForUpdates() override { done_.emplace_back("checkForUpdates"); }
+    void terminate() override { done_.emplace_back("terminate"); }
+
     Texts done_;
-    StatusItemController controller_{{manager_,
-                                      identifier_,
-                                      settings_,
-                                      panels_,
-                                      desktop_.runLoop,
-                                      desktop_.statusItem,
-                                      [this](const auto& name) {
-                                          const auto found = hotkeys_.find(name.rawValue);
-                                          return found == hotkeys_.end() ? std::nullopt
-                                                                         : std::optional(found->second);
-                                      },
-                                      [this] { done_.emplace_back("saveDiagnostics"); },
-                                      {},
-                                      [this] { done_.emplace_back("terminate"); }}};
+    StatusItemController controller_{{.manager = manager_,
+                                      .spaces = identifier_,
+                                      .settings = settings_,
+                                      .panels = panels_,
+                                      .runLoop = desktop_.runLoop,
+                                      .statusItem = desktop_.statusItem,
+                                      .hotkeys = hotkeys_,
+                                      .commands = *this}};
 };
 
 TEST_F(StatusItemControllerTest, ListsEverythingInOrder) {
@@ -69,7 +67,7 @@ TEST_F(StatusItemControllerTest, ListsEverythingInOrder) {
                              "Hide Tags for Screen-Sharing",
                              "Settings…",
                              "—",
-                             "- Check for Updates…",
+                             "Check for Updates…",
                              "Save Diagnostics Report…",
                              "About orvellos",
                              "Quit orvellos",
@@ -126,7 +124,7 @@ std::vector<UpperMenuRow> upperMenuRows() {
 TEST_F(StatusItemControllerTest, SaysWhatIsHiddenAndWhatStandsInTheWay) {
     for (const auto& row : upperMenuRows()) {
         SCOPED_TRACE(row.name);
-        hotkeys_ = {{"toggleKillSwitch", "⌃⌥⌘H"}};
+        hotkeys_.create(hotkey::toggleKillSwitch);
         settings_.killSwitchActive.set(row.killed);
         settings_.visibilityMode.set(row.hides ? TagVisibilityMode::HiddenDuringWork
                                                : TagVisibilityMode::AlwaysVisible);
@@ -174,9 +172,10 @@ TEST_F(StatusItemControllerTest, ItsRowsDoWhatTheySay) {
         choose(row.title);
         EXPECT_TRUE(host_.titled(row.panel)) << row.title;
     }
+    choose("Check for Updates…");
     choose("Save Diagnostics Report…");
     choose("Quit orvellos");
-    EXPECT_EQ(done_, (Texts{"saveDiagnostics", "terminate"}));
+    EXPECT_EQ(done_, (Texts{"checkForUpdates", "saveDiagnostics", "terminate"}));
     desktop_.permissions.accessibilityTrusted = false;
     choose("⚠ Grant Accessibility to enable click-to-switch");
     EXPECT_EQ(desktop_.urls.opened,
