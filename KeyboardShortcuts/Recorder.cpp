@@ -10,8 +10,8 @@ namespace keyboard_shortcuts {
 
 namespace {
 
-// The recorder's texts by key. A pair of braces in a text is the shortcut or, as the second one, what uses
-// it.
+// The recorder's texts by key. The first pair of braces in a text stands for the shortcut, the second for the
+// action that uses it.
 struct LocalizedText {
     std::string_view key;
     std::string_view text;
@@ -36,7 +36,6 @@ constexpr std::array kLocalizedTexts = {
     LocalizedText{"keyboard_shortcut_refused", "Not in effect: another program has taken these keys."},
     LocalizedText{"keyboard_shortcut_impossible", "Not in effect: no such keys can be taken."}};
 
-// Only for the keys above.
 consteval std::string_view localizedText(std::string_view key) {
     return std::ranges::find(kLocalizedTexts, key, &LocalizedText::key)->text;
 }

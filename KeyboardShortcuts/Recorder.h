@@ -11,7 +11,7 @@
 
 namespace keyboard_shortcuts {
 
-// What the application itself does on keys.
+// Tells which keys the application itself uses.
 class KeyUses {
   public:
     virtual ~KeyUses() = default;
@@ -23,7 +23,7 @@ class KeyUses {
 // The logic of a field in which the user presses the keys that are to be a name's shortcut. Main thread only.
 class Recorder {
   public:
-    // What is passed outlives the recorder, and the registry its warnings too.
+    // The registry outlives the recorder's alerts, too.
     struct Services {
         Registry& registry;
         const platform::KeyNames& keyNames;
@@ -36,24 +36,24 @@ class Recorder {
     Recorder(const Recorder&) = delete;
     Recorder& operator=(const Recorder&) = delete;
 
-    // From here on the next keys are taken, those of other shortcuts too, until the user has chosen or it is
+    // Takes the next keys, even those of other shortcuts, until the user has chosen or the recording is
     // ended.
     void begin();
     void end();
     [[nodiscard]] bool isRecording() const { return isRecording_; }
 
-    // False for a key that the recorder leaves to others: Tab, and every key while nothing is recorded. Keys
-    // that are modifiers are not to be passed. What was captured counts when the key comes up, for a held key
-    // must not act at once.
+    // False for a key that the recorder leaves to others: Tab, and every key while it does not record.
+    // Modifier keys are not to be passed. Captured keys count when the key comes up, for a held key must not
+    // act at once.
     bool keyDown(const platform::KeyEvent& keys);
     void keyUp();
     // The user's wish to have no shortcut.
     void clear();
 
-    // What the field shows: the shortcut, or the one that is being recorded; empty without one.
+    // The field's text: the shortcut, or the one that is being recorded; empty without one.
     [[nodiscard]] std::string text() const;
     [[nodiscard]] std::string_view placeholder() const;
-    // What is wrong with the keys that were pressed last, or with the shortcut; empty when nothing is.
+    // Why the keys that were pressed last, or the shortcut, do not work; empty when they do.
     [[nodiscard]] std::string warning() const;
     // Called whenever the field may have to show something else.
     platform::Subscription subscribe(std::function<void()> callback) {

@@ -29,7 +29,6 @@ struct HotKey {
 // registration.
 class Registry {
   public:
-    // What is passed outlives the registry.
     struct Services {
         platform::DefaultsStore& defaults;
         platform::HotKeyService& hotKeys;
@@ -43,9 +42,10 @@ class Registry {
 
     // Makes a name known. Its default is stored, and registered, unless something is stored already.
     void create(const Name& name);
-    // What is stored under the name, when that is a shortcut.
+    // The shortcut stored under the name; absent when something else or nothing is stored.
     [[nodiscard]] std::optional<Shortcut> getShortcut(const Name& name) const;
-    // Stores, registers and announces it; none takes the former one away, for good if it was the default.
+    // Stores, registers and announces the shortcut. Without one the former is removed, for good if it was the
+    // default.
     void setShortcut(const std::optional<Shortcut>& shortcut, const Name& name);
     // Handlers are called in the order in which they were added, and for good.
     void onKeyDown(const Name& name, std::function<void()> handler);
@@ -56,8 +56,8 @@ class Registry {
     // Why the system refused the name's shortcut, as one of platform::hot_key_status; absent without one, and
     // when it did not.
     [[nodiscard]] std::optional<std::int32_t> refusal(const Name& name) const;
-    // Until it is stopped, keys that go down run no handler: `onKey` gets those of registered shortcuts, that
-    // a recorder would not see, as they go down and come up.
+    // Until it is stopped, keys that go down run no handler. `onKey` gets the keys of registered shortcuts,
+    // which a recorder would not see, as they go down and come up.
     void startRecording(std::function<void(const platform::KeyEvent& keys, bool isPressed)> onKey);
     void stopRecording();
     // Calls `handler` when a recorder starts and when it stops.

@@ -21,14 +21,14 @@ namespace orvellos {
 // and stops them at the end.
 class AppDelegate final : public ApplicationCommands {
   public:
-    // What is there once the user's tags are loaded.
+    // The services that exist once the user's tags are loaded.
     struct Core {
         TagManager& manager;
         Settings& settings;
         EditingContext& editingContext;
         keyboard_shortcuts::Registry& hotkeys;
     };
-    // What starts and ends the application.
+    // The composition root, which starts and ends the application.
     class Root {
       public:
         virtual ~Root() = default;

@@ -37,7 +37,7 @@ void Updater::start() {
     });
 }
 
-// A start that is under way, or failed before, decides first.
+// The check waits for a start that is under way; a start that failed is tried again first.
 void Updater::checkForUpdates() {
     note_.show(kChecking);
     if (!isStarting_ && !lastStartError_) return finishCheck();

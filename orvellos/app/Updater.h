@@ -6,14 +6,13 @@
 
 namespace orvellos {
 
-// Looks for newer versions when the user asks. That the system's updater cannot be started is kept quiet
-// until then.
+// Looks for newer versions when the user asks. A system updater that cannot be started is reported only then.
 class Updater {
   public:
-    // Starts the service once; what is passed outlives the updater.
+    // Starts the service once.
     Updater(platform::UpdateService& service, platform::Alerts& alerts, WaitingNote& note);
 
-    // Shows the note until there is an answer, and then that.
+    // Shows the note until the answer comes, and then the answer.
     void checkForUpdates();
 
   private:

@@ -8,7 +8,7 @@
 
 namespace orvellos {
 
-// What the hotkeys act upon, for as long as keys are delivered.
+// The parts of the application that the hotkeys act upon.
 struct HotkeyTargets {
     TagManager& manager;
     const SpaceIdentifier& spaces;
@@ -16,7 +16,7 @@ struct HotkeyTargets {
     PanelController& panels;
 };
 
-// Makes the names known to the registry, with what each does from then on.
+// Makes the names known to the registry and installs the handler of each.
 void installHotkeys(keyboard_shortcuts::Registry& registry, const HotkeyTargets& targets);
 
 }  // namespace orvellos

@@ -22,7 +22,7 @@ std::vector<platform::MainMenu> mainMenu(std::function<void()> terminate) {
 
 namespace {
 
-// The other rows that show keys show those of a hotkey.
+// A row with other modifiers shows the keys of a hotkey.
 bool isOfTheMenu(const platform::KeyEquivalent& keys) {
     return (keys.modifierFlags & (platform::modifier::kControl | platform::modifier::kOption)) == 0;
 }

@@ -38,7 +38,7 @@ StatusItemController::StatusItemController(const Services& services) : services_
     cancellables_.push_back(services_.settings.visibilityMode.subscribe([this](auto) { refreshLater(); }));
 }
 
-// Once for all that changes in a turn of the main loop.
+// All changes in one turn of the main loop cause one update.
 void StatusItemController::refreshLater() {
     refresh_ = services_.runLoop.after(platform::Duration::zero(),
                                        [this] { services_.statusItem.setTitle(title()); });

@@ -38,7 +38,6 @@ class StatusItemController {
         const keyboard_shortcuts::Registry& hotkeys;
         ApplicationCommands& commands;
     };
-    // The services outlive the controller.
     explicit StatusItemController(const Services& services);
 
     [[nodiscard]] std::vector<platform::MenuItem> buildMenu() const;

@@ -9,7 +9,7 @@
 
 namespace orvellos {
 
-// What the about window says.
+// The texts of the about window.
 struct About {
     static constexpr std::string_view kName = "orvellos";
     static constexpr std::string_view kTagline = "Persistent floating labels for your Spaces.";
@@ -25,7 +25,7 @@ struct About {
     std::vector<ShortcutRow> shortcuts;
 };
 
-// As of now. `buildDate` is absent when it cannot be found.
+// With the shortcuts recorded now. `buildDate` is absent when it cannot be found.
 [[nodiscard]] About makeAbout(const keyboard_shortcuts::Registry& hotkeys,
                               const std::optional<std::string>& buildDate);
 

@@ -9,8 +9,8 @@
 namespace orvellos {
 
 // Dismisses a panel when the user clicks elsewhere, for as long as it exists. Clicks on the application's
-// other panels and on tag windows (which open and close a panel themselves) do not count, and none does while
-// the colour panel is in use, whose eyedropper clicks anywhere.
+// other panels and on tag windows (which open and close a panel themselves) do not count. No click counts
+// while the colour panel is in use, whose eyedropper clicks anywhere, or shortly after.
 class AutoDismiss {
   public:
     static constexpr platform::Duration kColorPanelGrace = platform::seconds(1.5);

@@ -6,7 +6,7 @@
 
 namespace orvellos {
 
-// What the form for a new tag says and does.
+// The texts and the operations of the form for a new tag.
 class CreateTagForm {
   public:
     static constexpr std::string_view kHeading = "Tag this space";

@@ -11,7 +11,7 @@
 
 namespace orvellos {
 
-// What the list of the user's tags says and does. At most one row at a time is being edited.
+// The texts and the operations of the list of the user's tags. At most one row at a time is being edited.
 class EditTagsList {
   public:
     static constexpr std::string_view kHeading = "Your tags";
@@ -40,7 +40,7 @@ class EditTagsList {
         bool isSpaceMissing = false;  // its Space does not exist
         bool operator==(const Row&) const = default;
     };
-    // What the user has typed into a row.
+    // The text and the colour that the user has entered into a row.
     struct EditBuffer {
         TagID id;
         std::string label;
@@ -48,7 +48,6 @@ class EditTagsList {
         bool operator==(const EditBuffer&) const = default;
     };
 
-    // The manager and the Spaces outlive the list.
     EditTagsList(TagManager& manager, const SpaceIdentifier& spaces, std::function<void()> showSettings);
     EditTagsList(const EditTagsList&) = delete;
     EditTagsList& operator=(const EditTagsList&) = delete;
@@ -61,7 +60,7 @@ class EditTagsList {
         return changed_.subscribe(std::move(callback));
     }
 
-    // Absent while no row is edited. What the user types is kept by editing it.
+    // Absent while no row is edited. The view writes into it as the user types.
     [[nodiscard]] std::optional<EditBuffer>& editBuffer() { return buffer_; }
     void edit(const TagID& id);
     // Whether the label is more than white space.
@@ -78,7 +77,7 @@ class EditTagsList {
     void remove(const TagID& id) { manager_.deleteTag(id); }
     void showSettings() const { showSettings_(); }
 
-    // What a row's buttons are called for those who do not see whose row it is.
+    // Accessible names of a row's buttons, which tell whose row it is.
     [[nodiscard]] static std::string editLabel(const Tag& tag);
     [[nodiscard]] static std::string jumpLabel(const Tag& tag);
     [[nodiscard]] static std::string positionLabel(const Tag& tag);

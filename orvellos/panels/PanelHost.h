@@ -28,7 +28,8 @@ class PanelHost : public ToastHost {
         const platform::PanelShell& shell, const PanelContent& content, std::function<void()> willClose) = 0;
     // Whether a window of the application is a panel: one made here, an alert or the colour panel.
     [[nodiscard]] virtual bool isPanel(platform::WindowNumber window) const = 0;
-    // The system's colour panel is on the screen, where the user may be picking a colour from any window.
+    // Whether the system's colour panel is on the screen; the user may be picking a colour from any window
+    // then.
     [[nodiscard]] virtual bool isColorPanelVisible() const = 0;
 };
 

@@ -12,8 +12,8 @@
 
 namespace orvellos {
 
-// What the panel for jumping to a Space by typing says and does. The Spaces are those of the moment in which
-// it is shown.
+// The texts and the operations of the panel for jumping to a Space by typing. It lists the Spaces of the
+// moment in which it is shown.
 class QuickSwitcher {
   public:
     static constexpr std::string_view kPlaceholder = "Jump to Space…";
@@ -31,31 +31,32 @@ class QuickSwitcher {
     };
     QuickSwitcher(std::vector<MenuSpaceRow> rows, Owner& owner);
 
-    // The panel is shown again: selects the current Space among the rows that match what is typed already.
+    // To be called when the panel is shown again: selects the current Space among the rows that match the
+    // query.
     void showAgain(std::vector<MenuSpaceRow> rows);
-    // Called when it has been.
+    // Called after it was shown again.
     platform::Subscription subscribe(std::function<void()> callback) {
         return shownAgain_.subscribe(std::move(callback));
     }
 
-    // What the user has typed. Selects the first of the rows that match it.
+    // Filters the rows by the text that the user has typed, and selects the first that matches.
     void setQuery(std::string_view query);
     [[nodiscard]] const std::vector<MenuSpaceRow>& filteredRows() const { return filtered_; }
     // Into the filtered rows; 0 when there are none.
     [[nodiscard]] std::size_t selectedIndex() const { return selectedIndex_; }
-    // Beyond one end it goes on at the other.
+    // Wraps around at both ends.
     void moveSelection(std::ptrdiff_t delta);
     // One of the filtered rows.
     void select(std::size_t index) { selectedIndex_ = index; }
     void activateSelected() const;
     void jump(const MenuSpaceRow& row) const;
-    // Whether this key, a virtual key code, meant something here; else it is the search field's.
+    // Whether the switcher has used this key (a virtual key code); otherwise it goes to the search field.
     bool keyDown(std::uint16_t keyCode);
 
     [[nodiscard]] static std::string title(const MenuSpaceRow& row);
     [[nodiscard]] static std::string desktopText(const MenuSpaceRow& row);
     [[nodiscard]] static std::string accessibilityLabel(const MenuSpaceRow& row);
-    // What stands in the place of rows when there are none.
+    // Shown in place of the rows when there are none.
     [[nodiscard]] std::string_view emptyText() const;
 
   private:

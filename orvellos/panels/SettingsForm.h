@@ -13,8 +13,8 @@
 
 namespace orvellos {
 
-// The rows of the settings window. A footnote stands under its control; an empty one is none. In texts, what
-// is between two asterisks each is emphasised and what is between two backticks is a name of the system's.
+// The rows of the settings window. A footnote stands under its control; an empty one is none. In texts, **two
+// asterisks** enclose emphasised words and `backticks` names of the system's.
 
 // One of a few choices.
 struct PickerRow {
@@ -31,7 +31,7 @@ struct ToggleRow {
     std::function<void(bool)> set;
     std::string footnote;
 };
-// What stands above the rows that follow in the same section.
+// A heading above the rows that follow in the same section.
 struct GroupTitle {
     std::string title;
 };
@@ -43,7 +43,7 @@ struct ShortcutRow {
     std::string title;
     keyboard_shortcuts::Recorder* recorder = nullptr;
 };
-// Stands there for as long as it is true.
+// A warning, shown as long as it applies.
 struct WarningRow {
     static constexpr const char* kSymbol = "exclamationmark.triangle.fill";
 
@@ -67,11 +67,10 @@ struct SettingsSection {
     std::vector<SettingsRow> rows;
 };
 
-// What the settings window says and does. Every control writes its setting at once. While the form is there
-// the permissions are looked at again and again.
+// The texts and the operations of the settings window. Every control writes its setting at once. The
+// permissions are refreshed as long as the form exists.
 class SettingsForm {
   public:
-    // What is passed outlives the form.
     struct Services {
         Settings& settings;
         keyboard_shortcuts::Recorder::Services recorder;
@@ -83,7 +82,7 @@ class SettingsForm {
     SettingsForm& operator=(const SettingsForm&) = delete;
 
     [[nodiscard]] const std::vector<SettingsSection>& sections() const { return sections_; }
-    // Called whenever a control may have to show something else. Recorders tell of themselves.
+    // Called whenever a control may have to show something else. A recorder has subscribers of its own.
     platform::Subscription subscribe(std::function<void()> callback) {
         return changed_.subscribe(std::move(callback));
     }

@@ -12,12 +12,12 @@
 
 namespace orvellos {
 
-// What a toast shows: a message, and a button that takes back what it tells of.
+// The content of a toast: a message, and a button that undoes the reported action.
 struct UndoToastView {
     static constexpr std::string_view kButton = "Undo";
 
     std::string message;
-    std::function<void()> onUndo = nullptr;  // none: there is no button
+    std::function<void()> onUndo = nullptr;  // without one there is no button
 };
 
 // Makes the windows of toasts.
@@ -28,7 +28,7 @@ class ToastHost {
     [[nodiscard]] virtual std::unique_ptr<platform::ToastWindow> makeToast(const UndoToastView& view) = 0;
 };
 
-// The note after a tag was deleted: for five seconds the user can take that back. At most one at a time.
+// The toast after a tag was deleted: for five seconds the user can undo that. At most one at a time.
 class UndoToast {
   public:
     static constexpr platform::Duration kLifetime = platform::seconds(5);

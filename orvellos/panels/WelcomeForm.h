@@ -14,8 +14,8 @@ namespace orvellos {
 // The version of the welcome that a user who has finished it has seen.
 inline constexpr std::int64_t kCurrentWelcomeVersion = 2;
 
-// What the welcome window says and does: what the application is for, then the permissions that it can do
-// without. Main thread only.
+// The texts and the operations of the welcome window: a page on the application's use, then one on the
+// optional permissions. Main thread only.
 class WelcomeForm {
   public:
     enum class Step { Features, Permissions };
@@ -74,7 +74,7 @@ class WelcomeForm {
     [[nodiscard]] Step step() const { return step_; }
     [[nodiscard]] const std::vector<PermissionRow>& permissionRows() const { return permissionRows_; }
 
-    // What the buttons do: finishing in any way records that the welcome was seen.
+    // The operations of the buttons. Finishing in any way records that the welcome was seen.
     void continueToPermissions();
     void back();
     void finish();

@@ -8,8 +8,8 @@
 
 namespace orvellos {
 
-// What is granted, for a view that shows it. The form of that view owns it, and it alone changes it. Main
-// thread only.
+// Which permissions are granted, for one view that shows them. The form of that view owns the state, which
+// nobody else changes. Main thread only.
 class PermissionsState {
   public:
     struct Services {
@@ -18,7 +18,6 @@ class PermissionsState {
         // Lets keys arrive without a restart.
         std::function<void()> reloadKeystrokeObserver;
     };
-    // Starts with what is granted now.
     explicit PermissionsState(Services services);
     PermissionsState(const PermissionsState&) = delete;
     PermissionsState& operator=(const PermissionsState&) = delete;
@@ -30,13 +29,13 @@ class PermissionsState {
         return refreshed_.subscribe(std::move(callback));
     }
 
-    // Looks again. When something has become granted, the keystroke observer is reloaded.
+    // Reads both permissions. Reloads the keystroke observer when one has become granted.
     void refresh();
     // Refreshes every second, while the view is on the screen.
     void startRefreshing();
     void stopRefreshing() { timer_.cancel(); }
 
-    // Both ask the user and look again once there can be an answer.
+    // Both ask the user, and refresh once there can be an answer.
     void requestAccessibility();
     void requestInputMonitoring();
     void reloadKeystrokeObserver() const { services_.reloadKeystrokeObserver(); }
@@ -50,9 +49,8 @@ class PermissionsState {
     platform::Subscription answer_;
 };
 
-// A permission as the user sees it in both windows: what is said of it, and what its buttons do. In the
-// texts, what is between two asterisks each is emphasised and what is between two backticks is a name of the
-// system's.
+// A permission as both windows show it: its texts, and the operations of its buttons. In the texts, **two
+// asterisks** enclose emphasised words and `backticks` names of the system's.
 class PermissionRow {
   public:
     static constexpr const char* kGrantedSymbol = "checkmark.circle.fill";

@@ -20,7 +20,8 @@ bool PrivacyPermissions::promptAccessibility() {
     return checkAccessibility();
 }
 
-// A prompt is attached to an application that can come to the front, so for that moment this one can.
+// The system attaches a prompt only to an application that can come to the front, so this one can for a
+// moment.
 bool PrivacyPermissions::requestInputMonitoring() {
     if (checkInputMonitoring()) return true;
     auto& activation = services_.activation;

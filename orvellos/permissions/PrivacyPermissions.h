@@ -22,11 +22,10 @@ struct ApplicationBundle {
     std::filesystem::path path;  // what the user starts it by
 };
 
-// The permissions that the application can do without, how the user is asked for them, and the ways out when
-// asking leads nowhere. Main thread only.
+// The optional permissions: the checks, the requests to the user, and the ways out when a request leads
+// nowhere. Main thread only.
 class PrivacyPermissions {
   public:
-    // What is passed outlives the permissions.
     struct Services {
         platform::Permissions& permissions;
         platform::ApplicationActivation& activation;
@@ -44,7 +43,7 @@ class PrivacyPermissions {
     [[nodiscard]] bool checkInputMonitoring() const {
         return services_.permissions.isInputMonitoringTrusted();
     }
-    // Both ask the user, unless the permission is there, and give what is granted right then.
+    // Both ask the user unless the permission is granted. True when it is granted at once.
     bool promptAccessibility();
     bool requestInputMonitoring();
     // The same; after the delay calls `completion`, unless the subscription has ended, and then helps a user
@@ -56,10 +55,10 @@ class PrivacyPermissions {
     void openInputMonitoringSettings();
     void revealAppInFinder() { services_.fileBrowser.reveal(services_.bundle.path); }
 
-    // Starts the application anew and ends this one, which it does even when that fails.
+    // Starts the application anew and ends this one, even when the start fails.
     void relaunch();
-    // Takes the application out of the lists of those privacy services. Waits for it; false when something
-    // of it failed.
+    // Takes the application out of the lists of those privacy services, one after the other. Waits; false
+    // when one failed.
     bool resetPrivacy(std::span<const std::string> services);
     // Lets the user confirm that both permissions are to be reset and the application started anew.
     void confirmReset();

@@ -14,7 +14,6 @@ namespace ui {
 // The form for a new tag.
 class CreateTagView final : public QWidget {
   public:
-    // The form and the colour panel outlive the view.
     CreateTagView(orvellos::CreateTagForm& form, ColorPanel& colorPanel);
 
   private:

@@ -31,7 +31,7 @@ QLabel* inSize(QLabel* label, double factor, QFont::Weight weight);
 [[nodiscard]] QLabel* makeSymbol(std::string_view name, int points, PaletteColor color);
 // A filled circle of so many points, likewise.
 [[nodiscard]] QLabel* makeDot(const QColor& fill, int points);
-// Lets a content that is higher than its place be scrolled; the keyboard goes past it to what is in it.
+// Lets content that is higher than its place be scrolled. The content takes the keyboard focus, not the area.
 [[nodiscard]] QScrollArea* makeScrollArea(QWidget* content = nullptr);
 // A rounded text field. Typed text is at most kLongestLabel characters long.
 [[nodiscard]] QLineEdit* makeLabelField(const std::string& text);

@@ -13,10 +13,8 @@ namespace ui {
 // A permission: whether it is granted, what it is for, and the buttons that fit.
 class PermissionRowView final : public QWidget {
   public:
-    // What the row acts upon outlives the view.
     explicit PermissionRowView(orvellos::PermissionRow row);
 
-    // Shows what is granted now.
     void refresh();
 
   private:

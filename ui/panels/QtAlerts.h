@@ -10,7 +10,8 @@
 
 namespace ui {
 
-// X11 knows no policy: it is kept for who asks. The application is activated by its panel that is used.
+// Only remembers the policy, which X11 does not have. Activating the application brings one of its panels to
+// the user, unless one of its windows is active.
 class QtActivation final : public platform::ApplicationActivation {
   public:
     explicit QtActivation(const platform::WindowFocus& focus) : focus_(focus) {}

@@ -35,7 +35,7 @@ int heightFor(const platform::PanelShell& shell, const QWidget& content, int wid
 
 }  // namespace
 
-// As much is kept free below, for a panel stands in the middle.
+// As much is kept free below as above, for a panel stands in the middle.
 QSize roomOn(const QScreen* screen) {
     if (!screen) return {QWIDGETSIZE_MAX, QWIDGETSIZE_MAX};
     return screen->availableGeometry().size() - QSize(0, 2 * scaled(kTitleBar));
@@ -56,7 +56,7 @@ PanelSize panelSize(const platform::PanelShell& shell, const QWidget& content, Q
 
 namespace {
 
-// The one with the pointer; null while there is none.
+// The screen with the pointer; null while there is no screen.
 const QScreen* screenOfUser() {
     const auto* screen = QGuiApplication::screenAt(QCursor::pos());
     return screen ? screen : QGuiApplication::primaryScreen();
@@ -123,20 +123,20 @@ void QtPanel::closeEvent(QCloseEvent* event) {
     if (const auto told = std::exchange(willClose_, nullptr)) told();
 }
 
-// What a dialog's keys do: Escape closes, Return presses the default button.
+// The keys of a dialog: Escape closes, Return presses the default button.
 void QtPanel::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape) {
         close();
     } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
-        // A button that is gone when it was pressed has often left the keyboard to another of its kind.
+        // A button that goes when it is pressed often leaves the focus to another of its kind, which the same
+        // held key would press.
         if (!event->isAutoRepeat()) pressButton();
     } else {
         QWidget::keyPressEvent(event);
     }
 }
 
-// The one that has the keyboard, else the default one among those that can be seen. A choice of several is
-// made by other keys.
+// The focused button, else the visible default button. Other keys choose among several options.
 void QtPanel::pressButton() {
     auto* focused = qobject_cast<QAbstractButton*>(focusWidget());
     if (focused && focused->isEnabled() && !focused->isCheckable()) {

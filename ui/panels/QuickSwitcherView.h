@@ -14,10 +14,9 @@ namespace ui {
 
 class SpaceRows;
 
-// A search field above the Spaces that match what is typed into it. The field keeps the keyboard.
+// A search field above the Spaces that match its text. The field keeps the keyboard focus.
 class QuickSwitcherView final : public QWidget {
   public:
-    // The switcher outlives the view.
     explicit QuickSwitcherView(orvellos::QuickSwitcher& switcher);
 
     bool eventFilter(QObject* object, QEvent* event) override;

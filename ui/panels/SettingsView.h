@@ -15,7 +15,6 @@ namespace ui {
 // elsewhere.
 class SettingsView final : public QWidget {
   public:
-    // The form outlives the view.
     explicit SettingsView(orvellos::SettingsForm& form);
 
   private:

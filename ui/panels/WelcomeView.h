@@ -16,7 +16,6 @@ class PermissionRowView;
 // The welcome window's content: two pages of one size under the same header.
 class WelcomeView final : public QWidget {
   public:
-    // The form outlives the view.
     explicit WelcomeView(orvellos::WelcomeForm& form);
 
   private:

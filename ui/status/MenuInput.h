@@ -27,7 +27,6 @@ class MenuClicks final : public QObject, public platform::x11::ToolkitMouse {
 // from a menu that are a hot key's. The keys that a row of the status menu shows are the menu's.
 class MenuKeys final : public QObject {
   public:
-    // The hot keys outlive this object.
     explicit MenuKeys(platform::x11::X11HotKeys& hotKeys);
 
   protected:

@@ -21,7 +21,7 @@ namespace ui {
 // button of its own on the screen, so that the user is never locked out. It moves as those come and go.
 class QtStatusItem final : public platform::StatusItem, public TrayIcon::Owner {
   public:
-    struct Services {  // outlive the item
+    struct Services {
         platform::RunLoop& runLoop;
         platform::x11::SystemTray& tray;
         platform::Screens& screens;
@@ -31,11 +31,11 @@ class QtStatusItem final : public platform::StatusItem, public TrayIcon::Owner {
     void setTitle(const platform::StatusTitle& title) override;
     void setMenu(std::function<std::vector<platform::MenuItem>()> menuNeedsUpdate) override;
 
-    // Where the button on the screen is kept from now on. The store outlives the item.
+    // Keeps the place of the button on the screen in this store from now on.
     void rememberPlaceIn(platform::DefaultsStore& defaults);
     // Where the item may be now, the tray by its owner; before the first call it is nowhere.
     void setHosts(bool statusNotifier, std::optional<platform::WindowNumber> tray);
-    // To be told of a window manager that has started.
+    // To be called when a window manager has started.
     void windowManagerChanged();
 
   private:

@@ -12,14 +12,14 @@ namespace ui {
 // either mouse button asks for the menu; the first one drags it to another place.
 class StatusButton final : public QAbstractButton {
   public:
-    struct Services {  // outlive the button
+    struct Services {
         const platform::Screens& screens;
         StatusButtonPlace& place;
     };
     StatusButton(Services services, std::function<void()> menuRequested);
 
     void setTitle(const platform::StatusTitle& title);
-    // Goes to its place, unless the user has it in hand.
+    // Goes to its place, unless the user drags it.
     void settle();
     [[nodiscard]] QSize sizeHint() const override;
 

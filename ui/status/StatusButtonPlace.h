@@ -9,17 +9,16 @@
 
 namespace ui {
 
-// Where on the screens the status button is: where the user has put it last, as far from the same edges of
-// the same screen, and on the main screen while that one is not there; at first in the lower right corner,
-// away from the buttons in windows' title bars. It is always in sight.
+// The place of the status button: where the user put it last, as far from the same edges of the same screen,
+// or of the main screen while that screen is missing; at first the lower right corner, away from the buttons
+// in windows' title bars. It is always in sight.
 class StatusButtonPlace {
   public:
-    // The screens outlive the place.
     explicit StatusButtonPlace(const platform::Screens& screens);
 
-    // Goes by what is stored there, and stores there what the user does. The store outlives the place.
+    // Takes the place from the store, and keeps it there from now on.
     void rememberIn(platform::DefaultsStore& defaults);
-    // For a button of that size; absent while there is no screen.
+    // The frame of a button of that size; absent while there is no screen.
     [[nodiscard]] std::optional<platform::Rect> frame(platform::Size size) const;
     // The user has put the button there.
     void put(const platform::Rect& frame);

@@ -45,9 +45,9 @@ class StatusMenu final : public QMenu {
     std::vector<std::pair<QList<QKeySequence>, QAction*>> keys_;
 };
 
-// How this desktop's users write what is pressed for a key equivalent: "Ctrl+Q".
+// The keys of a key equivalent as this desktop's users write them: "Ctrl+Q".
 [[nodiscard]] QString keyText(const platform::KeyEquivalent& key);
-// All that is pressed for it, what is written first.
+// All keys that choose it, the written ones first.
 [[nodiscard]] QList<QKeySequence> keySequences(const platform::KeyEquivalent& key);
 
 }  // namespace ui

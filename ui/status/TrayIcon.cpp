@@ -15,9 +15,10 @@ namespace {
 // A tray that has just started may overlook an icon. It is asked again, ever more seldom.
 constexpr auto kFirstPatience = std::chrono::seconds(1);
 constexpr auto kLongestPatience = std::chrono::minutes(1);
-// A tray needs a while to put the icon in its place and to draw what is beside it.
-constexpr auto kFirstLook = std::chrono::milliseconds(200);
-constexpr auto kLastLook = std::chrono::seconds(2);
+// A tray needs a while to put the icon in its place and to draw the ground beside it, which is looked at
+// again after ever longer pauses.
+constexpr auto kShortestPause = std::chrono::milliseconds(200);
+constexpr auto kLongestPause = std::chrono::seconds(2);
 constexpr int kSize = 22;
 constexpr int kLargest = 36;
 
@@ -63,7 +64,7 @@ void TrayIcon::hasMoved(bool isTaken) {
     setVisible(isTaken);
     if (isTaken) {
         askingAgain_.cancel();
-        lookAtGround(kFirstLook);
+        lookAtGround(kShortestPause);
     } else {
         askingAgain_ = services_.runLoop.after(patience_, [this] { dock(); });
     }
@@ -73,7 +74,7 @@ void TrayIcon::hasMoved(bool isTaken) {
 void TrayIcon::lookAtGround(platform::Duration pause) {
     if (const auto color = services_.tray.colorBeside(windowOf(*this))) ground_ = toQColor(*color);
     update();
-    if (pause > kLastLook) return;
+    if (pause > kLongestPause) return;
     looking_ = services_.runLoop.after(pause, [this, pause] { lookAtGround(2 * pause); });
 }
 

@@ -13,7 +13,7 @@ namespace ui {
 // of either mouse button asks for the menu.
 class TrayIcon final : public QWidget {
   public:
-    struct Services {  // outlive the icon
+    struct Services {
         platform::RunLoop& runLoop;
         platform::x11::SystemTray& tray;
     };
@@ -41,7 +41,7 @@ class TrayIcon final : public QWidget {
     Services services_;
     Owner& owner_;
     platform::StatusTitle title_;
-    std::optional<QColor> ground_;  // what is behind the icon, where that can be seen
+    std::optional<QColor> ground_;  // the colour behind the icon, where it can be seen
     platform::Subscription docking_;
     platform::Duration patience_;
     platform::Timer askingAgain_;

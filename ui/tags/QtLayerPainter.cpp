@@ -80,13 +80,13 @@ QRgb scaled(QRgb pixel, int part) {
     return qRgba(scale(qRed(pixel)), scale(qGreen(pixel)), scale(qBlue(pixel)), scale(qAlpha(pixel)));
 }
 
-// Both premultiplied, the upper one covering so much of the pixel (of 255).
+// Both colours premultiplied; the upper covers `coverage` of the pixel (of 255).
 QRgb over(QRgb upper, int coverage, QRgb lower) {
     const auto seen = scaled(upper, coverage);
     return seen + scaled(lower, 255 - qAlpha(seen));
 }
 
-// Premultiplied, so much of the way (0…1) from the one to the other.
+// The premultiplied colour at `way` (0…1) from one to the other.
 QRgb between(const QColor& from, const QColor& to, double way) {
     const auto a = qPremultiply(from.rgba());
     const auto b = qPremultiply(to.rgba());
@@ -150,7 +150,7 @@ class Painting {
         return pathCoverage(toPixels_.map(path).translated(-part.topLeft()), part.size());
     }
 
-    // The same of a text.
+    // The coverage by a text.
     [[nodiscard]] QImage coverageOf(const TextLine& line, const QRect& part) const {
         QImage drawing(part.size(), QImage::Format_ARGB32_Premultiplied);
         drawing.fill(Qt::transparent);

@@ -61,7 +61,7 @@ class ColorSwatch final : public QRadioButton {
 
   protected:
     [[nodiscard]] bool hitButton(const QPoint& point) const override { return rect().contains(point); }
-    // The row's.
+    // The arrow keys are the row's.
     void keyPressEvent(QKeyEvent* event) override {
         if (event->key() >= Qt::Key_Left && event->key() <= Qt::Key_Down)
             event->ignore();

@@ -16,10 +16,10 @@ inline constexpr double kShapeContrast = 3;
 
 // How much two opaque colours differ in lightness, from 1 to 21, as WCAG 2.1 defines it.
 [[nodiscard]] double contrast(const QColor& a, const QColor& b);
-// What is seen of a colour that may be translucent, on a ground.
+// A colour, which may be translucent, as it appears on a ground.
 [[nodiscard]] QColor over(const QColor& ground, const QColor& color);
-// The same, lighter still or darker still by no more than it takes to reach that contrast; on the ground's
-// other side where its own has no room for it.
+// The same, made lighter or darker by no more than that contrast needs: away from the ground, or beyond it
+// where there is no room on that side.
 [[nodiscard]] QColor legible(const QColor& ground, const QColor& color, double atLeast);
 
 [[nodiscard]] inline QColor toQColor(const platform::Color& color) {
@@ -66,7 +66,7 @@ using PaletteColor = QColor (*)(const QPalette&);
     return legible(windowColor(palette), QColor(48, 209, 88), kShapeContrast);
 }
 
-// What is chosen or on is filled with the accent, which the palette's highlighted text can be read on.
+// The accent fills chosen and switched-on controls; the palette's highlighted text can be read on it.
 [[nodiscard]] inline QColor accentColor(const QPalette& palette) {
     return palette.color(QPalette::Active, QPalette::Highlight);
 }
@@ -77,15 +77,15 @@ using PaletteColor = QColor (*)(const QPalette&);
 [[nodiscard]] inline QColor accentShapeColor(const QPalette& palette) {
     return legible(windowColor(palette), accentColor(palette), kShapeContrast);
 }
-// What outlines the shapes that can be told from a window by it alone.
+// The outline of shapes that could not be told from a window without it.
 [[nodiscard]] inline QColor outlineColor(const QPalette& palette) {
     auto color = labelColor(palette);
     color.setAlphaF(0.3F);
     return legible(windowColor(palette), color, kShapeContrast);
 }
 
-// A text as markup for a label: bold what is between two asterisks each, in the font of one width what is
-// between two backticks. Everything else is shown as it is.
+// A text as markup for a label: words between **two asterisks** are bold, those between `backticks` have the
+// monospaced font. Everything else is shown as it is.
 [[nodiscard]] QString emphasized(std::string_view text);
 // The same as it is read aloud.
 [[nodiscard]] QString withoutEmphasis(std::string_view text);

@@ -66,7 +66,7 @@ void drawHighlight(const QStyleOptionMenuItem& item, QPainter& painter) {
     painter.drawRoundedRect(item.rect, kHighlightCorner, kHighlightCorner);
 }
 
-// Draws checkmark and icon; what is left of the row.
+// Draws checkmark and icon, and gives the rest of the row.
 QRect drawColumns(const QStyleOptionMenuItem& item, QPainter& painter) {
     auto rest = item.rect.adjusted(kInset, 0, -kInset, 0);
     const int side = scaled(kColumn);

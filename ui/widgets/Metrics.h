@@ -4,7 +4,7 @@
 
 namespace ui {
 
-// Lengths and texts in the panels are those of a system font of 10 points, and grow with a larger one.
+// Lengths and font sizes in the panels are given for a system font of 10 points, and grow with a larger one.
 
 [[nodiscard]] int scaled(int length);
 // The system font, so many times as large.
@@ -23,7 +23,7 @@ inline constexpr double kFineprint = 0.83;
 
 }  // namespace font_scale
 
-// Of buttons, fields and pickers, which stand in one line with each other.
+// The height of buttons, fields and pickers, which stand in one line.
 [[nodiscard]] int controlHeight();
 inline constexpr double kCorner = 6;
 

@@ -10,7 +10,7 @@ namespace ui {
 // gets then.
 class ShortcutField final : public QLineEdit {
   public:
-    // The recorder outlives the field. `name` is what it is for.
+    // `name` is the title of the shortcut's action.
     ShortcutField(keyboard_shortcuts::Recorder& recorder, const QString& name);
     ~ShortcutField() override;
     ShortcutField(const ShortcutField&) = delete;

@@ -10,9 +10,9 @@
 
 namespace ui {
 
-// The one mark of what has the keyboard: a line along the inner side of an outline, set off from what it
-// surrounds by a thinner one in the colour of the ground, so that it is seen around a shape in its own
-// colour, too.
+// The one mark of the keyboard focus: a line along the inner side of an outline, set off from the shape
+// inside by a thinner line in the colour of the ground, so that it is seen around a shape of its own colour,
+// too.
 inline constexpr double kFocusRing = 2;
 inline constexpr double kFocusGap = 1;
 inline constexpr double kFocusRoom = kFocusRing + kFocusGap;
@@ -22,8 +22,8 @@ inline constexpr double kFocusRoom = kFocusRing + kFocusGap;
 }
 void drawFocusRing(QPainter& painter, const QRectF& outline, double corner, const QPalette& palette);
 
-// How buttons, fields and menus look in every window: in one size, with one mark of what has the keyboard.
-// What it does not draw is drawn by another style, the user's own where none is given.
+// The look of buttons, fields and menus in every window: one size, one mark of the keyboard focus. Everything
+// else is drawn by the base style, which is the user's own where none is given.
 class Style final : public QProxyStyle {
   public:
     explicit Style(QStyle* base = nullptr) : QProxyStyle(base) {}
