@@ -7,6 +7,7 @@
 #include "orvellos/menu/StatusItemController.h"
 #include "ui/widgets/Colors.h"
 #include "ui/widgets/Labels.h"
+#include "ui/widgets/Symbols.h"
 
 namespace ui {
 
@@ -63,14 +64,6 @@ Colors colorsFor(const std::optional<QColor>& tag, const std::optional<QColor>& 
     if (!ground) return {fill, opposite(fill)};
     const bool isTold = contrast(fill, *ground) >= kShapeContrast;
     return {fill, isTold ? QColor(Qt::transparent) : opposite(*ground)};
-}
-
-QPixmap square(double points, double devicePixelRatio) {
-    const int pixels = static_cast<int>(std::ceil(points * devicePixelRatio));
-    QPixmap pixmap(pixels, pixels);
-    pixmap.setDevicePixelRatio(devicePixelRatio);
-    pixmap.fill(Qt::transparent);
-    return pixmap;
 }
 
 void drawTag(QPainter& painter, const Colors& colors, double points) {
@@ -146,7 +139,7 @@ void drawDot(QPainter& painter, const Colors& colors, double points) {
 }  // namespace
 
 QPixmap statusIcon(const QColor& color, double points, double devicePixelRatio) {
-    auto pixmap = square(points, devicePixelRatio);
+    auto pixmap = transparentPixmap(points, devicePixelRatio);
     QPainter painter(&pixmap);
     painter.setRenderHint(QPainter::Antialiasing);
     drawTag(painter, {color}, points);
@@ -155,7 +148,7 @@ QPixmap statusIcon(const QColor& color, double points, double devicePixelRatio) 
 
 QPixmap statusIcon(const platform::StatusTitle& title, const std::optional<QColor>& ground, double points,
                    double devicePixelRatio) {
-    auto pixmap = square(points, devicePixelRatio);
+    auto pixmap = transparentPixmap(points, devicePixelRatio);
     QPainter painter(&pixmap);
     painter.setRenderHint(QPainter::Antialiasing);
     const auto tag = title.label ? std::optional(toQColor(title.label->dot)) : std::nullopt;

@@ -11,6 +11,14 @@
 
 namespace ui {
 
+QPixmap transparentPixmap(double points, double devicePixelRatio) {
+    const int pixels = static_cast<int>(std::ceil(points * devicePixelRatio));
+    QPixmap pixmap(pixels, pixels);
+    pixmap.setDevicePixelRatio(devicePixelRatio);
+    pixmap.fill(Qt::transparent);
+    return pixmap;
+}
+
 namespace {
 
 constexpr double kRim = 1;
@@ -25,14 +33,6 @@ void paint(const SymbolDrawing& drawing, const QColor& color, const QRectF& squa
     painter.strokePath(drawing.stroked,
                        QPen(color, kSymbolStroke, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.restore();
-}
-
-QPixmap transparentPixmap(double points, double devicePixelRatio) {
-    const int pixels = static_cast<int>(std::ceil(points * devicePixelRatio));
-    QPixmap pixmap(pixels, pixels);
-    pixmap.setDevicePixelRatio(devicePixelRatio);
-    pixmap.fill(Qt::transparent);
-    return pixmap;
 }
 
 QPixmap drawn(QIconEngine& engine, const QSize& size, QIcon::Mode mode, QIcon::State state) {

@@ -11,6 +11,8 @@ class QPainter;
 
 namespace ui {
 
+// A square of `points` to draw in.
+[[nodiscard]] QPixmap transparentPixmap(double points, double devicePixelRatio);
 // A system symbol drawn in one colour, in a square of `points`; a null pixmap for a name without one.
 [[nodiscard]] QPixmap symbolPixmap(std::string_view name, const QColor& color, double points,
                                    double devicePixelRatio);
