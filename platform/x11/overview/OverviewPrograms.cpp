@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/x11/spaces/EwmhDesktops.h"
+#include "platform/x11/windows/WindowClass.h"
 
 namespace platform::x11 {
 
@@ -23,13 +24,11 @@ bool isLetterOfSameKind(char a, char b) {
     return lower(a) == lower(b);
 }
 
-// WM_CLASS holds the instance and the class, each ended by a zero (ICCCM 4.1.2.5).
-bool isOverviewClass(std::string_view instanceAndClass) {
-    const auto end = std::min(instanceAndClass.find('\0'), instanceAndClass.size());
-    auto name = instanceAndClass.substr(std::min(end + 1, instanceAndClass.size()));
-    name = name.substr(0, name.find('\0'));
-    return std::ranges::any_of(
-        kNames, [&](auto known) { return std::ranges::equal(name, known, isLetterOfSameKind); });
+bool isOverviewClass(std::string_view windowClass) {
+    const auto name = classPart(windowClass);
+    return name && std::ranges::any_of(kNames, [&](auto known) {
+               return std::ranges::equal(*name, known, isLetterOfSameKind);
+           });
 }
 
 }  // namespace

@@ -4,6 +4,8 @@
 #include <array>
 #include <utility>
 
+#include "platform/x11/windows/WindowClass.h"
+
 namespace platform::x11 {
 
 namespace {
@@ -57,37 +59,6 @@ Rect boundsOf(const X11WindowReplies& replies, Point origin) {
             geometry.height + 2 * border + frame[2] + frame[3]};
 }
 
-// Whether the text is well-formed UTF-8, as far as its lead and continuation bytes tell.
-bool looksLikeUtf8(std::string_view text) {
-    std::size_t expected = 0;
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        const bool continues = (byte & 0xC0) == 0x80;
-        if (continues != (expected > 0)) return false;
-        if (continues) {
-            --expected;
-        } else if (byte >= 0x80) {
-            if (byte < 0xC2 || byte > 0xF4) return false;
-            expected = byte >= 0xF0 ? 3 : byte >= 0xE0 ? 2 : 1;
-        }
-    }
-    return expected == 0;
-}
-
-std::string fromLatin1(std::string_view text) {
-    std::string utf8;
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte < 0x80) {
-            utf8 += c;
-        } else {
-            utf8 += static_cast<char>(0xC0 | (byte >> 6));
-            utf8 += static_cast<char>(0x80 | (byte & 0x3F));
-        }
-    }
-    return utf8;
-}
-
 }  // namespace
 
 X11WindowRequest requestWindow(const XConnection& connection, const Atoms& atoms, xcb_window_t window) {
@@ -120,15 +91,6 @@ std::optional<X11Window> parseWindow(const Atoms& atoms, xcb_window_t window, co
     if (const auto opacity = value32(replies.opacity.get(), XCB_ATOM_CARDINAL))
         result.info.alpha = *opacity / static_cast<double>(0xFFFFFFFF);
     return result;
-}
-
-std::optional<std::string> classPart(std::string_view property) {
-    const auto end = property.find('\0');
-    if (end == std::string_view::npos) return std::nullopt;
-    auto name = property.substr(end + 1);
-    name = name.substr(0, name.find('\0'));
-    if (name.empty()) return std::nullopt;
-    return looksLikeUtf8(name) ? std::string(name) : fromLatin1(name);
 }
 
 }  // namespace platform::x11

@@ -4,8 +4,6 @@
 
 #include <cstdint>
 #include <optional>
-#include <string>
-#include <string_view>
 
 #include "platform/WindowList.h"
 #include "platform/x11/spaces/EwmhDesktops.h"
@@ -34,9 +32,5 @@ struct X11WindowReplies {
 // Absent for a window that has died meanwhile. `origin` is where the main display starts on the root window.
 [[nodiscard]] std::optional<X11Window> parseWindow(const Atoms& atoms, xcb_window_t window,
                                                    const X11WindowReplies& replies, Point origin);
-
-// The class part of WM_CLASS ("instance NUL class NUL") in UTF-8; the property is Latin-1 by the book (ICCCM
-// 4.1.2.5), UTF-8 in what many programs write. Absent when there is none.
-[[nodiscard]] std::optional<std::string> classPart(std::string_view property);
 
 }  // namespace platform::x11

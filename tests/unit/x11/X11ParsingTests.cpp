@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "platform/x11/spaces/EwmhSpaceLayout.h"
+#include "platform/x11/windows/WindowClass.h"
 #include "platform/x11/windows/X11Window.h"
 
 namespace platform::x11 {
