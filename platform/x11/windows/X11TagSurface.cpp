@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 #include <xcb/shape.h>
+#include <xcb/xcb_icccm.h>
 
 #include <array>
 #include <cmath>
@@ -30,10 +31,6 @@ constexpr auto kClearedIsDrawn = std::chrono::milliseconds(500);
 // attention; one that a pager asks for is the user's.
 constexpr std::uint32_t kSourceApplication = 1;
 constexpr std::uint32_t kSourcePager = 2;
-
-// The part of ICCCM's WM_NORMAL_HINTS that says: this place and size are meant.
-constexpr std::uint32_t kUserPlaceAndSize = (1U << 0) | (1U << 1) | (1U << 2) | (1U << 3) | (1U << 9);
-constexpr std::uint32_t kStaticGravity = XCB_GRAVITY_STATIC;
 
 }  // namespace
 
@@ -90,16 +87,16 @@ void X11TagSurface::writeInitialProperties() {
     change32(atoms.userTime, XCB_ATOM_CARDINAL, {0U});
     change32(atoms.pid, XCB_ATOM_CARDINAL, {static_cast<std::uint32_t>(getpid())});
     change32(atoms.motifHints, atoms.motifHints, {3U, 0U, 0U, 0U, 0U});  // no functions, no decorations
-    change32(XCB_ATOM_WM_HINTS, XCB_ATOM_WM_HINTS, {1U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U});  // input: false
     auto* connection = context_.connection.get();
+    xcb_icccm_wm_hints_t hints{};
+    xcb_icccm_wm_hints_set_input(&hints, 0);
+    xcb_icccm_set_wm_hints(connection, window_, &hints);
     constexpr std::string_view wmClass("orvello\0orvellos\0", 17);
-    xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window_, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8,
-                        wmClass.size(), wmClass.data());
+    xcb_icccm_set_wm_class(connection, window_, wmClass.size(), wmClass.data());
     std::array<char, 256> host{};
     if (gethostname(host.data(), host.size() - 1) == 0)
-        xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window_, XCB_ATOM_WM_CLIENT_MACHINE,
-                            XCB_ATOM_STRING, 8, static_cast<std::uint32_t>(std::strlen(host.data())),
-                            host.data());
+        xcb_icccm_set_wm_client_machine(connection, window_, XCB_ATOM_STRING, 8,
+                                        static_cast<std::uint32_t>(std::strlen(host.data())), host.data());
     writeHints();
 }
 
@@ -116,14 +113,18 @@ void X11TagSurface::writeStates() {
     if (const auto own = desktop_.wanted()) change32(atoms.desktop, XCB_ATOM_CARDINAL, {*own});
 }
 
+// The place and size are meant: as the user's own they are kept by every window manager.
 void X11TagSurface::writeHints() {
-    const auto x = static_cast<std::uint32_t>(placed_.x);
-    const auto y = static_cast<std::uint32_t>(placed_.y);
-    const auto width = static_cast<std::uint32_t>(placed_.width);
-    const auto height = static_cast<std::uint32_t>(placed_.height);
-    change32(XCB_ATOM_WM_NORMAL_HINTS, XCB_ATOM_WM_SIZE_HINTS,
-             {kUserPlaceAndSize, x, y, width, height, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U,
-              kStaticGravity});
+    xcb_size_hints_t hints{};
+    hints.flags = XCB_ICCCM_SIZE_HINT_US_POSITION | XCB_ICCCM_SIZE_HINT_US_SIZE |
+                  XCB_ICCCM_SIZE_HINT_P_POSITION | XCB_ICCCM_SIZE_HINT_P_SIZE |
+                  XCB_ICCCM_SIZE_HINT_P_WIN_GRAVITY;
+    hints.x = placed_.x;
+    hints.y = placed_.y;
+    hints.width = placed_.width;
+    hints.height = placed_.height;
+    hints.win_gravity = XCB_GRAVITY_STATIC;
+    xcb_icccm_set_wm_normal_hints(context_.connection.get(), window_, &hints);
 }
 
 void X11TagSurface::writeTitle() {
