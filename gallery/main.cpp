@@ -128,7 +128,7 @@ class Gallery final : public orvellos::PanelsTest, orvellos::ApplicationCommands
     }
     void takeMenu() {
         settings_.visibilityMode.set(orvellos::TagVisibilityMode::HiddenDuringWork);
-        ui::StatusMenu menu(desktop_.statusItem.openMenu);
+        ui::StatusMenu menu(atoms_, desktop_.statusItem.openMenu);
         menu.open(QRect());
         menu.setActiveAction(menu.actions().at(2));
         take(menu, "menu");
@@ -139,20 +139,20 @@ class Gallery final : public orvellos::PanelsTest, orvellos::ApplicationCommands
         take(menu, "menu-jumps");
         settle();
         ui::StatusButtonPlace place(desktop_.screens);
-        ui::StatusButton button({.screens = desktop_.screens, .place = place}, [] {});
+        ui::StatusButton button({.atoms = atoms_, .screens = desktop_.screens, .place = place}, [] {});
         button.setTitle(desktop_.statusItem.title);
         button.adjustSize();
         take(button, "status-button");
     }
     void takeToastAndAlert() {
-        ui::QtToast toast({"Deleted “Code review”", [] {}});
+        ui::QtToast toast({"Deleted “Code review”", [] {}}, atoms_);
         toast.adjustSize();
         take(toast, "toast");
         ui::AlertBox alert(
             {"Could not jump to that Space",
              "The desktop did not change. Turn the shortcuts for moving a space on and try again.",
              {"Open Keyboard Shortcuts", "OK"}},
-            [](auto) {});
+            atoms_, [](auto) {});
         alert.show();
         take(alert, "alert");
     }

@@ -30,7 +30,7 @@ struct CommandDesktop::Connected final : DesktopSource {
 
     static Atoms internWithWindowList(XConnection& connection) {
         X11WindowList::prefetch(connection);
-        return Atoms::intern(connection);
+        return Atoms::internForCommand(connection);
     }
     // Each of these asks the server.
     [[nodiscard]] DesktopFacts facts() const override {

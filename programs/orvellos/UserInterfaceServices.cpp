@@ -25,18 +25,20 @@ ui::ColorScheme schemeOf(DesktopColorScheme::Preference preference) {
 }  // namespace
 
 UserInterfaceServices::UserInterfaceServices(Services services)
-    : activation_(services.connection, services.desktops),
+    : activation_(services.connection, services.atoms, services.desktops),
       mouse_(services.rawInput, services.connection, menuClicks_),
       panelHost_(
-          {.menuBar = menuBar_,
+          {.atoms = services.atoms,
+           .menuBar = menuBar_,
            .screens = services.screens,
            .focus = activation_,
            .followCompositing = [&windowSystem = services.windowSystem](
                                     const auto& action) { return windowSystem.followCompositing(action); }}),
-      alerts_(activation_),
+      alerts_(services.atoms, activation_),
       applicationActivation_(activation_),
-      tray_(services.connection, services.events, [this] { findStatusHost(); }),
-      statusItem_({.runLoop = services.runLoop, .tray = tray_, .screens = services.screens}),
+      tray_(services.connection, services.atoms, services.events, [this] { findStatusHost(); }),
+      statusItem_(
+          {.runLoop = services.runLoop, .atoms = services.atoms, .tray = tray_, .screens = services.screens}),
       statusNotifierHosts_(services.bus, [this](bool) { findStatusHost(); }),
       colorScheme_(services.bus, [](auto preference) { ui::applyColorScheme(schemeOf(preference)); }) {
     findStatusHost();

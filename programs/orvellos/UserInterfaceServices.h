@@ -24,6 +24,7 @@ class UserInterfaceServices {
         platform::freedesktop::SessionBus& bus;
         platform::RunLoop& runLoop;
         platform::x11::XConnection& connection;
+        const platform::x11::Atoms& atoms;
         platform::x11::XEvents& events;
         platform::x11::RawInput& rawInput;
         platform::x11::X11Screens& screens;

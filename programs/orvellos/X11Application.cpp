@@ -23,26 +23,6 @@ std::string_view displayName() {
     return display ? display : "";
 }
 
-// Every atom that the services below use, asked for in one round trip instead of one each.
-platform::x11::Atoms internAtoms(platform::x11::XConnection& connection) {
-    using namespace platform::x11;
-    const auto compositor = SelectionWatch::atomName(connection, X11WindowSystem::kCompositorSelection);
-    const auto tray = SelectionWatch::atomName(connection, SystemTray::kSelection);
-    std::vector<std::string_view> names = {compositor, tray};
-    const auto add = [&](std::span<const std::string_view> more) {
-        names.insert(names.end(), more.begin(), more.end());
-    };
-    add(Atoms::names());
-    add(TagWindowAtoms::kNames);
-    add(FullScreenWindows::kAtomNames);
-    add(X11Screens::kAtomNames);
-    add(X11SpaceServer::kAtomNames);
-    add(WindowActivation::kAtomNames);
-    add(SystemTray::kAtomNames);
-    static_cast<void>(connection.intern(names));
-    return Atoms::intern(connection);
-}
-
 }  // namespace
 
 X11Application::Core::Core(X11Application& application)
@@ -88,12 +68,12 @@ X11Application::X11Application(platform::x11::XConnection& connection, ui::QtRun
       settingsPages_(platform::freedesktop::currentDesktops()),
       fileBrowser_(bus_),
       system_(files_),
-      atoms_(internAtoms(connection)),
+      atoms_(platform::x11::Atoms::intern(connection)),
       events_(connection, runLoop, runLoop),
-      screens_(connection, events_, runLoop, scale),
+      screens_(connection, atoms_, events_, runLoop, scale),
       spaceServer_(connection, atoms_, events_, runLoop,
                    [this](auto callback) { kwinCall_ = kwinDesktops_.request(std::move(callback)); }),
-      windowSystem_(connection, events_, runLoop, screens_, painter_, spaceServer_),
+      windowSystem_(connection, atoms_, events_, runLoop, screens_, painter_, spaceServer_),
       switching_(connection, atoms_, spaceServer_),
       shortcuts_(connection, atoms_, spaceServer_),
       keys_(bus_, runLoop, connection, events_),
@@ -103,6 +83,7 @@ X11Application::X11Application(platform::x11::XConnection& connection, ui::QtRun
       interface_({.bus = bus_,
                   .runLoop = runLoop,
                   .connection = connection,
+                  .atoms = atoms_,
                   .events = events_,
                   .rawInput = keys_.rawInput(),
                   .screens = screens_,

@@ -61,7 +61,7 @@ bool perform(const SpaceScript& script) {
     if (!connection) return false;
     // Every wait may cost a turn of a busy machine's scheduler, so what can be asked together is.
     const auto timeWindow = requestServerTime(*connection);
-    const auto atoms = Atoms::intern(*connection);
+    const auto atoms = Atoms::internForCommand(*connection);
     const auto time = awaitServerTime(*connection, timeWindow, end);
     const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(connection->get(), connection->root(), XCB_CW_EVENT_MASK, &events);

@@ -55,8 +55,8 @@ struct Watcher {
     platform::freedesktop::SessionBus bus{library, mainLoop.runLoop, mainLoop.runLoop,
                                           [this] { return desktop.environment["DBUS_SESSION_BUS_ADDRESS"]; }};
     platform::freedesktop::KwinOverview kwin{bus, mainLoop.runLoop};
-    platform::x11::X11Screens screens{*connection, events, mainLoop.runLoop, 1};
     platform::x11::Atoms atoms = platform::x11::Atoms::intern(*connection);
+    platform::x11::X11Screens screens{*connection, atoms, events, mainLoop.runLoop, 1};
     platform::x11::OverviewPrograms programs{*connection, atoms, events, mainLoop.runLoop, screens, true};
     platform::freedesktop::DesktopOverview overview{{&kwin, &programs}};
     int hintCount = 0;

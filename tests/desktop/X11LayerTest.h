@@ -6,6 +6,7 @@
 #include <array>
 
 #include "platform/simulated/SimulatedRunLoop.h"
+#include "platform/x11/connection/Atoms.h"
 #include "platform/x11/connection/XEvents.h"
 #include "tests/support/PrivateDesktop.h"
 
@@ -58,11 +59,11 @@ class X11LayerTest : public testing::Test {
         x.setCardinals(x.root(), property, values);
     }
     void setAtoms(const std::string& property, const std::vector<std::string>& names) {
-        std::vector<xcb_atom_t> atoms;
-        atoms.reserve(names.size());
-        for (const auto& name : names) atoms.push_back(x.atom(name));
+        std::vector<xcb_atom_t> values;
+        values.reserve(names.size());
+        for (const auto& name : names) values.push_back(x.atom(name));
         xcb_change_property(x.connection(), XCB_PROP_MODE_REPLACE, x.root(), x.atom(property), XCB_ATOM_ATOM,
-                            32, static_cast<std::uint32_t>(atoms.size()), atoms.data());
+                            32, static_cast<std::uint32_t>(values.size()), values.data());
     }
     void setCheckWindow(xcb_window_t owner, xcb_window_t check) {
         xcb_change_property(x.connection(), XCB_PROP_MODE_REPLACE, owner, x.atom("_NET_SUPPORTING_WM_CHECK"),
@@ -81,6 +82,7 @@ class X11LayerTest : public testing::Test {
     HandDrivenWatcher watcher;
     std::unique_ptr<platform::x11::XConnection> connection =
         platform::x11::XConnection::open(desktop.display().c_str(), kGenerousDeadline);
+    platform::x11::Atoms atoms = platform::x11::Atoms::intern(*connection);
     platform::x11::XEvents events{*connection, watcher, runLoop};
 };
 

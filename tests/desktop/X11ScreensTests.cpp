@@ -18,7 +18,7 @@ class X11ScreensTest : public X11LayerTest {
                         .serverArguments = std::move(serverArguments)}) {}
 
     void startScreens() {
-        screens.emplace(*connection, events, runLoop, 1);
+        screens.emplace(*connection, atoms, events, runLoop, 1);
         changed = screens->onParametersChanged([this] { ++changes; });
     }
     void xrandr(std::vector<std::string> words) {

@@ -11,7 +11,6 @@ namespace desktop_test {
 namespace {
 
 using namespace std::chrono_literals;
-using platform::x11::Atoms;
 using platform::x11::X11SpaceServer;
 using Ids = std::vector<std::string>;
 
@@ -19,12 +18,8 @@ class X11SpaceServerTest : public X11LayerTest {
   protected:
     using X11LayerTest::X11LayerTest;
 
-    void SetUp() override {
-        connection->synchronize();
-        atoms.emplace(Atoms::intern(*connection));
-    }
     void startServer() {
-        server.emplace(*connection, *atoms, events, runLoop, [this](auto answer) {
+        server.emplace(*connection, atoms, events, runLoop, [this](auto answer) {
             ++questions;
             answerKwin = std::move(answer);
         });
@@ -53,7 +48,6 @@ class X11SpaceServerTest : public X11LayerTest {
         return ids;
     }
 
-    std::optional<Atoms> atoms;
     xcb_window_t check = 0;
     int questions = 0;
     std::function<void(X11SpaceServer::KwinRow)> answerKwin;

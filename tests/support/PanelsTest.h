@@ -22,9 +22,11 @@ class PanelsTest : public PanelServicesTest {
     }
 
     desktop_test::OffscreenApplication application_;
+    const platform::x11::Atoms atoms_;  // of no server
     ui::QtMenuBar menuBar_;
     desktop_test::NoWindowFocus focus_;
-    ui::QtPanelHost host_{{.menuBar = menuBar_,
+    ui::QtPanelHost host_{{.atoms = atoms_,
+                           .menuBar = menuBar_,
                            .screens = desktop_.screens,
                            .focus = focus_,
                            .followCompositing = [](const auto&) { return platform::Subscription(); }}};

@@ -19,7 +19,8 @@ constexpr int kSymbol = 40;
 
 }  // namespace
 
-AlertBox::AlertBox(const platform::Alert& alert, std::function<void(std::size_t)> answered)
+AlertBox::AlertBox(const platform::Alert& alert, const platform::x11::Atoms& atoms,
+                   std::function<void(std::size_t)> answered)
     : answer_(alert.buttons.size() - 1) {
     setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint |
                    Qt::WindowStaysOnTopHint);
@@ -48,7 +49,7 @@ AlertBox::AlertBox(const platform::Alert& alert, std::function<void(std::size_t)
     column->addSpacing(8);
     column->addLayout(makeButtons(alert));
     row->addLayout(column);
-    putOnEveryDesktop(*this);
+    putOnEveryDesktop(*this, atoms);
     connect(this, &QDialog::finished, this, [this, answered = std::move(answered)] { answered(answer_); });
 }
 

@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "platform/Panels.h"
+#include "platform/x11/connection/Atoms.h"
 
 class QHBoxLayout;
 
@@ -13,7 +14,8 @@ namespace ui {
 class AlertBox final : public QDialog {
   public:
     // `answered` is called once, with the index of the chosen button; closing it chooses the last.
-    AlertBox(const platform::Alert& alert, std::function<void(std::size_t)> answered);
+    AlertBox(const platform::Alert& alert, const platform::x11::Atoms& atoms,
+             std::function<void(std::size_t)> answered);
 
   private:
     [[nodiscard]] QHBoxLayout* makeButtons(const platform::Alert& alert);

@@ -59,8 +59,8 @@ QWidget* makeWarning() {
 
 }  // namespace
 
-EditTagsView::EditTagsView(EditTagsList& list, ColorPanel& colorPanel)
-    : list_(list), colorPanel_(colorPanel) {
+EditTagsView::EditTagsView(EditTagsList& list, ColorPanel& colorPanel, const platform::x11::Atoms& atoms)
+    : list_(list), colorPanel_(colorPanel), atoms_(atoms) {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
@@ -248,7 +248,8 @@ QToolButton* EditTagsView::makePositionButton(const Tag& tag) {
     add("arrow.down.to.line", EditTagsList::kReassign, [this](const auto& id) { list_.reassign(id); });
     add("dot.scope", EditTagsList::kAlignAll, [this](const auto& id) { list_.alignAll(id); });
     add("link", EditTagsList::kRelink, [this](const auto& id) { list_.relink(id); });
-    connect(menu, &QMenu::aboutToShow, menu, [menu] { setWindowType(*menu, "DROPDOWN_MENU"); });
+    connect(menu, &QMenu::aboutToShow, menu,
+            [this, menu] { setWindowType(*menu, atoms_, platform::x11::Atom::NetWmWindowTypeDropdownMenu); });
     button->setMenu(menu);
     return button;
 }

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "orvellos/panels/EditTagsList.h"
+#include "platform/x11/connection/Atoms.h"
 #include "ui/widgets/ColorPanel.h"
 
 class QLabel;
@@ -16,8 +17,8 @@ namespace ui {
 // The list of the user's tags.
 class EditTagsView final : public QWidget {
   public:
-    // The list and the colour panel outlive the view.
-    EditTagsView(orvellos::EditTagsList& list, ColorPanel& colorPanel);
+    // All outlive the view.
+    EditTagsView(orvellos::EditTagsList& list, ColorPanel& colorPanel, const platform::x11::Atoms& atoms);
 
     // As high as its rows, up to a bound.
     [[nodiscard]] QSize sizeHint() const override;
@@ -57,6 +58,7 @@ class EditTagsView final : public QWidget {
 
     orvellos::EditTagsList& list_;
     ColorPanel& colorPanel_;
+    const platform::x11::Atoms& atoms_;
     Shown shown_;
     QLabel* count_ = nullptr;
     QScrollArea* scroll_ = nullptr;

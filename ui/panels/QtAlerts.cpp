@@ -29,7 +29,7 @@ void QtAlerts::showNext() {
     if (waiting_.empty()) return;
     auto next = std::move(waiting_.front());
     waiting_.pop_front();
-    box_ = new AlertBox(next.alert, [this, answered = std::move(next.answered)](std::size_t button) {
+    box_ = new AlertBox(next.alert, atoms_, [this, answered = std::move(next.answered)](std::size_t button) {
         box_.clear();
         answered(button);
         if (!box_) showNext();

@@ -28,7 +28,8 @@ class QtActivation final : public platform::ApplicationActivation {
 // Alerts, one after the other.
 class QtAlerts final : public platform::Alerts {
   public:
-    explicit QtAlerts(const platform::WindowFocus& focus) : focus_(focus) {}
+    QtAlerts(const platform::x11::Atoms& atoms, const platform::WindowFocus& focus)
+        : atoms_(atoms), focus_(focus) {}
     ~QtAlerts() override;
 
     void runModal(const platform::Alert& alert, std::function<void(std::size_t)> answered) override;
@@ -40,6 +41,7 @@ class QtAlerts final : public platform::Alerts {
     };
     void showNext();
 
+    const platform::x11::Atoms& atoms_;
     const platform::WindowFocus& focus_;
     std::deque<Waiting> waiting_;
     QPointer<AlertBox> box_;

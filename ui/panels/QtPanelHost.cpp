@@ -33,7 +33,7 @@ class PanelHandle final : public platform::PanelWindow {
 class ToastHandle final : public platform::ToastWindow {
   public:
     ToastHandle(const orvellos::UndoToastView& view, const QtPanelHost::Services& services)
-        : toast_(std::make_unique<QtToast>(view)),
+        : toast_(std::make_unique<QtToast>(view, services.atoms)),
           screens_(services.screens),
           compositing_(services.followCompositing([this](bool isComposited) {
               const auto before = toast_->capsule().topLeft();
@@ -66,13 +66,14 @@ class ToastHandle final : public platform::ToastWindow {
 // The view of each kind of content.
 struct ViewMaker {
     QWidget* operator()(orvellos::CreateTagForm* form) const { return new CreateTagView(*form, colorPanel); }
-    QWidget* operator()(orvellos::EditTagsList* list) const { return new EditTagsView(*list, colorPanel); }
+    QWidget* operator()(orvellos::EditTagsList* list) const { return new EditTagsView(*list, colorPanel, atoms); }
     QWidget* operator()(orvellos::QuickSwitcher* switcher) const { return new QuickSwitcherView(*switcher); }
     QWidget* operator()(orvellos::SettingsForm* form) const { return new SettingsView(*form); }
     QWidget* operator()(orvellos::WelcomeForm* form) const { return new WelcomeView(*form); }
     QWidget* operator()(const orvellos::About* about) const { return new AboutView(*about); }
 
     ColorPanel& colorPanel;
+    const platform::x11::Atoms& atoms;
 };
 
 }  // namespace
@@ -80,7 +81,7 @@ struct ViewMaker {
 std::unique_ptr<platform::PanelWindow> QtPanelHost::makePanel(const platform::PanelShell& shell,
                                                               const orvellos::PanelContent& content,
                                                               std::function<void()> willClose) {
-    auto panel = std::make_unique<QtPanel>(shell, std::visit(ViewMaker{colorPanel_}, content),
+    auto panel = std::make_unique<QtPanel>(shell, std::visit(ViewMaker{colorPanel_, services_.atoms}, content),
                                            services_.focus, std::move(willClose));
     services_.menuBar.attachTo(*panel);
     return std::make_unique<PanelHandle>(std::move(panel));

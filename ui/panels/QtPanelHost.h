@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "orvellos/panels/PanelHost.h"
+#include "platform/x11/connection/Atoms.h"
 #include "ui/status/QtMenuBar.h"
 #include "ui/widgets/ColorPanel.h"
 
@@ -14,6 +15,7 @@ class QtPanelHost final : public orvellos::PanelHost {
     // The menu bar's keys work in every panel. `followCompositing` tells at once and on every change whether
     // there is a compositor.
     struct Services {
+        const platform::x11::Atoms& atoms;
         const QtMenuBar& menuBar;
         const platform::Screens& screens;
         const platform::WindowFocus& focus;

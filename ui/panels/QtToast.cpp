@@ -56,14 +56,14 @@ QRegion silhouette(const QSize& size) {
 
 }  // namespace
 
-QtToast::QtToast(const orvellos::UndoToastView& view) {
+QtToast::QtToast(const orvellos::UndoToastView& view, const platform::x11::Atoms& atoms) {
     setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
                    Qt::WindowDoesNotAcceptFocus | Qt::X11BypassWindowManagerHint);
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_TranslucentBackground);
     setAttribute(Qt::WA_AlwaysShowToolTips);  // it is never the active window
     setWindowTitle(toQString(view.message));
-    setWindowType(*this, "NOTIFICATION");
+    setWindowType(*this, atoms, platform::x11::Atom::NetWmWindowTypeNotification);
     auto* row = new QHBoxLayout(this);
     row->setSpacing(12);
     auto* message = new ElidedLabel(toQString(view.message));

@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "orvellos/panels/Toasts.h"
+#include "platform/x11/connection/Atoms.h"
 
 class QToolButton;
 
@@ -14,7 +15,7 @@ namespace ui {
 class QtToast final : public QWidget {
   public:
     // As if there were no compositor.
-    explicit QtToast(const orvellos::UndoToastView& view);
+    QtToast(const orvellos::UndoToastView& view, const platform::x11::Atoms& atoms);
 
     void setComposited(bool isComposited);
     // Where in the window the capsule is, in the toolkit's points.

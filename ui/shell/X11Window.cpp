@@ -3,29 +3,22 @@
 #include <xcb/shape.h>
 
 #include <QGuiApplication>
-#include <cstdlib>
-#include <memory>
-#include <string>
+#include <cstdint>
+
+#include "platform/x11/spaces/EwmhDesktops.h"
 
 namespace ui {
 
+using platform::x11::Atom;
+using platform::x11::Atoms;
+
 namespace {
 
-struct Free {
-    void operator()(void* memory) const { std::free(memory); }
-};
-
-xcb_atom_t atom(xcb_connection_t* connection, const std::string& name) {
-    const auto cookie = xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.data());
-    const std::unique_ptr<xcb_intern_atom_reply_t, Free> reply(
-        xcb_intern_atom_reply(connection, cookie, nullptr));
-    return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
-}
-
-void setProperty(const QWidget& window, const char* property, xcb_atom_t type, std::uint32_t value) {
+void setProperty(const QWidget& window, xcb_atom_t property, xcb_atom_t type, std::uint32_t value) {
     auto* connection = toolkitConnection();
+    if (!connection) return;
     xcb_change_property(connection, XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window.winId()),
-                        atom(connection, property), type, 32, 1, &value);
+                        property, type, 32, 1, &value);
 }
 
 }  // namespace
@@ -35,14 +28,12 @@ xcb_connection_t* toolkitConnection() {
     return x11 ? x11->connection() : nullptr;
 }
 
-void setWindowType(const QWidget& window, const char* type) {
-    if (auto* connection = toolkitConnection())
-        setProperty(window, "_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM,
-                    atom(connection, std::string("_NET_WM_WINDOW_TYPE_") + type));
+void setWindowType(const QWidget& window, const Atoms& atoms, Atom type) {
+    setProperty(window, atoms[Atom::NetWmWindowType], XCB_ATOM_ATOM, atoms[type]);
 }
 
-void putOnEveryDesktop(const QWidget& window) {
-    if (toolkitConnection()) setProperty(window, "_NET_WM_DESKTOP", XCB_ATOM_CARDINAL, 0xFFFFFFFF);
+void putOnEveryDesktop(const QWidget& window, const Atoms& atoms) {
+    setProperty(window, atoms[Atom::NetWmDesktop], XCB_ATOM_CARDINAL, platform::x11::kEveryDesktop);
 }
 
 void setInputArea(const QWidget& window, const QRect& area) {

@@ -36,7 +36,7 @@ QtStatusItem::QtStatusItem(Services services)
       })) {}
 
 void QtStatusItem::setMenu(std::function<std::vector<platform::MenuItem>()> menuNeedsUpdate) {
-    menu_.emplace(std::move(menuNeedsUpdate));
+    menu_.emplace(services_.atoms, std::move(menuNeedsUpdate));
 }
 
 void QtStatusItem::setTitle(const platform::StatusTitle& title) {
@@ -98,8 +98,9 @@ void QtStatusItem::trayMenuRequested() {
 void QtStatusItem::beOnScreen() {
     notifierItem_.reset();
     if (button_) return;
-    button_ = std::make_unique<StatusButton>(StatusButton::Services{services_.screens, place_},
-                                             [this] { openMenu(button_->geometry()); });
+    button_ =
+        std::make_unique<StatusButton>(StatusButton::Services{services_.atoms, services_.screens, place_},
+                                       [this] { openMenu(button_->geometry()); });
     showTitle();
     button_->show();
     button_->settle();

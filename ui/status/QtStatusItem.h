@@ -23,6 +23,7 @@ class QtStatusItem final : public platform::StatusItem, public TrayIcon::Owner {
   public:
     struct Services {
         platform::RunLoop& runLoop;
+        const platform::x11::Atoms& atoms;
         platform::x11::SystemTray& tray;
         platform::Screens& screens;
     };

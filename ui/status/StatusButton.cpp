@@ -34,8 +34,8 @@ StatusButton::StatusButton(Services services, std::function<void()> menuRequeste
     setAttribute(Qt::WA_ShowWithoutActivating);
     setAttribute(Qt::WA_AlwaysShowToolTips);
     setWindowFlags(Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus);
-    setWindowType(*this, "DOCK");
-    putOnEveryDesktop(*this);
+    setWindowType(*this, services_.atoms, platform::x11::Atom::NetWmWindowTypeDock);
+    putOnEveryDesktop(*this, services_.atoms);
 }
 
 void StatusButton::setTitle(const platform::StatusTitle& title) {

@@ -4,6 +4,7 @@
 #include <functional>
 
 #include "platform/Menus.h"
+#include "platform/x11/connection/Atoms.h"
 #include "ui/status/StatusButtonPlace.h"
 
 namespace ui {
@@ -13,6 +14,7 @@ namespace ui {
 class StatusButton final : public QAbstractButton {
   public:
     struct Services {
+        const platform::x11::Atoms& atoms;
         const platform::Screens& screens;
         StatusButtonPlace& place;
     };

@@ -44,7 +44,9 @@ QString keyText(const platform::KeyEquivalent& key) {
     return words.join(QLatin1Char('+'));
 }
 
-StatusMenu::StatusMenu(std::function<std::vector<platform::MenuItem>()> rows) : rows_(std::move(rows)) {
+StatusMenu::StatusMenu(const platform::x11::Atoms& atoms,
+                       std::function<std::vector<platform::MenuItem>()> rows)
+    : atoms_(atoms), rows_(std::move(rows)) {
     setToolTipsVisible(true);
 }
 
@@ -53,7 +55,8 @@ void StatusMenu::open(const QRect& item) {
     rebuild();
     keepWidth();
     showAlternates((QGuiApplication::queryKeyboardModifiers() & Qt::AltModifier) != 0);
-    setWindowType(*this, "POPUP_MENU");  // closing a window has ended it for the server
+    // Closing a window has ended it for the server.
+    setWindowType(*this, atoms_, platform::x11::Atom::NetWmWindowTypePopupMenu);
     popup(placeBeside(item));
 }
 

@@ -7,13 +7,15 @@
 #include <vector>
 
 #include "platform/Menus.h"
+#include "platform/x11/connection/Atoms.h"
 
 namespace ui {
 
 // The menu of the status item: a list of rows, made anew at each opening.
 class StatusMenu final : public QMenu {
   public:
-    explicit StatusMenu(std::function<std::vector<platform::MenuItem>()> rows);
+    // The atoms outlive the menu.
+    StatusMenu(const platform::x11::Atoms& atoms, std::function<std::vector<platform::MenuItem>()> rows);
 
     // Opens at the place, in screen coordinates of the toolkit, or as near to it as the screen lets.
     void open(const QPoint& place) { open(QRect(place, QSize(0, 0))); }
@@ -40,6 +42,7 @@ class StatusMenu final : public QMenu {
         QAction* alternate = nullptr;
     };
 
+    const platform::x11::Atoms& atoms_;
     std::function<std::vector<platform::MenuItem>()> rows_;
     std::vector<Pair> alternates_;
     std::vector<std::pair<QList<QKeySequence>, QAction*>> keys_;

@@ -4,14 +4,14 @@
 
 #include <array>
 #include <cstddef>
-#include <span>
-#include <string_view>
 
 #include "platform/x11/connection/XConnection.h"
 
 namespace platform::x11 {
 
+// The names that this layer knows, of EWMH, ICCCM, XEmbed, RandR, Motif and KDE: NetWmName is _NET_WM_NAME.
 enum class Atom : std::size_t {
+    // What a command asks for, too.
     NetSupported,
     NetSupportingWmCheck,
     NetNumberOfDesktops,
@@ -35,20 +35,52 @@ enum class Atom : std::size_t {
     NetWmWindowTypeDropdownMenu,
     NetWmWindowTypeCombo,
     NetWmWindowTypeDnd,
+    // What the application alone asks for.
+    NetActiveWindow,
+    NetDesktopNames,
+    NetRestackWindow,
+    NetWorkarea,
+    NetWmPing,
+    NetWmStateBelow,
+    NetWmStateFullscreen,
+    NetWmStateHidden,
+    NetWmStateSkipPager,
+    NetWmStateSkipTaskbar,
+    NetWmStrut,
+    NetWmStrutPartial,
+    NetWmUserTime,
+    KdeNetWmStateSkipSwitcher,
+    KdeNetWmWindowTypeCriticalNotification,
+    MotifWmHints,
+    NetSystemTrayOpcode,
+    NetSystemTrayVisual,
+    XembedInfo,
+    Edid,
+    Utf8String,
+    WmDeleteWindow,
+    WmProtocols,
+    WmState,
+    // The selections of the screen's managers (ICCCM 2.8): its system tray and its compositor.
+    NetSystemTraySelection,
+    NetWmCmSelection,
     Count
 };
 
-// The atoms of the names above, asked for in one round trip; 0 for those that could not be had.
+// The atoms of these names, the same for every connection to a server; 0 for those that could not be had.
 class Atoms {
   public:
-    [[nodiscard]] static std::span<const std::string_view> names();
+    // All, in one round trip.
     [[nodiscard]] static Atoms intern(XConnection& connection);
+    // Those that a command asks for, in one round trip, which the others would make longer. They are 0.
+    [[nodiscard]] static Atoms internForCommand(XConnection& connection);
     [[nodiscard]] xcb_atom_t operator[](Atom atom) const { return values_[static_cast<std::size_t>(atom)]; }
 
     // For tests of parsers: every atom has its own number above those that X predefines.
     [[nodiscard]] static Atoms numbered();
 
   private:
+    [[nodiscard]] static Atoms internUpTo(XConnection& connection, Atom last);
+
     std::array<xcb_atom_t, static_cast<std::size_t>(Atom::Count)> values_{};
 };
 

@@ -2,21 +2,13 @@
 
 #include <xcb/xfixes.h>
 
-#include <array>
-#include <string>
+#include <utility>
 
 namespace platform::x11 {
 
-std::string SelectionWatch::atomName(const XConnection& connection, std::string_view name) {
-    return std::string(name) + "_S" + std::to_string(connection.screenNumber());
-}
-
-SelectionWatch::SelectionWatch(XConnection& connection, XEvents& events, std::string_view name,
+SelectionWatch::SelectionWatch(XConnection& connection, XEvents& events, xcb_atom_t selection,
                                std::function<void(xcb_window_t)> changed)
-    : changed_(std::move(changed)) {
-    const auto selection = atomName(connection, name);
-    const std::array<std::string_view, 1> names = {selection};
-    selection_ = connection.intern(names).front();
+    : changed_(std::move(changed)), selection_(selection) {
     if (const auto* extension = xcb_get_extension_data(connection.get(), &xcb_xfixes_id);
         extension && extension->present) {
         xfixesEvents_ = extension->first_event;

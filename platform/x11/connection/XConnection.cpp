@@ -84,23 +84,6 @@ Reply<xcb_generic_event_t> XConnection::nextEvent(Instant end) {
     return nullptr;
 }
 
-std::vector<xcb_atom_t> XConnection::intern(std::span<const std::string_view> names) {
-    std::vector<std::pair<std::string_view, xcb_intern_atom_cookie_t>> questions;
-    for (const auto name : names)
-        if (!atoms_.contains(name))
-            questions.emplace_back(
-                name, xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.data()));
-    for (const auto& [name, cookie] : questions)
-        if (const auto answer = reply<xcb_intern_atom_reply_t>(cookie)) atoms_.emplace(name, answer->atom);
-    std::vector<xcb_atom_t> atoms;
-    atoms.reserve(names.size());
-    for (const auto name : names) {
-        const auto known = atoms_.find(name);
-        atoms.push_back(known == atoms_.end() ? xcb_atom_t{XCB_ATOM_NONE} : known->second);
-    }
-    return atoms;
-}
-
 void XConnection::synchronize() {
     const auto done = reply<xcb_get_input_focus_reply_t>(xcb_get_input_focus(connection_));
 }

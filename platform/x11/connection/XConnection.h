@@ -5,14 +5,11 @@
 #include <cstdint>
 #include <cstdlib>
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
 #include <span>
-#include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "platform/RunLoop.h"
 
@@ -84,9 +81,6 @@ class XConnection {
     // The next event, waited for until `end` (and the deadline) at most; null when none has come.
     [[nodiscard]] Reply<xcb_generic_event_t> nextEvent(Instant end);
 
-    // The atoms of these names in their order; 0 for one that could not be had. Those that have been asked
-    // for before are remembered, the others are asked for together.
-    [[nodiscard]] std::vector<xcb_atom_t> intern(std::span<const std::string_view> names);
     void flush() { xcb_flush(connection_); }
     // Waits until the server has carried out everything that was asked. It may ignore what a connection asks
     // just before it is closed.
@@ -108,7 +102,6 @@ class XConnection {
     bool late_ = false;
     std::optional<Instant> deadline_;
     std::function<void()> afterWait_;
-    std::map<std::string, xcb_atom_t, std::less<>> atoms_;
 };
 
 // Asks for up to `longs` 32-bit units of a property.

@@ -53,15 +53,13 @@ struct X11Screens::Desktop {
     std::optional<PixelRect> workArea;
 };
 
-X11Screens::X11Screens(XConnection& connection, XEvents& events, RunLoop& runLoop, double scale)
-    : connection_(connection), runLoop_(runLoop), scale_(scale), backoff_(kCoalescingDelay, kLongestPause) {
-    const auto atoms = connection_.intern(kAtomNames);
-    workArea_ = atoms[0];
-    currentDesktop_ = atoms[1];
-    clientList_ = atoms[2];
-    strut_ = atoms[3];
-    strutPartial_ = atoms[4];
-    edid_ = atoms[5];
+X11Screens::X11Screens(XConnection& connection, const Atoms& atoms, XEvents& events, RunLoop& runLoop,
+                       double scale)
+    : connection_(connection),
+      atoms_(atoms),
+      runLoop_(runLoop),
+      scale_(scale),
+      backoff_(kCoalescingDelay, kLongestPause) {
     selectEvents(events);
     if (!read()) readLater(backoff_.next());
 }
@@ -120,7 +118,8 @@ void X11Screens::handle(const xcb_generic_event_t& event) {
     } else if (type == XCB_PROPERTY_NOTIFY) {
         const auto& property = reinterpret_cast<const xcb_property_notify_event_t&>(event);
         changes = property.window == connection_.root() &&
-                  (property.atom == workArea_ || (property.atom == currentDesktop_ && workAreasDiffer_));
+                  (property.atom == atoms_[Atom::NetWorkarea] ||
+                   (property.atom == atoms_[Atom::NetCurrentDesktop] && workAreasDiffer_));
     }
     if (changes && !readTimer_.isActive()) readLater(kCoalescingDelay);
 }
@@ -171,9 +170,9 @@ X11Screens::Desktop X11Screens::readDesktop() {
     };
     const auto get = [&](auto cookie) { return connection_.reply<xcb_get_property_reply_t>(cookie); };
     const auto rootCookie = xcb_get_geometry(connection_.get(), connection_.root());
-    const auto clientsCookie = ask(clientList_, XCB_ATOM_WINDOW, kMostClients);
-    const auto areasCookie = ask(workArea_, XCB_ATOM_CARDINAL, 4 * kMostDesktops);
-    const auto currentCookie = ask(currentDesktop_, XCB_ATOM_CARDINAL, 1);
+    const auto clientsCookie = ask(atoms_[Atom::NetClientList], XCB_ATOM_WINDOW, kMostClients);
+    const auto areasCookie = ask(atoms_[Atom::NetWorkarea], XCB_ATOM_CARDINAL, 4 * kMostDesktops);
+    const auto currentCookie = ask(atoms_[Atom::NetCurrentDesktop], XCB_ATOM_CARDINAL, 1);
 
     Desktop desktop;
     if (const auto root = connection_.reply<xcb_get_geometry_reply_t>(rootCookie))
@@ -216,8 +215,8 @@ void X11Screens::nameMonitors(std::vector<Monitor>& monitors) {
         if (monitor.output)
             requests.push_back({&monitor,
                                 {xcb_randr_get_output_info(xcb, *monitor.output, XCB_CURRENT_TIME),
-                                 xcb_randr_get_output_property(xcb, *monitor.output, edid_, XCB_ATOM_ANY, 0,
-                                                               kLongestEdid, 0, 0)}});
+                                 xcb_randr_get_output_property(xcb, *monitor.output, atoms_[Atom::Edid],
+                                                               XCB_ATOM_ANY, 0, kLongestEdid, 0, 0)}});
     for (const auto& [monitor, request] : requests) {
         const auto info = connection_.reply<xcb_randr_get_output_info_reply_t>(request.info);
         const auto edid = connection_.reply<xcb_randr_get_output_property_reply_t>(request.edid);
@@ -230,8 +229,9 @@ void X11Screens::nameMonitors(std::vector<Monitor>& monitors) {
 void X11Screens::cutOutPanels(std::vector<Monitor>& monitors, const Desktop& desktop) {
     std::vector<std::pair<xcb_get_property_cookie_t, xcb_get_property_cookie_t>> cookies;
     for (const auto window : desktop.clients)
-        cookies.emplace_back(requestProperty(connection_, window, strutPartial_, XCB_ATOM_CARDINAL, 12),
-                             requestProperty(connection_, window, strut_, XCB_ATOM_CARDINAL, 4));
+        cookies.emplace_back(
+            requestProperty(connection_, window, atoms_[Atom::NetWmStrutPartial], XCB_ATOM_CARDINAL, 12),
+            requestProperty(connection_, window, atoms_[Atom::NetWmStrut], XCB_ATOM_CARDINAL, 4));
     for (const auto& [partialCookie, plainCookie] : cookies) {
         const auto partial = connection_.reply<xcb_get_property_reply_t>(partialCookie);
         const auto plain = connection_.reply<xcb_get_property_reply_t>(plainCookie);

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <array>
 #include <map>
 #include <string>
 #include <vector>
 
 #include "platform/Screens.h"
+#include "platform/x11/connection/Atoms.h"
 #include "platform/x11/connection/Backoff.h"
 #include "platform/x11/connection/XEvents.h"
 #include "platform/x11/screens/CoordinateSpace.h"
@@ -16,11 +16,8 @@ namespace platform::x11 {
 // pointer's comes from memory. A server without monitors (RandR 1.5) has one screen, its root window.
 class X11Screens final : public Screens {
   public:
-    static constexpr std::array<std::string_view, 6> kAtomNames = {
-        "_NET_WORKAREA", "_NET_CURRENT_DESKTOP",  "_NET_CLIENT_LIST",
-        "_NET_WM_STRUT", "_NET_WM_STRUT_PARTIAL", "EDID"};
     // `scale` is the desktop's device pixels per point.
-    X11Screens(XConnection& connection, XEvents& events, RunLoop& runLoop, double scale);
+    X11Screens(XConnection& connection, const Atoms& atoms, XEvents& events, RunLoop& runLoop, double scale);
 
     [[nodiscard]] std::vector<Screen> screens() const override { return screens_; }
     [[nodiscard]] std::optional<Screen> mainScreen() const override;
@@ -46,16 +43,11 @@ class X11Screens final : public Screens {
     void cutOutPanels(std::vector<Monitor>& monitors, const Desktop& desktop);
 
     XConnection& connection_;
+    const Atoms& atoms_;
     RunLoop& runLoop_;
     double scale_;
     std::uint8_t randrEvents_ = 0;
     bool hasMonitors_ = false;
-    xcb_atom_t workArea_ = 0;
-    xcb_atom_t currentDesktop_ = 0;
-    xcb_atom_t clientList_ = 0;
-    xcb_atom_t strut_ = 0;
-    xcb_atom_t strutPartial_ = 0;
-    xcb_atom_t edid_ = 0;
     std::vector<Screen> screens_;
     std::map<DisplayId, std::string> uuids_;
     CoordinateSpace coordinates_;

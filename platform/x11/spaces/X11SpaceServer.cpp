@@ -1,7 +1,6 @@
 #include "platform/x11/spaces/X11SpaceServer.h"
 
 #include <algorithm>
-#include <array>
 
 namespace platform::x11 {
 
@@ -33,7 +32,6 @@ X11SpaceServer::X11SpaceServer(XConnection& connection, const Atoms& atoms, XEve
       requestKwinRow_(std::move(requestKwinRow)),
       readBackoff_(kFrame, kLongestReadPause),
       kwinBackoff_(kFirstKwinPause, kLongestKwinPause) {
-    desktopNames_ = connection_.intern(kAtomNames).front();
     events.selectOnRoot(XCB_EVENT_MASK_PROPERTY_CHANGE);
     subscription_ = events.subscribe([this](const auto& event) { handle(event); });
     read();
@@ -76,7 +74,7 @@ void X11SpaceServer::handle(const xcb_generic_event_t& event) {
 
 void X11SpaceServer::handleRootProperty(xcb_atom_t property) {
     const auto is = [&](Atom atom) { return property == atoms_[atom]; };
-    const bool mayMoveDesktops = property == desktopNames_ || is(Atom::NetNumberOfDesktops);
+    const bool mayMoveDesktops = is(Atom::NetDesktopNames) || is(Atom::NetNumberOfDesktops);
     if (mayMoveDesktops) kwinRowIsOld_ = isCurrentOld_ = true;
     if (is(Atom::NetCurrentDesktop)) isCurrentOld_ = false;
     if (mayMoveDesktops || is(Atom::NetCurrentDesktop) || is(Atom::NetSupportingWmCheck) ||

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <functional>
 #include <optional>
 #include <string>
@@ -26,7 +25,6 @@ class X11SpaceServer final : public SpaceLayout, public SpaceNotifications, publ
     // question that has not been answered.
     using RequestKwinRow = std::function<void(std::function<void(KwinRow)>)>;
 
-    static constexpr std::array<std::string_view, 1> kAtomNames = {"_NET_DESKTOP_NAMES"};
     X11SpaceServer(XConnection& connection, const Atoms& atoms, XEvents& events, RunLoop& runLoop,
                    RequestKwinRow requestKwinRow);
 
@@ -67,7 +65,6 @@ class X11SpaceServer final : public SpaceLayout, public SpaceNotifications, publ
     const Atoms& atoms_;
     RunLoop& runLoop_;
     RequestKwinRow requestKwinRow_;
-    xcb_atom_t desktopNames_ = 0;
     xcb_window_t watched_ = XCB_WINDOW_NONE;        // the check window whose events are selected
     xcb_window_t windowManager_ = XCB_WINDOW_NONE;  // the check window of the manager that told `desktops_`
     std::optional<EwmhDesktops> desktops_;

@@ -15,15 +15,13 @@ constexpr std::uint32_t kXembedMapped = 1;  // XEmbed, XEMBED_MAPPED
 
 }  // namespace
 
-SystemTray::SystemTray(XConnection& connection, XEvents& events, std::function<void()> changed)
+SystemTray::SystemTray(XConnection& connection, const Atoms& atoms, XEvents& events,
+                       std::function<void()> changed)
     : connection_(connection),
+      atoms_(atoms),
       events_(events),
-      selection_(connection, events, kSelection, [changed = std::move(changed)](auto) { changed(); }) {
-    const auto atoms = connection.intern(kAtomNames);
-    opcode_ = atoms[0];
-    xembedInfo_ = atoms[1];
-    visual_ = atoms[2];
-}
+      selection_(connection, events, atoms[Atom::NetSystemTraySelection],
+                 [changed = std::move(changed)](auto) { changed(); }) {}
 
 std::optional<WindowNumber> SystemTray::owner() const {
     const auto owner = selection_.owner();
@@ -31,7 +29,8 @@ std::optional<WindowNumber> SystemTray::owner() const {
 }
 
 bool SystemTray::wantsAlpha() const {
-    const auto cookie = requestProperty(connection_, selection_.owner(), visual_, XCB_ATOM_VISUALID, 1);
+    const auto cookie = requestProperty(connection_, selection_.owner(), atoms_[Atom::NetSystemTrayVisual],
+                                        XCB_ATOM_VISUALID, 1);
     const auto reply = connection_.reply<xcb_get_property_reply_t>(cookie);
     const auto visual = value32(reply.get(), XCB_ATOM_VISUALID);
     return visual && hasAlpha(*visual);
@@ -53,13 +52,14 @@ Subscription SystemTray::dock(WindowNumber window, std::function<void(bool isTak
     const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     xcb_change_window_attributes(connection_.get(), id, XCB_CW_EVENT_MASK, &mask);
     const std::array<std::uint32_t, 2> info = {0, kXembedMapped};
-    xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, id, xembedInfo_, xembedInfo_, 32,
-                        info.size(), info.data());
+    const auto xembedInfo = atoms_[Atom::XembedInfo];
+    xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, id, xembedInfo, xembedInfo, 32, info.size(),
+                        info.data());
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;
     message.format = 32;
     message.window = selection_.owner();
-    message.type = opcode_;
+    message.type = atoms_[Atom::NetSystemTrayOpcode];
     message.data.data32[1] = kRequestDock;
     message.data.data32[2] = id;
     xcb_send_event(connection_.get(), 0, selection_.owner(), XCB_EVENT_MASK_NO_EVENT,

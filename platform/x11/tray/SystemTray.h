@@ -1,11 +1,11 @@
 #pragma once
 
-#include <array>
 #include <functional>
 #include <optional>
 
 #include "platform/Geometry.h"
 #include "platform/Windows.h"
+#include "platform/x11/connection/Atoms.h"
 #include "platform/x11/connection/SelectionWatch.h"
 
 namespace platform::x11 {
@@ -14,11 +14,8 @@ namespace platform::x11 {
 // Protocol and XEmbed). A tray may come and go at any time.
 class SystemTray {
   public:
-    static constexpr std::string_view kSelection = "_NET_SYSTEM_TRAY";
-    static constexpr std::array<std::string_view, 3> kAtomNames = {"_NET_SYSTEM_TRAY_OPCODE", "_XEMBED_INFO",
-                                                                   "_NET_SYSTEM_TRAY_VISUAL"};
     // `changed` is called when there is another tray, or none any more.
-    SystemTray(XConnection& connection, XEvents& events, std::function<void()> changed);
+    SystemTray(XConnection& connection, const Atoms& atoms, XEvents& events, std::function<void()> changed);
 
     // The tray's own window, which tells one tray from the next; absent when there is none.
     [[nodiscard]] std::optional<WindowNumber> owner() const;
@@ -35,10 +32,8 @@ class SystemTray {
     [[nodiscard]] xcb_window_t parentOf(WindowNumber window) const;
 
     XConnection& connection_;
+    const Atoms& atoms_;
     XEvents& events_;
-    xcb_atom_t opcode_ = 0;
-    xcb_atom_t xembedInfo_ = 0;
-    xcb_atom_t visual_ = 0;
     SelectionWatch selection_;
 };
 

@@ -25,20 +25,14 @@ bool shareADesktop(std::optional<std::uint32_t> a, std::optional<std::uint32_t> 
 
 }  // namespace
 
-FullScreenWindows::FullScreenWindows(XConnection& connection, XEvents& events, RunLoop& runLoop,
-                                     std::function<void()> changed)
+FullScreenWindows::FullScreenWindows(XConnection& connection, const Atoms& atoms, XEvents& events,
+                                     RunLoop& runLoop, std::function<void()> changed)
     : connection_(connection),
+      atoms_(atoms),
       runLoop_(runLoop),
       changed_(std::move(changed)),
       backoff_(kFrame, kLongestPause),
       subscription_(events.subscribe([this](const auto& event) { handle(event); })) {
-    const auto atoms = connection.intern(kAtomNames);
-    stacking_ = atoms[0];
-    activeWindow_ = atoms[1];
-    state_ = atoms[2];
-    fullScreen_ = atoms[3];
-    hidden_ = atoms[4];
-    desktop_ = atoms[5];
     events.selectOnRoot(XCB_EVENT_MASK_PROPERTY_CHANGE);
     readLater(Duration::zero());
 }
@@ -62,8 +56,9 @@ void FullScreenWindows::handle(const xcb_generic_event_t& event) {
     if (XEvents::type(event) == XCB_PROPERTY_NOTIFY) {
         const auto& property = reinterpret_cast<const xcb_property_notify_event_t&>(event);
         changes = property.window == connection_.root()
-                      ? property.atom == stacking_ || property.atom == activeWindow_
-                      : property.atom == state_ && followed_.contains(property.window);
+                      ? property.atom == atoms_[Atom::NetClientListStacking] ||
+                            property.atom == atoms_[Atom::NetActiveWindow]
+                      : property.atom == atoms_[Atom::NetWmState] && followed_.contains(property.window);
     } else if (XEvents::type(event) == XCB_CONFIGURE_NOTIFY) {
         const auto& configure = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
         changes = std::ranges::count(inFront_, configure.window, &Window::window) > 0;
@@ -106,10 +101,10 @@ void FullScreenWindows::read() {
 }
 
 FullScreenWindows::Stack FullScreenWindows::readStack() {
-    const auto stackCookie =
-        requestProperty(connection_, connection_.root(), stacking_, XCB_ATOM_WINDOW, kMostClients);
+    const auto stackCookie = requestProperty(
+        connection_, connection_.root(), atoms_[Atom::NetClientListStacking], XCB_ATOM_WINDOW, kMostClients);
     const auto activeCookie =
-        requestProperty(connection_, connection_.root(), activeWindow_, XCB_ATOM_WINDOW, 1);
+        requestProperty(connection_, connection_.root(), atoms_[Atom::NetActiveWindow], XCB_ATOM_WINDOW, 1);
     const auto windows = connection_.reply<xcb_get_property_reply_t>(stackCookie);
     const auto active = connection_.reply<xcb_get_property_reply_t>(activeCookie);
     const auto values = values32(windows.get(), XCB_ATOM_WINDOW);
@@ -122,13 +117,14 @@ FullScreenWindows::Stack FullScreenWindows::readStack() {
 std::vector<FullScreenWindows::Window> FullScreenWindows::readFullScreen(const Stack& stack) {
     std::vector<xcb_get_property_cookie_t> cookies;
     for (const auto window : stack.windows)
-        cookies.push_back(requestProperty(connection_, window, state_, XCB_ATOM_ATOM, kMostStates));
+        cookies.push_back(
+            requestProperty(connection_, window, atoms_[Atom::NetWmState], XCB_ATOM_ATOM, kMostStates));
     std::vector<Window> found;
     for (std::size_t i = 0; i < cookies.size(); ++i) {
         const auto reply = connection_.reply<xcb_get_property_reply_t>(cookies[i]);
         const auto states = values32(reply.get(), XCB_ATOM_ATOM);
         const auto has = [&](xcb_atom_t state) { return std::ranges::count(states, state) > 0; };
-        if (!has(fullScreen_) || has(hidden_)) continue;
+        if (!has(atoms_[Atom::NetWmStateFullscreen]) || has(atoms_[Atom::NetWmStateHidden])) continue;
         follow(stack.windows[i]);
         found.push_back(
             {.window = stack.windows[i],
@@ -146,9 +142,10 @@ void FullScreenWindows::readPlaces(std::span<Window> windows) {
     };
     std::vector<Request> requests;
     for (const auto& [window, desktop, place, above] : windows)
-        requests.push_back({xcb_get_geometry(connection_.get(), window),
-                            xcb_translate_coordinates(connection_.get(), window, connection_.root(), 0, 0),
-                            requestProperty(connection_, window, desktop_, XCB_ATOM_CARDINAL, 1)});
+        requests.push_back(
+            {xcb_get_geometry(connection_.get(), window),
+             xcb_translate_coordinates(connection_.get(), window, connection_.root(), 0, 0),
+             requestProperty(connection_, window, atoms_[Atom::NetWmDesktop], XCB_ATOM_CARDINAL, 1)});
     for (std::size_t i = 0; i < requests.size(); ++i) {
         const auto size = connection_.reply<xcb_get_geometry_reply_t>(requests[i].size);
         const auto origin = connection_.reply<xcb_translate_coordinates_reply_t>(requests[i].origin);

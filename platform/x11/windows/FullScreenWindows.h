@@ -1,14 +1,13 @@
 #pragma once
 
-#include <array>
 #include <functional>
 #include <optional>
 #include <set>
 #include <span>
-#include <string_view>
 #include <vector>
 
 #include "platform/RunLoop.h"
+#include "platform/x11/connection/Atoms.h"
 #include "platform/x11/connection/Backoff.h"
 #include "platform/x11/connection/XEvents.h"
 #include "platform/x11/screens/CoordinateSpace.h"
@@ -19,12 +18,8 @@ namespace platform::x11 {
 // the active window does not lie before. One that is active on another monitor leaves them in front.
 class FullScreenWindows {
   public:
-    static constexpr std::array<std::string_view, 6> kAtomNames = {
-        "_NET_CLIENT_LIST_STACKING", "_NET_ACTIVE_WINDOW",   "_NET_WM_STATE",
-        "_NET_WM_STATE_FULLSCREEN",  "_NET_WM_STATE_HIDDEN", "_NET_WM_DESKTOP"};
-
     // `changed` is called when the answers below may be others.
-    FullScreenWindows(XConnection& connection, XEvents& events, RunLoop& runLoop,
+    FullScreenWindows(XConnection& connection, const Atoms& atoms, XEvents& events, RunLoop& runLoop,
                       std::function<void()> changed);
 
     // A window as its owner knows it.
@@ -61,14 +56,9 @@ class FullScreenWindows {
     [[nodiscard]] static bool covers(const Window& window, const Subject& subject);
 
     XConnection& connection_;
+    const Atoms& atoms_;
     RunLoop& runLoop_;
     std::function<void()> changed_;
-    xcb_atom_t stacking_ = 0;
-    xcb_atom_t activeWindow_ = 0;
-    xcb_atom_t state_ = 0;
-    xcb_atom_t fullScreen_ = 0;
-    xcb_atom_t hidden_ = 0;
-    xcb_atom_t desktop_ = 0;
     std::set<xcb_window_t> followed_;  // those that have been active or in full screen
     std::vector<Window> inFront_;
     Backoff backoff_;

@@ -6,10 +6,10 @@
 
 #include "platform/RunLoop.h"
 #include "platform/linux/OverviewSource.h"
+#include "platform/x11/connection/Atoms.h"
 #include "platform/x11/screens/X11Screens.h"
 #include "platform/x11/windows/FullScreenWindows.h"
 #include "platform/x11/windows/LayerPainter.h"
-#include "platform/x11/windows/TagWindowAtoms.h"
 
 namespace platform::x11 {
 
@@ -19,7 +19,7 @@ struct TagSurfaceContext {
     RunLoop& runLoop;
     const X11Screens& screens;
     LayerPainter& painter;
-    TagWindowAtoms atoms;
+    const Atoms& atoms;
     xcb_visualid_t visual = 0;
     std::uint8_t depth = 0;
     xcb_colormap_t colormap = 0;

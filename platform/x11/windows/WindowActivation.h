@@ -1,7 +1,5 @@
 #pragma once
 
-#include <array>
-
 #include "platform/Panels.h"
 #include "platform/x11/spaces/EwmhDesktops.h"
 
@@ -10,8 +8,8 @@ namespace platform::x11 {
 // Brings windows to where the user is, as a pager would: nobody asks whether they may have the focus.
 class WindowActivation final : public WindowFocus {
   public:
-    static constexpr std::array<std::string_view, 2> kAtomNames = {"_NET_ACTIVE_WINDOW", "_NET_WM_DESKTOP"};
-    WindowActivation(XConnection& connection, const DesktopSource& desktops);
+    WindowActivation(XConnection& connection, const Atoms& atoms, const DesktopSource& desktops)
+        : connection_(connection), atoms_(atoms), desktops_(desktops) {}
 
     // For windows that the window manager manages.
     void activate(WindowNumber window) const override;
@@ -19,9 +17,8 @@ class WindowActivation final : public WindowFocus {
 
   private:
     XConnection& connection_;
+    const Atoms& atoms_;
     const DesktopSource& desktops_;
-    xcb_atom_t activeWindow_ = 0;
-    xcb_atom_t desktop_ = 0;
 };
 
 }  // namespace platform::x11

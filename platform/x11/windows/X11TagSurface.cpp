@@ -83,10 +83,11 @@ void X11TagSurface::change32(xcb_atom_t property, xcb_atom_t type, std::initiali
 
 void X11TagSurface::writeInitialProperties() {
     const auto& atoms = context_.atoms;
-    change32(atoms.protocols, XCB_ATOM_ATOM, {atoms.deleteWindow, atoms.ping});
-    change32(atoms.userTime, XCB_ATOM_CARDINAL, {0U});
-    change32(atoms.pid, XCB_ATOM_CARDINAL, {static_cast<std::uint32_t>(getpid())});
-    change32(atoms.motifHints, atoms.motifHints, {3U, 0U, 0U, 0U, 0U});  // no functions, no decorations
+    change32(atoms[Atom::WmProtocols], XCB_ATOM_ATOM, {atoms[Atom::WmDeleteWindow], atoms[Atom::NetWmPing]});
+    change32(atoms[Atom::NetWmUserTime], XCB_ATOM_CARDINAL, {0U});
+    change32(atoms[Atom::NetWmPid], XCB_ATOM_CARDINAL, {static_cast<std::uint32_t>(getpid())});
+    change32(atoms[Atom::MotifWmHints], atoms[Atom::MotifWmHints],
+             {3U, 0U, 0U, 0U, 0U});  // no functions, no decorations
     auto* connection = context_.connection.get();
     xcb_icccm_wm_hints_t hints{};
     xcb_icccm_wm_hints_set_input(&hints, 0);
@@ -104,13 +105,18 @@ void X11TagSurface::writeInitialProperties() {
 void X11TagSurface::writeStates() {
     const auto& atoms = context_.atoms;
     if (role_ == Role::OverFullScreen)
-        change32(atoms.windowType, XCB_ATOM_ATOM, {atoms.criticalNotification, atoms.notification});
+        change32(
+            atoms[Atom::NetWmWindowType], XCB_ATOM_ATOM,
+            {atoms[Atom::KdeNetWmWindowTypeCriticalNotification], atoms[Atom::NetWmWindowTypeNotification]});
     else
-        change32(atoms.windowType, XCB_ATOM_ATOM,
-                 {role_ == Role::PartOfDesktop ? atoms.desktopType : atoms.notification});
-    change32(atoms.state, XCB_ATOM_ATOM,
-             {lowered_ ? atoms.below : atoms.above, atoms.skipTaskbar, atoms.skipPager, atoms.skipSwitcher});
-    if (const auto own = desktop_.wanted()) change32(atoms.desktop, XCB_ATOM_CARDINAL, {*own});
+        change32(atoms[Atom::NetWmWindowType], XCB_ATOM_ATOM,
+                 {role_ == Role::PartOfDesktop ? atoms[Atom::NetWmWindowTypeDesktop]
+                                               : atoms[Atom::NetWmWindowTypeNotification]});
+    change32(atoms[Atom::NetWmState], XCB_ATOM_ATOM,
+             {lowered_ ? atoms[Atom::NetWmStateBelow] : atoms[Atom::NetWmStateAbove],
+              atoms[Atom::NetWmStateSkipTaskbar], atoms[Atom::NetWmStateSkipPager],
+              atoms[Atom::KdeNetWmStateSkipSwitcher]});
+    if (const auto own = desktop_.wanted()) change32(atoms[Atom::NetWmDesktop], XCB_ATOM_CARDINAL, {*own});
 }
 
 // The place and size are meant: as the user's own they are kept by every window manager.
@@ -130,10 +136,10 @@ void X11TagSurface::writeHints() {
 void X11TagSurface::writeTitle() {
     auto* connection = context_.connection.get();
     const auto length = static_cast<std::uint32_t>(title_.size());
-    xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window_, context_.atoms.name,
-                        context_.atoms.utf8String, 8, length, title_.data());
+    xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window_, context_.atoms[Atom::NetWmName],
+                        context_.atoms[Atom::Utf8String], 8, length, title_.data());
     xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window_, XCB_ATOM_WM_NAME,
-                        context_.atoms.utf8String, 8, length, title_.data());
+                        context_.atoms[Atom::Utf8String], 8, length, title_.data());
     titleChanged_ = false;
 }
 
@@ -230,7 +236,7 @@ void X11TagSurface::commit() {
         xcb_configure_window(connection, window_, mask, values.data());
     }
     if (alpha_ > 0 && sentAlpha_ != alpha_) {
-        change32(context_.atoms.opacity, XCB_ATOM_CARDINAL,
+        change32(context_.atoms[Atom::NetWmWindowOpacity], XCB_ATOM_CARDINAL,
                  {static_cast<std::uint32_t>(std::lround(alpha_ * 4294967295.0))});
         sentAlpha_ = alpha_;
     }
@@ -355,17 +361,17 @@ void X11TagSurface::sendStacking() {
     const auto& atoms = context_.atoms;
     constexpr std::uint32_t remove = 0;
     constexpr std::uint32_t add = 1;
-    const auto former = lowered_ ? atoms.above : atoms.below;
-    const auto wanted = lowered_ ? atoms.below : atoms.above;
+    const auto former = lowered_ ? atoms[Atom::NetWmStateAbove] : atoms[Atom::NetWmStateBelow];
+    const auto wanted = lowered_ ? atoms[Atom::NetWmStateBelow] : atoms[Atom::NetWmStateAbove];
     for (const auto& [action, state] : {std::pair(remove, former), std::pair(add, wanted)}) {
         const std::array<std::uint32_t, 4> data = {action, state, XCB_ATOM_NONE, kSourceApplication};
-        sendRootMessage(context_.connection, window_, atoms.state, data);
+        sendRootMessage(context_.connection, window_, atoms[Atom::NetWmState], data);
     }
 }
 
 void X11TagSurface::raise() {
     const std::array<std::uint32_t, 3> data = {kSourcePager, XCB_WINDOW_NONE, XCB_STACK_MODE_ABOVE};
-    sendRootMessage(context_.connection, window_, context_.atoms.restack, data);
+    sendRootMessage(context_.connection, window_, context_.atoms[Atom::NetRestackWindow], data);
 }
 
 // A window manager puts a new window that does not ask for the focus below the active one, at a time of its
@@ -418,7 +424,7 @@ void X11TagSurface::moveToDesktop(std::uint32_t desktop) {
         if (desktop_.isOutdated()) askForDesktop(kEveryDesktop);
         askForDesktop(desktop);
     } else {
-        change32(context_.atoms.desktop, XCB_ATOM_CARDINAL, {desktop});
+        change32(context_.atoms[Atom::NetWmDesktop], XCB_ATOM_CARDINAL, {desktop});
         desktop_.tell(desktop);
     }
     context_.connection.flush();
@@ -426,7 +432,7 @@ void X11TagSurface::moveToDesktop(std::uint32_t desktop) {
 
 void X11TagSurface::askForDesktop(std::uint32_t desktop) {
     const std::array<std::uint32_t, 2> data = {desktop, kSourceApplication};
-    sendRootMessage(context_.connection, window_, context_.atoms.desktop, data);
+    sendRootMessage(context_.connection, window_, context_.atoms[Atom::NetWmDesktop], data);
 }
 
 void X11TagSurface::reassertStates() {
@@ -434,12 +440,13 @@ void X11TagSurface::reassertStates() {
     if (!managed_) mapUntilManaged(kManagedWithin);
     const auto& atoms = context_.atoms;
     constexpr std::uint32_t add = 1;
-    const std::array<std::uint32_t, 4> first = {add, lowered_ ? atoms.below : atoms.above, atoms.skipTaskbar,
-                                                kSourceApplication};
-    const std::array<std::uint32_t, 4> second = {add, atoms.skipPager, atoms.skipSwitcher,
-                                                 kSourceApplication};
-    sendRootMessage(context_.connection, window_, atoms.state, first);
-    sendRootMessage(context_.connection, window_, atoms.state, second);
+    const std::array<std::uint32_t, 4> first = {
+        add, lowered_ ? atoms[Atom::NetWmStateBelow] : atoms[Atom::NetWmStateAbove],
+        atoms[Atom::NetWmStateSkipTaskbar], kSourceApplication};
+    const std::array<std::uint32_t, 4> second = {add, atoms[Atom::NetWmStateSkipPager],
+                                                 atoms[Atom::KdeNetWmStateSkipSwitcher], kSourceApplication};
+    sendRootMessage(context_.connection, window_, atoms[Atom::NetWmState], first);
+    sendRootMessage(context_.connection, window_, atoms[Atom::NetWmState], second);
     context_.connection.flush();
 }
 
@@ -469,12 +476,13 @@ void X11TagSurface::handle(const xcb_generic_event_t& event) {
         case XCB_PROPERTY_NOTIFY: {
             const auto atom = reinterpret_cast<const xcb_property_notify_event_t&>(event).atom;
             const auto& atoms = context_.atoms;
-            const bool isManagers = atom == atoms.wmState || atom == atoms.desktop || atom == atoms.state;
+            const bool isManagers = atom == atoms[Atom::WmState] || atom == atoms[Atom::NetWmDesktop] ||
+                                    atom == atoms[Atom::NetWmState];
             if (isManagers && withdrawTimer_.isActive())
                 withdrawTimer_ = context_.runLoop.after(kWithdrawingSettles, [this] { endWithdrawing(); });
-            else if (atom == atoms.wmState)
+            else if (atom == atoms[Atom::WmState])
                 becomeManaged();
-            if (atom == atoms.desktop) {
+            if (atom == atoms[Atom::NetWmDesktop]) {
                 readDesktop();
                 commitLater();
             }
@@ -482,7 +490,8 @@ void X11TagSurface::handle(const xcb_generic_event_t& event) {
         }
         case XCB_CLIENT_MESSAGE: {
             auto message = reinterpret_cast<const xcb_client_message_event_t&>(event);
-            if (message.type != context_.atoms.protocols || message.data.data32[0] != context_.atoms.ping)
+            if (message.type != context_.atoms[Atom::WmProtocols] ||
+                message.data.data32[0] != context_.atoms[Atom::NetWmPing])
                 break;
             message.window = context_.connection.root();
             sendRootMessage(context_.connection, message.window, message.type, message.data.data32);
@@ -498,8 +507,8 @@ void X11TagSurface::becomeManaged() {
 }
 
 void X11TagSurface::readDesktop() {
-    const auto cookie =
-        requestProperty(context_.connection, window_, context_.atoms.desktop, XCB_ATOM_CARDINAL, 1);
+    const auto cookie = requestProperty(context_.connection, window_, context_.atoms[Atom::NetWmDesktop],
+                                        XCB_ATOM_CARDINAL, 1);
     const auto reply = context_.connection.reply<xcb_get_property_reply_t>(cookie);
     if (const auto value = value32(reply.get(), XCB_ATOM_CARDINAL)) takeDesktop(*value);
     if (context_.connection.isLate())

@@ -49,14 +49,15 @@ xcb_window_t windowOf(const xcb_generic_event_t& event) {
 
 }  // namespace
 
-X11WindowSystem::X11WindowSystem(XConnection& connection, XEvents& events, RunLoop& runLoop,
-                                 X11Screens& screens, LayerPainter& painter, const DesktopSource& desktops)
+X11WindowSystem::X11WindowSystem(XConnection& connection, const Atoms& atoms, XEvents& events,
+                                 RunLoop& runLoop, X11Screens& screens, LayerPainter& painter,
+                                 const DesktopSource& desktops)
     : desktops_(desktops),
-      context_{connection, runLoop, screens, painter, TagWindowAtoms::intern(connection)},
-      fullScreenWindows_(connection, events, runLoop, [this] { surroundingsChanged(); }),
+      context_{connection, runLoop, screens, painter, atoms},
+      fullScreenWindows_(connection, atoms, events, runLoop, [this] { surroundingsChanged(); }),
       events_(events.subscribe([this](const auto& event) { handle(event); })),
       screensChanged_(screens.onParametersChanged([this] { refresh(); })),
-      compositor_(connection, events, kCompositorSelection,
+      compositor_(connection, events, atoms[Atom::NetWmCmSelection],
                   [this](xcb_window_t owner) { followCompositor(owner != XCB_WINDOW_NONE); }) {
     context_.fullScreenWindows = &fullScreenWindows_;
     context_.composited = compositor_.owner() != XCB_WINDOW_NONE;

@@ -14,11 +14,9 @@ namespace platform::x11 {
 // Makes the tag windows and tells on which Spaces they are. Windows of other programs are not its business.
 class X11WindowSystem final : public WindowSystem, public WindowSpaces {
   public:
-    // The selection that a compositor owns (EWMH), without the screen's number.
-    static constexpr std::string_view kCompositorSelection = "_NET_WM_CM";
     // `desktops` gives the last known desktops without asking the server.
-    X11WindowSystem(XConnection& connection, XEvents& events, RunLoop& runLoop, X11Screens& screens,
-                    LayerPainter& painter, const DesktopSource& desktops);
+    X11WindowSystem(XConnection& connection, const Atoms& atoms, XEvents& events, RunLoop& runLoop,
+                    X11Screens& screens, LayerPainter& painter, const DesktopSource& desktops);
     ~X11WindowSystem() override;
     X11WindowSystem(const X11WindowSystem&) = delete;
     X11WindowSystem& operator=(const X11WindowSystem&) = delete;

@@ -206,7 +206,7 @@ TEST_F(AppearanceTest, WhatHasTheKeyboardIsMarkedInOneWay) {
 }
 
 TEST_F(AppearanceTest, ButtonsHaveOneHeightAndTheDefaultOneIsTheLast) {
-    const AlertBox alert({"message", "text", {"Open", "OK"}}, [](auto) {});
+    const AlertBox alert({"message", "text", {"Open", "OK"}}, atoms_, [](auto) {});
     alert.layout()->activate();
     const auto check = [](const QWidget& window) {
         const auto buttons = window.findChildren<QPushButton*>();

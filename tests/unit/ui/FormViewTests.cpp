@@ -75,7 +75,7 @@ class FormViewTest : public orvellos::InterfaceTest {
     QtPanel& showList() {
         panels_.showEditPanel();
         return show("Edit Tag", new EditTagsView(*std::get<EditTagsList*>(host_.titled("Edit Tag")->content),
-                                                 colorPanel_));
+                                                 colorPanel_, atoms_));
     }
     static void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         QTest::keyClick(QApplication::focusWidget(), key, modifiers);
@@ -93,6 +93,7 @@ class FormViewTest : public orvellos::InterfaceTest {
     }
 
     desktop_test::OffscreenApplication application_;
+    const platform::x11::Atoms atoms_;  // of no server
     ColorPanel colorPanel_;
     bool closed_ = false;
     desktop_test::NoWindowFocus focus_;
@@ -374,7 +375,7 @@ TEST_F(FormViewTest, AnOpenPanelFollowsTheColorScheme) {
 TEST_F(FormViewTest, NoLabelBreaksALayout) {
     showList();
     const auto size = panel_->size();
-    StatusMenu menu([this] {
+    StatusMenu menu(atoms_, [this] {
         std::vector<platform::MenuItem> rows;
         for (const auto& each : store_.tags) rows.push_back({.title = each.label, .toolTip = each.label});
         return rows;
@@ -385,10 +386,10 @@ TEST_F(FormViewTest, NoLabelBreaksALayout) {
         manager_.updateTag(tag(0).id, label, "#10B981");
         desktop_test::OffscreenApplication::settle();
         EXPECT_EQ(panel_->size(), size) << label.substr(0, 20);
-        const QtToast toast({"Deleted “" + label + "”", [] {}});
+        const QtToast toast({"Deleted “" + label + "”", [] {}}, atoms_);
         EXPECT_LE(toast.width(), 480);
         EXPECT_LT(toast.height(), 60);
-        AlertBox alert({label, label.substr(0, 200), {"OK"}}, [](auto) {});
+        AlertBox alert({label, label.substr(0, 200), {"OK"}}, atoms_, [](auto) {});
         alert.adjustSize();
         EXPECT_LT(alert.width(), 600);
         menu.open({0, 0});
@@ -402,7 +403,7 @@ TEST_F(FormViewTest, NoLabelBreaksALayout) {
 }
 
 TEST_F(FormViewTest, TheToastHasASoftShadowOrASharpSilhouette) {
-    QtToast toast({"Deleted “Mail”", [] {}});
+    QtToast toast({"Deleted “Mail”", [] {}}, atoms_);
     EXPECT_TRUE(toast.testAttribute(Qt::WA_AlwaysShowToolTips)) << "it is never the active window";
     auto image = toast.grab().toImage();
     const auto alpha = [&image](int x, int y) { return image.pixelColor(x, y).alpha(); };
@@ -423,7 +424,7 @@ TEST_F(FormViewTest, TheToastHasASoftShadowOrASharpSilhouette) {
 TEST_F(FormViewTest, TheMenuSwapsAlternatesAndTakesKeys) {
     Texts chosen;
     const auto choice = [&](const char* name) { return [&chosen, name] { chosen.emplace_back(name); }; };
-    StatusMenu menu([&] {
+    StatusMenu menu(atoms_, [&] {
         return std::vector<platform::MenuItem>{
             {.title = "Desktop 1: Mail", .action = choice("jump")},
             {.title = "Reassign “Mail” here", .action = choice("reassign"), .isAlternate = true},
@@ -460,7 +461,7 @@ TEST_F(FormViewTest, TheMenuSwapsAlternatesAndTakesKeys) {
 TEST_F(FormViewTest, AnAlertIsAnsweredOnce) {
     for (const auto& [key, answer] : {std::pair{Qt::Key_Return, 0U}, std::pair{Qt::Key_Escape, 1U}}) {
         std::vector<std::size_t> answers;
-        auto* alert = new AlertBox({"message", "text", {"Open", "OK"}},
+        auto* alert = new AlertBox({"message", "text", {"Open", "OK"}}, atoms_,
                                    [&](std::size_t button) { answers.push_back(button); });
         alert->show();
         EXPECT_EQ(QApplication::activeModalWidget(), alert);
