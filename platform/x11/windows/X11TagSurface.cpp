@@ -334,14 +334,13 @@ void X11TagSurface::setShape(std::uint8_t kind, const std::vector<PixelRect>& re
 void X11TagSurface::applyMapping() {
     // A window that cannot be seen is mapped in advance only where an overview may have to draw it.
     const bool wanted = orderedIn_ && (!isParked() || context_.overviewMayOpen);
-    const bool anew = mapped_ && role_ != mappedRole_;
-    if (mapped_ && (anew || !wanted)) withdraw();
-    if (wanted && !mapped_ && !withdrawTimer_.isActive()) {
+    if (isMapped() && (!wanted || role_ != mappedRole_)) withdraw();
+    if (wanted && state_ == LifeCycle::Withdrawn) {
         writeStates();
         mapUntilManaged(kManagedWithin);
-        mapped_ = true;
+        state_ = LifeCycle::Mapped;
         mappedRole_ = role_;
-    } else if (mapped_ && raise_) {
+    } else if (isMapped() && raise_) {
         raise();
     }
     raise_ = false;
@@ -353,7 +352,7 @@ void X11TagSurface::applyMapping() {
 void X11TagSurface::applyStacking() {
     const auto& fullScreen = *context_.fullScreenWindows;
     const bool lowered = lowered_ ? fullScreen.covers(self()) : fullScreen.liesBefore(self());
-    if (std::exchange(lowered_, lowered) != lowered && mapped_) sendStacking();
+    if (std::exchange(lowered_, lowered) != lowered && isMapped()) sendStacking();
 }
 
 // xfwm4 takes the one state only from a window that has not the other.
@@ -380,17 +379,17 @@ void X11TagSurface::raiseAboveWallpaper(Duration pause) {
     if (mappedRole_ != Role::PartOfDesktop || pause > kLongestRaisePause) return;
     raise();
     context_.connection.flush();
-    raiseTimer_ = context_.runLoop.after(pause, [this, pause] { raiseAboveWallpaper(4 * pause); });
+    stateTimer_ = context_.runLoop.after(pause, [this, pause] { raiseAboveWallpaper(4 * pause); });
 }
 
 // Takes the window off the screen (ICCCM 4.1.4). It may be mapped again when the window manager has let go of
 // it, which takes the properties away one by one that the next mapping needs.
 void X11TagSurface::withdraw() {
     auto* connection = context_.connection.get();
-    mapTimer_.cancel();
-    mapped_ = false;
-    if (std::exchange(managed_, false))
-        withdrawTimer_ = context_.runLoop.after(kWithdrawnWithin, [this] { endWithdrawing(); });
+    stateTimer_.cancel();
+    const bool wasManaged = state_ == LifeCycle::Managed;
+    state_ = wasManaged ? LifeCycle::Withdrawing : LifeCycle::Withdrawn;
+    if (wasManaged) stateTimer_ = context_.runLoop.after(kWithdrawnWithin, [this] { endWithdrawing(); });
     xcb_unmap_window(connection, window_);
     xcb_unmap_notify_event_t withdrawn{};
     withdrawn.response_type = XCB_UNMAP_NOTIFY;
@@ -402,7 +401,8 @@ void X11TagSurface::withdraw() {
 }
 
 void X11TagSurface::endWithdrawing() {
-    withdrawTimer_.cancel();
+    state_ = LifeCycle::Withdrawn;
+    stateTimer_.cancel();
     commitLater();
 }
 
@@ -412,14 +412,12 @@ void X11TagSurface::mapUntilManaged(Duration patience) {
     xcb_map_window(context_.connection.get(), window_);
     context_.connection.flush();
     if (patience > kLongestManagedWithin) return;
-    mapTimer_ = context_.runLoop.after(patience, [this, patience] {
-        if (!managed_) mapUntilManaged(2 * patience);
-    });
+    stateTimer_ = context_.runLoop.after(patience, [this, patience] { mapUntilManaged(2 * patience); });
 }
 
 void X11TagSurface::moveToDesktop(std::uint32_t desktop) {
     desktop_.ask(desktop);
-    if (mapped_) {
+    if (isMapped()) {
         // A window manager does not answer where the window is there already, so it goes by a detour.
         if (desktop_.isOutdated()) askForDesktop(kEveryDesktop);
         askForDesktop(desktop);
@@ -436,8 +434,8 @@ void X11TagSurface::askForDesktop(std::uint32_t desktop) {
 }
 
 void X11TagSurface::reassertStates() {
-    if (!mapped_) return;
-    if (!managed_) mapUntilManaged(kManagedWithin);
+    if (!isMapped()) return;
+    if (state_ == LifeCycle::Mapped) mapUntilManaged(kManagedWithin);
     const auto& atoms = context_.atoms;
     constexpr std::uint32_t add = 1;
     const std::array<std::uint32_t, 4> first = {
@@ -478,8 +476,8 @@ void X11TagSurface::handle(const xcb_generic_event_t& event) {
             const auto& atoms = context_.atoms;
             const bool isManagers = atom == atoms[Atom::WmState] || atom == atoms[Atom::NetWmDesktop] ||
                                     atom == atoms[Atom::NetWmState];
-            if (isManagers && withdrawTimer_.isActive())
-                withdrawTimer_ = context_.runLoop.after(kWithdrawingSettles, [this] { endWithdrawing(); });
+            if (isManagers && state_ == LifeCycle::Withdrawing)
+                stateTimer_ = context_.runLoop.after(kWithdrawingSettles, [this] { endWithdrawing(); });
             else if (atom == atoms[Atom::WmState])
                 becomeManaged();
             if (atom == atoms[Atom::NetWmDesktop]) {
@@ -503,7 +501,10 @@ void X11TagSurface::handle(const xcb_generic_event_t& event) {
 }
 
 void X11TagSurface::becomeManaged() {
-    if (!std::exchange(managed_, mapped_)) raiseAboveWallpaper(kRaisePause);
+    if (state_ != LifeCycle::Mapped) return;
+    state_ = LifeCycle::Managed;
+    stateTimer_.cancel();
+    raiseAboveWallpaper(kRaisePause);
 }
 
 void X11TagSurface::readDesktop() {
@@ -520,7 +521,7 @@ void X11TagSurface::readDesktop() {
 void X11TagSurface::takeDesktop(std::uint32_t desktop) {
     const auto own = this->desktop();
     if (desktop != kEveryDesktop || !own) return desktop_.tell(desktop);
-    if (!mapped_ || own == kEveryDesktop) return;
+    if (!isMapped() || own == kEveryDesktop) return;
     const auto now = context_.runLoop.now();
     if (now - lastReturn_ > kReturnsAreForgotten) returns_ = 0;
     lastReturn_ = now;
@@ -532,7 +533,7 @@ void X11TagSurface::takeDesktop(std::uint32_t desktop) {
 // A window manager that moves the window, as some do when a monitor goes, is asked for the wanted place
 // again, some times; then its place is where the window is.
 void X11TagSurface::verifyPlacement() {
-    if (!mapped_ || gesture_.isHeld() || isParked() || commitTimer_.isActive()) return;
+    if (!isMapped() || gesture_.isHeld() || isParked() || commitTimer_.isActive()) return;
     auto* connection = context_.connection.get();
     const auto originCookie =
         xcb_translate_coordinates(connection, window_, context_.connection.root(), 0, 0);

@@ -52,6 +52,12 @@ class X11TagSurface final : public TagSurface {
     // What a window is to the window manager. One that takes no mouse is in the desktop grid, which draws no
     // tags, a part of the desktop's background, and in another overview in front of what is in full screen.
     enum class Role { Tag, PartOfDesktop, OverFullScreen };
+    enum class LifeCycle {
+        Withdrawn,
+        Withdrawing,  // until the window manager has let go of it
+        Mapped,
+        Managed,  // a window manager has taken it over
+    };
     enum class BoundingShape { Unset, Empty, Silhouette, Whole };
     enum class InputShape { Unset, Empty, Silhouette };
 
@@ -86,6 +92,9 @@ class X11TagSurface final : public TagSurface {
     [[nodiscard]] bool isParked() const {
         return alpha_ <= 0 && !acceptsMouse_ && role_ != Role::PartOfDesktop;
     }
+    [[nodiscard]] bool isMapped() const {
+        return state_ == LifeCycle::Mapped || state_ == LifeCycle::Managed;
+    }
     [[nodiscard]] Role wantedRole() const;
     [[nodiscard]] FullScreenWindows::Subject self() const { return {window_, desktop(), placed_}; }
     [[nodiscard]] PixelRect wantedPlace() const;
@@ -104,8 +113,7 @@ class X11TagSurface final : public TagSurface {
     double contentScale_ = 1;
     bool ignoresMouse_ = false;
     bool orderedIn_ = false;
-    bool mapped_ = false;
-    bool managed_ = false;  // a window manager has taken it over
+    LifeCycle state_ = LifeCycle::Withdrawn;
     Role role_ = Role::Tag;
     Role mappedRole_ = Role::Tag;
     bool raise_ = false;
@@ -126,11 +134,9 @@ class X11TagSurface final : public TagSurface {
     int insistences_ = 0;                    // on the wanted frame
     MouseGesture gesture_;
     Timer commitTimer_;
-    Timer mapTimer_;
+    Timer stateTimer_;  // maps a mapped window again, raises a managed one, ends the withdrawing
     Timer shapeTimer_;
-    Timer raiseTimer_;
-    Timer withdrawTimer_;  // runs until a window that was withdrawn may be mapped again
-    Timer clearedTimer_;   // runs while the window is still there, but transparent
+    Timer clearedTimer_;  // runs while the window is still there, but transparent
     Timer placementTimer_;
     Timer desktopTimer_;
 };
