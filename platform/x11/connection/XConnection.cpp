@@ -93,6 +93,12 @@ xcb_get_property_cookie_t requestProperty(const XConnection& connection, xcb_win
     return xcb_get_property(connection.get(), 0, window, property, type, 0, longs);
 }
 
+void setProperty32(const XConnection& connection, xcb_window_t window, xcb_atom_t property, xcb_atom_t type,
+                   std::initializer_list<std::uint32_t> values) {
+    xcb_change_property(connection.get(), XCB_PROP_MODE_REPLACE, window, property, type, 32,
+                        static_cast<std::uint32_t>(values.size()), values.begin());
+}
+
 std::span<const std::uint32_t> values32(const xcb_get_property_reply_t* reply, xcb_atom_t type) {
     if (!reply || reply->type != type || reply->format != 32) return {};
     return {static_cast<const std::uint32_t*>(xcb_get_property_value(reply)), reply->value_len};

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <functional>
+#include <initializer_list>
 #include <memory>
 #include <optional>
 #include <span>
@@ -108,6 +109,9 @@ class XConnection {
 [[nodiscard]] xcb_get_property_cookie_t requestProperty(const XConnection& connection, xcb_window_t window,
                                                         xcb_atom_t property, xcb_atom_t type,
                                                         std::uint32_t longs);
+// Writes a property of 32-bit format.
+void setProperty32(const XConnection& connection, xcb_window_t window, xcb_atom_t property, xcb_atom_t type,
+                   std::initializer_list<std::uint32_t> values);
 // The values of a property of 32-bit format and the given type; empty for any other type or format, or no
 // reply.
 [[nodiscard]] std::span<const std::uint32_t> values32(const xcb_get_property_reply_t* reply, xcb_atom_t type);
@@ -115,6 +119,10 @@ class XConnection {
 [[nodiscard]] std::optional<std::uint32_t> value32(const xcb_get_property_reply_t* reply, xcb_atom_t type);
 // The bytes of a property of 8-bit format, whatever its type.
 [[nodiscard]] std::string_view text8(const xcb_get_property_reply_t* reply);
+// Who asks, by EWMH's source indications. A window manager may take what an application asks for its own
+// window for a call for attention; what a pager asks is the user's wish.
+inline constexpr std::uint32_t kSourceApplication = 1;
+inline constexpr std::uint32_t kSourcePager = 2;
 // Sends the window manager a client message of 32-bit format about `window`, as EWMH asks (to the root
 // window).
 void sendRootMessage(const XConnection& connection, xcb_window_t window, xcb_atom_t type,

@@ -4,10 +4,6 @@
 
 namespace platform::x11 {
 
-namespace {
-constexpr std::uint32_t kSourcePager = 2;  // EWMH, source indication
-}
-
 void WindowActivation::activate(WindowNumber window) const {
     const std::array<std::uint32_t, 3> data = {kSourcePager, desktops_.lastTime(), 0};
     sendRootMessage(connection_, static_cast<xcb_window_t>(window.value), atoms_[Atom::NetActiveWindow],

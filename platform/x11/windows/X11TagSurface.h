@@ -9,14 +9,17 @@
 #include "platform/Spaces.h"
 #include "platform/Windows.h"
 #include "platform/x11/windows/MouseGesture.h"
+#include "platform/x11/windows/TagPixels.h"
+#include "platform/x11/windows/TagPlacement.h"
 #include "platform/x11/windows/TagSurfaceContext.h"
+#include "platform/x11/windows/TagSurfaceOwner.h"
 
 namespace platform::x11 {
 
 // A tag's X window: managed, of the notification type, on one desktop. Changes are collected and sent
 // together at the end of the turn of the main loop, in the order that shows nothing half done: pixels, place,
 // opacity, shape, mapping.
-class X11TagSurface final : public TagSurface {
+class X11TagSurface final : public TagSurface, private TagSurfaceOwner {
   public:
     X11TagSurface(TagSurfaceContext& context, const Rect& frame, bool acceptsMouse,
                   TagWindowDelegate& delegate);
@@ -58,20 +61,13 @@ class X11TagSurface final : public TagSurface {
         Mapped,
         Managed,  // a window manager has taken it over
     };
-    enum class BoundingShape { Unset, Empty, Silhouette, Whole };
-    enum class InputShape { Unset, Empty, Silhouette };
 
     void create();
     void writeInitialProperties();
     void writeStates();
     void writeTitle();
-    void writeHints();
-    void commitLater();
+    void commitLater() override;
     void commit();
-    void upload();
-    void releasePixels();
-    void applyBoundingShape();
-    void applyInputShape();
     void applyMapping();
     void applyStacking();
     void sendStacking();
@@ -80,38 +76,36 @@ class X11TagSurface final : public TagSurface {
     void raiseAboveWallpaper(Duration pause);
     void withdraw();
     void endWithdrawing();
-    void setShape(std::uint8_t kind, const std::vector<PixelRect>& rectangles);
     void becomeManaged();
     void askForDesktop(std::uint32_t desktop);
     void readDesktop();
     void takeDesktop(std::uint32_t desktop);
-    void verifyPlacement();
     // A window that can neither be seen nor clicked keeps the pixel in the middle of its place, so that
     // neither the server nor a compositor spends memory on the rest, and it still is on the same screen.
     // (KWin lets a part of the desktop keep the size that it came with.)
     [[nodiscard]] bool isParked() const {
-        return alpha_ <= 0 && !acceptsMouse_ && role_ != Role::PartOfDesktop;
+        return pixels_.alpha() <= 0 && !acceptsMouse_ && role_ != Role::PartOfDesktop;
     }
-    [[nodiscard]] bool isMapped() const {
+    [[nodiscard]] bool isMapped() const override {
         return state_ == LifeCycle::Mapped || state_ == LifeCycle::Managed;
     }
+    [[nodiscard]] bool isAtRest() const override {
+        return isMapped() && !gesture_.isHeld() && !isParked() && !commitTimer_.isActive();
+    }
     [[nodiscard]] Role wantedRole() const;
-    [[nodiscard]] FullScreenWindows::Subject self() const { return {window_, desktop(), placed_}; }
-    [[nodiscard]] PixelRect wantedPlace() const;
-    [[nodiscard]] PaintGeometry geometry() const;
-    template <typename T>
-    void change32(xcb_atom_t property, xcb_atom_t type, std::initializer_list<T> values);
+    [[nodiscard]] FullScreenWindows::Subject self() const {
+        return {window_, desktop(), placement_.current()};
+    }
+    void setProperty(Atom property, xcb_atom_t type, std::initializer_list<std::uint32_t> values) const {
+        setProperty32(context_.connection, window_, context_.atoms[property], type, values);
+    }
 
     TagSurfaceContext& context_;
-    TagWindowDelegate& delegate_;
     const bool acceptsMouse_;
-    xcb_window_t window_ = 0;
-    Rect frame_;
-    TagLayers layers_;
+    const xcb_window_t window_;
+    TagPlacement placement_;
+    TagPixels pixels_;
     std::string title_;
-    double alpha_ = 1;
-    double contentScale_ = 1;
-    bool ignoresMouse_ = false;
     bool orderedIn_ = false;
     LifeCycle state_ = LifeCycle::Withdrawn;
     Role role_ = Role::Tag;
@@ -119,25 +113,12 @@ class X11TagSurface final : public TagSurface {
     bool raise_ = false;
     bool lowered_ = false;  // below all windows, since one in full screen has to cover it
     bool titleChanged_ = true;
-    bool contentsChanged_ = true;
-    bool silhouetteChanged_ = true;
-    std::optional<PaintGeometry>
-        painted_;  // what the window's pixels were drawn for; absent when it keeps none
-    PixelRect placed_;
-    std::optional<double> sentAlpha_;
-    BoundingShape bounding_ = BoundingShape::Unset;
-    InputShape input_ = InputShape::Unset;
     SpaceNumber<std::uint32_t> desktop_;
     int returns_ = 0;  // from all desktops to its own, one soon after the other
     Instant lastReturn_{};
-    std::optional<PixelRect> refusedPlace_;  // where the window manager wants the window, taken as its frame
-    int insistences_ = 0;                    // on the wanted frame
     MouseGesture gesture_;
     Timer commitTimer_;
     Timer stateTimer_;  // maps a mapped window again, raises a managed one, ends the withdrawing
-    Timer shapeTimer_;
-    Timer clearedTimer_;  // runs while the window is still there, but transparent
-    Timer placementTimer_;
     Timer desktopTimer_;
 };
 
