@@ -2,12 +2,12 @@
 
 #include <cstdint>
 #include <functional>
-#include <optional>
 
 #include "platform/RunLoop.h"
 #include "platform/linux/OverviewSource.h"
 #include "platform/x11/connection/Atoms.h"
 #include "platform/x11/screens/X11Screens.h"
+#include "platform/x11/spaces/EwmhDesktops.h"
 #include "platform/x11/windows/FullScreenWindows.h"
 #include "platform/x11/windows/LayerPainter.h"
 
@@ -16,10 +16,11 @@ namespace platform::x11 {
 // What all tag surfaces of a window system share.
 struct TagSurfaceContext {
     XConnection& connection;
+    const Atoms& atoms;
     RunLoop& runLoop;
     const X11Screens& screens;
     LayerPainter& painter;
-    const Atoms& atoms;
+    const DesktopSource& desktops;
     xcb_visualid_t visual = 0;
     std::uint8_t depth = 0;
     xcb_colormap_t colormap = 0;
@@ -28,7 +29,6 @@ struct TagSurfaceContext {
     OverviewKind overview = OverviewKind::None;  // that the desktop shows
     bool overviewMayOpen = false;
     const FullScreenWindows* fullScreenWindows = nullptr;  // never null once there are surfaces
-    std::function<std::optional<std::uint32_t>()> currentDesktop = {};
     std::function<void(xcb_window_t)> forget = {};
 };
 

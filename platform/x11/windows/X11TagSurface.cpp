@@ -13,9 +13,6 @@ namespace platform::x11 {
 
 namespace {
 
-constexpr auto kDesktopRetryDelay = std::chrono::milliseconds(250);
-constexpr int kMostReturns = 4;
-constexpr auto kReturnsAreForgotten = std::chrono::seconds(10);
 constexpr auto kManagedWithin = std::chrono::milliseconds(500);
 constexpr auto kLongestManagedWithin = std::chrono::seconds(16);
 constexpr auto kWithdrawnWithin = std::chrono::seconds(3);
@@ -32,6 +29,7 @@ X11TagSurface::X11TagSurface(TagSurfaceContext& context, const Rect& frame, bool
       window_(xcb_generate_id(context.connection.get())),
       placement_(context, *this, delegate, window_, frame),
       pixels_(context, *this, window_),
+      desktop_(context, *this, window_),
       gesture_(context, delegate) {
     pixels_.setTakesMouse(acceptsMouse);
     create();
@@ -101,7 +99,7 @@ void X11TagSurface::writeStates() {
                 {lowered_ ? atoms[Atom::NetWmStateBelow] : atoms[Atom::NetWmStateAbove],
                  atoms[Atom::NetWmStateSkipTaskbar], atoms[Atom::NetWmStateSkipPager],
                  atoms[Atom::KdeNetWmStateSkipSwitcher]});
-    if (const auto own = desktop_.wanted()) setProperty(Atom::NetWmDesktop, XCB_ATOM_CARDINAL, {*own});
+    desktop_.write();
 }
 
 void X11TagSurface::writeTitle() {
@@ -115,7 +113,7 @@ void X11TagSurface::writeTitle() {
 }
 
 WindowState X11TagSurface::state() const {
-    const auto current = context_.currentDesktop();
+    const auto current = context_.desktops.facts().current;
     const auto own = desktop();
     const bool onActiveSpace = own && (own == kEveryDesktop || own == current);
     return {orderedIn_, onActiveSpace, orderedIn_ && onActiveSpace && pixels_.alpha() > 0};
@@ -267,24 +265,6 @@ void X11TagSurface::mapUntilManaged(Duration patience) {
     stateTimer_ = context_.runLoop.after(patience, [this, patience] { mapUntilManaged(2 * patience); });
 }
 
-void X11TagSurface::moveToDesktop(std::uint32_t desktop) {
-    desktop_.ask(desktop);
-    if (isMapped()) {
-        // A window manager does not answer where the window is there already, so it goes by a detour.
-        if (desktop_.isOutdated()) askForDesktop(kEveryDesktop);
-        askForDesktop(desktop);
-    } else {
-        setProperty(Atom::NetWmDesktop, XCB_ATOM_CARDINAL, {desktop});
-        desktop_.tell(desktop);
-    }
-    context_.connection.flush();
-}
-
-void X11TagSurface::askForDesktop(std::uint32_t desktop) {
-    const std::array<std::uint32_t, 2> data = {desktop, kSourceApplication};
-    sendRootMessage(context_.connection, window_, context_.atoms[Atom::NetWmDesktop], data);
-}
-
 void X11TagSurface::reassertStates() {
     if (!isMapped()) return;
     if (state_ == LifeCycle::Mapped) mapUntilManaged(kManagedWithin);
@@ -330,7 +310,7 @@ void X11TagSurface::handle(const xcb_generic_event_t& event) {
             else if (atom == atoms[Atom::WmState])
                 becomeManaged();
             if (atom == atoms[Atom::NetWmDesktop]) {
-                readDesktop();
+                desktop_.read();
                 commitLater();
             }
             break;
@@ -354,29 +334,6 @@ void X11TagSurface::becomeManaged() {
     state_ = LifeCycle::Managed;
     stateTimer_.cancel();
     raiseAboveWallpaper(kRaisePause);
-}
-
-void X11TagSurface::readDesktop() {
-    const auto cookie = requestProperty(context_.connection, window_, context_.atoms[Atom::NetWmDesktop],
-                                        XCB_ATOM_CARDINAL, 1);
-    const auto reply = context_.connection.reply<xcb_get_property_reply_t>(cookie);
-    if (const auto value = value32(reply.get(), XCB_ATOM_CARDINAL)) takeDesktop(*value);
-    if (context_.connection.isLate())
-        desktopTimer_ = context_.runLoop.after(kDesktopRetryDelay, [this] { readDesktop(); });
-}
-
-// A tag belongs to one desktop: one that is put on all of them, as KWin does with a part of the desktop whose
-// own it has overlooked, asks for its own again. Where that is refused time after time it is seen everywhere.
-void X11TagSurface::takeDesktop(std::uint32_t desktop) {
-    const auto own = this->desktop();
-    if (desktop != kEveryDesktop || !own) return desktop_.tell(desktop);
-    if (!isMapped() || own == kEveryDesktop) return;
-    const auto now = context_.runLoop.now();
-    if (now - lastReturn_ > kReturnsAreForgotten) returns_ = 0;
-    lastReturn_ = now;
-    if (returns_++ >= kMostReturns) return;
-    askForDesktop(*own);
-    context_.connection.flush();
 }
 
 }  // namespace platform::x11

@@ -9,6 +9,7 @@
 #include "platform/Spaces.h"
 #include "platform/Windows.h"
 #include "platform/x11/windows/MouseGesture.h"
+#include "platform/x11/windows/TagDesktop.h"
 #include "platform/x11/windows/TagPixels.h"
 #include "platform/x11/windows/TagPlacement.h"
 #include "platform/x11/windows/TagSurfaceContext.h"
@@ -34,12 +35,9 @@ class X11TagSurface final : public TagSurface, private TagSurfaceOwner {
     void setContentScale(double scale) override;
     void setOrderedIn(bool orderedIn) override;
 
-    // The desktop the window is on by its property; absent before it has one, and while the property may be
-    // older than the numbers of the desktops.
+    // As TagDesktop does.
     [[nodiscard]] std::optional<std::uint32_t> desktop() const { return desktop_.get(); }
-    // Asks for a desktop: by the property while withdrawn, of the window manager afterwards.
-    void moveToDesktop(std::uint32_t desktop);
-    // The desktops have other numbers now; the window's property is as it was.
+    void moveToDesktop(std::uint32_t desktop) { desktop_.moveTo(desktop); }
     void desktopsWereRenumbered() { desktop_.outdate(); }
     void handle(const xcb_generic_event_t& event);
     // A compositor came or went, or the coordinates changed: draws and places the window anew.
@@ -77,9 +75,6 @@ class X11TagSurface final : public TagSurface, private TagSurfaceOwner {
     void withdraw();
     void endWithdrawing();
     void becomeManaged();
-    void askForDesktop(std::uint32_t desktop);
-    void readDesktop();
-    void takeDesktop(std::uint32_t desktop);
     // A window that can neither be seen nor clicked keeps the pixel in the middle of its place, so that
     // neither the server nor a compositor spends memory on the rest, and it still is on the same screen.
     // (KWin lets a part of the desktop keep the size that it came with.)
@@ -105,6 +100,7 @@ class X11TagSurface final : public TagSurface, private TagSurfaceOwner {
     const xcb_window_t window_;
     TagPlacement placement_;
     TagPixels pixels_;
+    TagDesktop desktop_;
     std::string title_;
     bool orderedIn_ = false;
     LifeCycle state_ = LifeCycle::Withdrawn;
@@ -113,13 +109,9 @@ class X11TagSurface final : public TagSurface, private TagSurfaceOwner {
     bool raise_ = false;
     bool lowered_ = false;  // below all windows, since one in full screen has to cover it
     bool titleChanged_ = true;
-    SpaceNumber<std::uint32_t> desktop_;
-    int returns_ = 0;  // from all desktops to its own, one soon after the other
-    Instant lastReturn_{};
     MouseGesture gesture_;
     Timer commitTimer_;
     Timer stateTimer_;  // maps a mapped window again, raises a managed one, ends the withdrawing
-    Timer desktopTimer_;
 };
 
 }  // namespace platform::x11

@@ -52,8 +52,12 @@ xcb_window_t windowOf(const xcb_generic_event_t& event) {
 X11WindowSystem::X11WindowSystem(XConnection& connection, const Atoms& atoms, XEvents& events,
                                  RunLoop& runLoop, X11Screens& screens, LayerPainter& painter,
                                  const DesktopSource& desktops)
-    : desktops_(desktops),
-      context_{connection, runLoop, screens, painter, atoms},
+    : context_{.connection = connection,
+               .atoms = atoms,
+               .runLoop = runLoop,
+               .screens = screens,
+               .painter = painter,
+               .desktops = desktops},
       fullScreenWindows_(connection, atoms, events, runLoop, [this] { surroundingsChanged(); }),
       events_(events.subscribe([this](const auto& event) { handle(event); })),
       screensChanged_(screens.onParametersChanged([this] { refresh(); })),
@@ -61,7 +65,6 @@ X11WindowSystem::X11WindowSystem(XConnection& connection, const Atoms& atoms, XE
                   [this](xcb_window_t owner) { followCompositor(owner != XCB_WINDOW_NONE); }) {
     context_.fullScreenWindows = &fullScreenWindows_;
     context_.composited = compositor_.owner() != XCB_WINDOW_NONE;
-    context_.currentDesktop = [this] { return desktops_.facts().current; };
     context_.forget = [this](xcb_window_t window) { surfaces_.erase(window); };
     chooseVisual();
     cursorTimer_ = runLoop.after(kCursorIsNeeded, [this] { showOpenHand(); });
@@ -124,7 +127,7 @@ X11TagSurface* X11WindowSystem::find(WindowNumber window) const {
 
 std::vector<ManagedSpaceId> X11WindowSystem::copySpacesForWindow(WindowNumber window) const {
     const auto* surface = find(window);
-    return surface ? managedSpaceIds(surface->desktop(), desktops_.facts().count)
+    return surface ? managedSpaceIds(surface->desktop(), context_.desktops.facts().count)
                    : std::vector<ManagedSpaceId>();
 }
 

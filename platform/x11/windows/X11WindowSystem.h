@@ -50,7 +50,6 @@ class X11WindowSystem final : public WindowSystem, public WindowSpaces {
     void surroundingsChanged();
     [[nodiscard]] X11TagSurface* find(WindowNumber window) const;
 
-    const DesktopSource& desktops_;
     TagSurfaceContext context_;
     std::map<xcb_window_t, X11TagSurface*> surfaces_;
     FullScreenWindows fullScreenWindows_;
