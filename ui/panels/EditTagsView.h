@@ -17,7 +17,6 @@ namespace ui {
 // The list of the user's tags.
 class EditTagsView final : public QWidget {
   public:
-    // All outlive the view.
     EditTagsView(orvellos::EditTagsList& list, ColorPanel& colorPanel, const platform::x11::Atoms& atoms);
 
     // As high as its rows, up to a bound.

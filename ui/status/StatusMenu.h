@@ -14,7 +14,6 @@ namespace ui {
 // The menu of the status item: a list of rows, made anew at each opening.
 class StatusMenu final : public QMenu {
   public:
-    // The atoms outlive the menu.
     StatusMenu(const platform::x11::Atoms& atoms, std::function<std::vector<platform::MenuItem>()> rows);
 
     // Opens at the place, in screen coordinates of the toolkit, or as near to it as the screen lets.

@@ -9,9 +9,9 @@
 
 namespace platform::x11 {
 
-// The names that this layer knows, of EWMH, ICCCM, XEmbed, RandR, Motif and KDE: NetWmName is _NET_WM_NAME.
+// The names that this layer uses, of EWMH, ICCCM, XEmbed, RandR, Motif and KDE: NetWmName is _NET_WM_NAME.
 enum class Atom : std::size_t {
-    // What a command asks for, too.
+    // Asked for by commands, too.
     NetSupported,
     NetSupportingWmCheck,
     NetNumberOfDesktops,
@@ -35,7 +35,7 @@ enum class Atom : std::size_t {
     NetWmWindowTypeDropdownMenu,
     NetWmWindowTypeCombo,
     NetWmWindowTypeDnd,
-    // What the application alone asks for.
+    // Asked for by the application alone.
     NetActiveWindow,
     NetDesktopNames,
     NetRestackWindow,
@@ -71,7 +71,7 @@ class Atoms {
   public:
     // All, in one round trip.
     [[nodiscard]] static Atoms intern(XConnection& connection);
-    // Those that a command asks for, in one round trip, which the others would make longer. They are 0.
+    // The atoms that commands ask for, in one round trip that the others, which are 0, would make longer.
     [[nodiscard]] static Atoms internForCommand(XConnection& connection);
     [[nodiscard]] xcb_atom_t operator[](Atom atom) const { return values_[static_cast<std::size_t>(atom)]; }
 

@@ -7,14 +7,14 @@
 
 namespace platform::x11 {
 
-// The pauses before the next try of something that may fail for long: each twice the one before, up to a
+// The pauses before the next try of an operation that may fail for long: each twice the one before, up to a
 // longest.
 class Backoff {
   public:
     Backoff(Duration first, Duration longest) : first_(first), longest_(longest), next_(first) {}
 
     Duration next() { return std::exchange(next_, std::min(2 * next_, longest_)); }
-    // The last try has not failed.
+    // To be called when a try has succeeded.
     void reset() { next_ = first_; }
 
   private:

@@ -6,14 +6,14 @@
 
 namespace platform::x11 {
 
-// Who owns the selection of one of the screen's managers (ICCCM 2.8). That can change at any time.
+// Follows the owner of a manager selection of the screen (ICCCM 2.8), which can change at any time.
 class SelectionWatch {
   public:
     // `changed` is called with the new owner, or none.
     SelectionWatch(XConnection& connection, XEvents& events, xcb_atom_t selection,
                    std::function<void(xcb_window_t owner)> changed);
 
-    // XCB_WINDOW_NONE when nobody does.
+    // XCB_WINDOW_NONE when nobody owns the selection.
     [[nodiscard]] xcb_window_t owner() const { return owner_; }
 
   private:

@@ -57,7 +57,7 @@ class XConnection {
     void setPatience(Duration patience) { patience_ = patience; }
     // Begins a turn. A program without a main loop has only one.
     void beginTurn();
-    // Whether an answer of this turn has not come in time: what is missing then is not known to be absent.
+    // Whether an answer of this turn has not come in time: a missing answer then does not mean absence.
     [[nodiscard]] bool isLate() const { return late_; }
     // Whether waiting has used up a good part of this turn's patience.
     [[nodiscard]] bool isTurnLong() const { return late_ || patienceLeft_ < patience_ / 2; }
@@ -83,8 +83,8 @@ class XConnection {
     [[nodiscard]] Reply<xcb_generic_event_t> nextEvent(Instant end);
 
     void flush() { xcb_flush(connection_); }
-    // Waits until the server has carried out everything that was asked. It may ignore what a connection asks
-    // just before it is closed.
+    // Waits until the server has carried out every request. It may ignore requests made just before the
+    // connection is closed.
     void synchronize();
 
   private:
@@ -119,8 +119,8 @@ void setProperty32(const XConnection& connection, xcb_window_t window, xcb_atom_
 [[nodiscard]] std::optional<std::uint32_t> value32(const xcb_get_property_reply_t* reply, xcb_atom_t type);
 // The bytes of a property of 8-bit format, whatever its type.
 [[nodiscard]] std::string_view text8(const xcb_get_property_reply_t* reply);
-// Who asks, by EWMH's source indications. A window manager may take what an application asks for its own
-// window for a call for attention; what a pager asks is the user's wish.
+// EWMH's source indications. A window manager may take an application's request about its own window for a
+// call for attention; a pager's request is the user's.
 inline constexpr std::uint32_t kSourceApplication = 1;
 inline constexpr std::uint32_t kSourcePager = 2;
 // Sends the window manager a client message of 32-bit format about `window`, as EWMH asks (to the root

@@ -10,8 +10,7 @@
 #include "platform/x11/connection/XConnection.h"
 #include "platform/x11/connection/Xkb.h"
 
-// Apart from the rest of the connection, because programs that open theirs without a bound do without all
-// this.
+// Apart from the rest of the connection, so that programs that connect without a bound do not link it.
 
 namespace platform::x11 {
 
@@ -22,7 +21,7 @@ struct Opened {
     int screenNumber = 0;
 };
 
-// The library's own connect waits for ever for a server that is stopped, so a thread waits in our place; one
+// The library's own connect waits for ever for a stopped server, so a thread waits in our place; a thread
 // that is given up on ends with the process.
 std::optional<Opened> connectWithin(std::optional<std::string> displayName, Duration patience) {
     std::promise<Opened> promise;
@@ -47,7 +46,7 @@ std::unique_ptr<XConnection> XConnection::open(const char* displayName, Duration
     return connection->isLate() ? nullptr : std::move(connection);
 }
 
-// What the X library has not been told about an extension by then it waits for without a bound.
+// The X library waits without a bound for an extension that it is not told about here.
 void XConnection::prefetchExtensions() {
     for (auto* extension :
          {&xcb_randr_id, &xcb_shape_id, &xcb_xfixes_id, &xcb_input_id, &xcb_xkb_id, &xcb_screensaver_id})

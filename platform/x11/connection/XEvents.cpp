@@ -31,7 +31,8 @@ void XEvents::selectOnRoot(std::uint32_t eventMask) {
     connection_.flush();
 }
 
-// Another turn is needed when events came with the reply, and before the waits of many turns add up.
+// Begins another turn when events came with the reply, and when much of the patience is used up: while no
+// event comes nothing else renews it.
 void XEvents::followWait() {
     if (!first_) first_.reset(xcb_poll_for_queued_event(connection_.get()));
     if (first_ || connection_.isTurnLong() || connection_.isBroken()) drainLater();

@@ -11,8 +11,8 @@
 
 namespace platform::x11 {
 
-// Delivers the events of a connection on the main thread, all that have come, a bounded number a turn, and
-// begins the connection's turns. Several parties share the root window's event mask through it.
+// Delivers the events of a connection on the main thread, a bounded number a turn, and begins the
+// connection's turns. All selections on the root window share one event mask through it.
 class XEvents {
   public:
     XEvents(XConnection& connection, DescriptorWatcher& watcher, RunLoop& runLoop);
@@ -20,7 +20,7 @@ class XEvents {
     XEvents(const XEvents&) = delete;
     XEvents& operator=(const XEvents&) = delete;
 
-    // Every event goes to every handler, which picks its own.
+    // Every event goes to every handler.
     Subscription subscribe(std::function<void(const xcb_generic_event_t&)> handler);
     // Called once when the server has gone away.
     Subscription onBroken(std::function<void()> action);

@@ -1,7 +1,7 @@
 #pragma once
 
-// The protocol of the X keyboard extension, whose header has a field with a name that C++ keeps to itself.
-// As a system's header this one may say so to the preprocessor without a warning.
+// The protocol of the X keyboard extension. Its header names a field `explicit`, a keyword of C++, which is
+// renamed here; only a system header may define a keyword without a warning.
 #pragma GCC system_header
 
 #include <xcb/xcb.h>

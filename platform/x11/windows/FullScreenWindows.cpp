@@ -75,7 +75,8 @@ void FullScreenWindows::readLater(Duration delay) {
     });
 }
 
-// The events that other parts of this program select on such a window are among these.
+// Selecting replaces this program's earlier selection on the window, so the mask holds what other parts
+// select.
 void FullScreenWindows::follow(xcb_window_t window) {
     if (!followed_.insert(window).second) return;
     const std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
@@ -133,7 +134,7 @@ std::vector<FullScreenWindows::Window> FullScreenWindows::readFullScreen(const S
     return found;
 }
 
-// One that has died meanwhile, as none at all, has no place.
+// A window that has died meanwhile gets no place, nor does XCB_WINDOW_NONE.
 void FullScreenWindows::readPlaces(std::span<Window> windows) {
     struct Request {
         xcb_get_geometry_cookie_t size;

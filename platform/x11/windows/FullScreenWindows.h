@@ -14,23 +14,23 @@
 
 namespace platform::x11 {
 
-// Tells which full-screen windows are in front on their desktops, and so should cover what floats: all that
-// the active window does not lie before. One that is active on another monitor leaves them in front.
+// Knows the full-screen windows in front on their desktops, which should cover tags: every full-screen window
+// that the active window does not lie before. A window that is active on another monitor leaves it in front.
 class FullScreenWindows {
   public:
-    // `changed` is called when the answers below may be others.
+    // `changed` is called when the answers below may have changed.
     FullScreenWindows(XConnection& connection, const Atoms& atoms, XEvents& events, RunLoop& runLoop,
                       std::function<void()> changed);
 
-    // A window as its owner knows it.
+    // A window of this program, as its owner knows it.
     struct Subject {
         xcb_window_t window = XCB_WINDOW_NONE;
         std::optional<std::uint32_t> desktop;
         PixelRect place;
     };
-    // Whether one of them covers the place on that desktop.
+    // Whether a full-screen window in front covers the subject's place on its desktop.
     [[nodiscard]] bool covers(const Subject& subject) const;
-    // Whether the window manager stacks the window above one that covers it.
+    // Whether the window manager stacks the subject above a full-screen window that covers it.
     [[nodiscard]] bool liesBefore(const Subject& subject) const;
 
   private:
@@ -38,7 +38,7 @@ class FullScreenWindows {
         xcb_window_t window = XCB_WINDOW_NONE;
         std::optional<std::uint32_t> desktop = std::nullopt;
         PixelRect place = {};
-        std::vector<xcb_window_t> above = {};  // it in the stacking order
+        std::vector<xcb_window_t> above = {};  // the windows above it in the stacking order
         bool operator==(const Window&) const = default;
     };
     struct Stack {
@@ -59,7 +59,7 @@ class FullScreenWindows {
     const Atoms& atoms_;
     RunLoop& runLoop_;
     std::function<void()> changed_;
-    std::set<xcb_window_t> followed_;  // those that have been active or in full screen
+    std::set<xcb_window_t> followed_;  // have been active or in full screen
     std::vector<Window> inFront_;
     Backoff backoff_;
     Timer readTimer_;

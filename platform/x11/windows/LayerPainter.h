@@ -15,12 +15,12 @@ struct PixelImage {
     std::vector<std::uint32_t> pixels;
 };
 
-// How large a drawing is and how dense.
+// The size and the density of a drawing.
 struct PaintGeometry {
     std::int32_t width = 0;  // pixels
     std::int32_t height = 0;
     double scale = 1;         // pixels per point
-    double contentScale = 1;  // drawing scaled around the centre
+    double contentScale = 1;  // of the drawing around its centre
     bool operator==(const PaintGeometry&) const = default;
 };
 

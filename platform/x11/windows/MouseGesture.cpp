@@ -5,7 +5,7 @@
 namespace platform::x11 {
 
 namespace {
-constexpr auto kWatch = std::chrono::milliseconds(250);
+constexpr auto kWatchInterval = std::chrono::milliseconds(250);
 }
 
 void MouseGesture::handle(const xcb_generic_event_t& event) {
@@ -22,7 +22,7 @@ void MouseGesture::handle(const xcb_generic_event_t& event) {
     if (button.detail != 1) return;
     if (type == XCB_BUTTON_PRESS) {
         isHeld_ = true;
-        watchTimer_ = context_.runLoop.every(kWatch, Duration::zero(), [this] { watch(); });
+        watchTimer_ = context_.runLoop.every(kWatchInterval, Duration::zero(), [this] { watch(); });
         delegate_.mouseDown(mouse);
     } else if (type == XCB_BUTTON_RELEASE && isHeld_) {
         deliverDrag();
@@ -36,13 +36,13 @@ void MouseGesture::deliverDrag() {
     if (const auto drag = std::exchange(drag_, std::nullopt)) delegate_.mouseDragged(*drag);
 }
 
-// A window that leaves the screen under a held button never learns of the release.
+// A window that leaves the screen under a held button gets no release event.
 void MouseGesture::watch() {
     const auto cookie = xcb_query_pointer(context_.connection.get(), context_.connection.root());
     const auto pointer = context_.connection.reply<xcb_query_pointer_reply_t>(cookie);
     if (!pointer || (pointer->mask & XCB_BUTTON_MASK_1) != 0) return;
-    // A release that did come stands in the queue already, before this turn's end.
-    watchTimer_ = context_.runLoop.after(kWatch, [this] {
+    // A release event that did come is handled before the next interval is over.
+    watchTimer_ = context_.runLoop.after(kWatchInterval, [this] {
         end();
         delegate_.mouseCancelled();
     });

@@ -7,11 +7,10 @@
 
 namespace platform::x11 {
 
-// What the user does with the first mouse button on a tag's window, told to its owner: a press, the latest
-// place of a drag once a turn of the main loop, and the release, or that there will be none.
+// Follows the first mouse button on a tag's window and tells the delegate: a press, the latest place of a
+// drag once a turn of the main loop, and the release or the lack of one.
 class MouseGesture {
   public:
-    // Both outlive the gesture.
     MouseGesture(TagSurfaceContext& context, TagWindowDelegate& delegate)
         : context_(context), delegate_(delegate) {}
 

@@ -13,7 +13,7 @@
 
 namespace platform::x11 {
 
-// What all tag surfaces of a window system share.
+// Shared by all tag surfaces of a window system.
 struct TagSurfaceContext {
     XConnection& connection;
     const Atoms& atoms;
@@ -26,7 +26,7 @@ struct TagSurfaceContext {
     xcb_colormap_t colormap = 0;
     xcb_cursor_t openHand = 0;
     bool composited = false;
-    OverviewKind overview = OverviewKind::None;  // that the desktop shows
+    OverviewKind overview = OverviewKind::None;  // the one that the desktop shows
     bool overviewMayOpen = false;
     const FullScreenWindows* fullScreenWindows = nullptr;  // never null once there are surfaces
     std::function<void(xcb_window_t)> forget = {};

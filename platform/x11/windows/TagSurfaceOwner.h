@@ -2,7 +2,7 @@
 
 namespace platform::x11 {
 
-// What the parts of a tag's surface ask of the whole.
+// A tag's surface as its parts (pixels, placement, desktop) see it.
 class TagSurfaceOwner {
   public:
     // Sends what has changed at the end of this turn of the main loop.

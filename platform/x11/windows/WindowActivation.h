@@ -5,7 +5,7 @@
 
 namespace platform::x11 {
 
-// Brings windows to where the user is, as a pager would: nobody asks whether they may have the focus.
+// Brings windows to the user as a pager does, whose requests no focus-stealing prevention refuses.
 class WindowActivation final : public WindowFocus {
   public:
     WindowActivation(XConnection& connection, const Atoms& atoms, const DesktopSource& desktops)

@@ -6,8 +6,8 @@ namespace platform::x11 {
 
 namespace {
 
-constexpr int kDeepest = 3;        // window managers put a window in a frame or two
-constexpr int kWidestBorder = 40;  // pixels beside a frame that still take hold of it
+constexpr int kDeepest = 3;        // levels: a window manager puts a window in a frame or two
+constexpr int kWidestBorder = 40;  // pixels around a frame in which it can be resized
 
 bool areOfOneProgram(const XConnection& connection, xcb_window_t a, xcb_window_t b) {
     return ((a ^ b) & ~xcb_get_setup(connection.get())->resource_id_mask) == 0;
@@ -27,7 +27,7 @@ std::vector<xcb_window_t> childrenOf(XConnection& connection, const std::vector<
     return children;
 }
 
-// What is in a frame is another program's than the frame and its parts.
+// The windows in a frame belong to another program than the frame and its parts.
 std::vector<xcb_window_t> windowsInside(XConnection& connection, xcb_window_t frame) {
     std::vector<xcb_window_t> level = {frame};
     for (int depth = 0; depth < kDeepest; ++depth) {
@@ -40,7 +40,7 @@ std::vector<xcb_window_t> windowsInside(XConnection& connection, xcb_window_t fr
     return {};
 }
 
-// Whether the one is just a little larger than the other on all sides.
+// Whether `outer` is a little larger than `inner` on all sides.
 bool surrounds(XConnection& connection, xcb_window_t outer, xcb_window_t inner) {
     const auto outerCookie = xcb_get_geometry(connection.get(), outer);
     const auto innerCookie = xcb_get_geometry(connection.get(), inner);
@@ -53,7 +53,7 @@ bool surrounds(XConnection& connection, xcb_window_t outer, xcb_window_t inner) 
            isBorder(out->y + out->height - in->y - in->height);
 }
 
-// The frame that a window just above it is the border of; none when it is no such window.
+// The frame right below the window in the stack when the window is its border, else XCB_WINDOW_NONE.
 xcb_window_t frameInside(XConnection& connection, xcb_window_t border) {
     const auto stack = childrenOf(connection, {connection.root()});  // bottom to top
     const auto found = std::ranges::find(stack, border);

@@ -13,10 +13,10 @@ namespace platform::x11 {
 
 namespace {
 
-constexpr auto kManagedWithin = std::chrono::milliseconds(500);
-constexpr auto kLongestManagedWithin = std::chrono::seconds(16);
-constexpr auto kWithdrawnWithin = std::chrono::seconds(3);
-constexpr auto kWithdrawingSettles = std::chrono::milliseconds(20);
+constexpr auto kManagingPatience = std::chrono::milliseconds(500);
+constexpr auto kLongestManagingPatience = std::chrono::seconds(16);
+constexpr auto kWithdrawingPatience = std::chrono::seconds(3);
+constexpr auto kWithdrawingSettlingTime = std::chrono::milliseconds(20);
 constexpr auto kRaisePause = std::chrono::milliseconds(100);
 constexpr auto kLongestRaisePause = std::chrono::seconds(2);
 
@@ -84,7 +84,7 @@ void X11TagSurface::writeInitialProperties() {
     placement_.writeHints();
 }
 
-// A window manager removes these from a window that is withdrawn (EWMH, ICCCM 4.1.4).
+// The properties that a window manager removes from a withdrawn window (EWMH, ICCCM 4.1.4).
 void X11TagSurface::writeStates() {
     const auto& atoms = context_.atoms;
     if (role_ == Role::OverFullScreen)
@@ -182,12 +182,12 @@ void X11TagSurface::commit() {
 }
 
 void X11TagSurface::applyMapping() {
-    // A window that cannot be seen is mapped in advance only where an overview may have to draw it.
+    // An invisible window is mapped in advance only where an overview may have to draw it.
     const bool wanted = orderedIn_ && (!isParked() || context_.overviewMayOpen);
     if (isMapped() && (!wanted || role_ != mappedRole_)) withdraw();
     if (wanted && state_ == LifeCycle::Withdrawn) {
         writeStates();
-        mapUntilManaged(kManagedWithin);
+        mapUntilManaged(kManagingPatience);
         state_ = LifeCycle::Mapped;
         mappedRole_ = role_;
     } else if (isMapped() && raise_) {
@@ -197,15 +197,15 @@ void X11TagSurface::applyMapping() {
 }
 
 // A window manager that keeps a tag in front of a full-screen window, where others let it be covered, is
-// asked to put it below all windows for that time. While it is there nothing else tells that it would be in
-// front.
+// asked to put it below all windows for that time. While the tag is below, only the full-screen window's
+// being there tells that the tag has to stay there.
 void X11TagSurface::applyStacking() {
     const auto& fullScreen = *context_.fullScreenWindows;
     const bool lowered = lowered_ ? fullScreen.covers(self()) : fullScreen.liesBefore(self());
     if (std::exchange(lowered_, lowered) != lowered && isMapped()) sendStacking();
 }
 
-// xfwm4 takes the one state only from a window that has not the other.
+// xfwm4 sets either state only on a window without the other.
 void X11TagSurface::sendStacking() {
     const auto& atoms = context_.atoms;
     constexpr std::uint32_t remove = 0;
@@ -223,8 +223,8 @@ void X11TagSurface::raise() {
     sendRootMessage(context_.connection, window_, context_.atoms[Atom::NetRestackWindow], data);
 }
 
-// A window manager puts a new window that does not ask for the focus below the active one, at a time of its
-// own, and that may be the desktop's background itself.
+// A window manager puts a new window without focus below the active one, at a time of its own, and the active
+// one may be the desktop's background.
 void X11TagSurface::raiseAboveWallpaper(Duration pause) {
     if (mappedRole_ != Role::PartOfDesktop || pause > kLongestRaisePause) return;
     raise();
@@ -232,14 +232,14 @@ void X11TagSurface::raiseAboveWallpaper(Duration pause) {
     stateTimer_ = context_.runLoop.after(pause, [this, pause] { raiseAboveWallpaper(4 * pause); });
 }
 
-// Takes the window off the screen (ICCCM 4.1.4). It may be mapped again when the window manager has let go of
-// it, which takes the properties away one by one that the next mapping needs.
+// Takes the window off the screen (ICCCM 4.1.4). The next mapping waits until the window manager has let go
+// of the window, which removes, one by one, the properties that this mapping writes.
 void X11TagSurface::withdraw() {
     auto* connection = context_.connection.get();
     stateTimer_.cancel();
     const bool wasManaged = state_ == LifeCycle::Managed;
     state_ = wasManaged ? LifeCycle::Withdrawing : LifeCycle::Withdrawn;
-    if (wasManaged) stateTimer_ = context_.runLoop.after(kWithdrawnWithin, [this] { endWithdrawing(); });
+    if (wasManaged) stateTimer_ = context_.runLoop.after(kWithdrawingPatience, [this] { endWithdrawing(); });
     xcb_unmap_window(connection, window_);
     xcb_unmap_notify_event_t withdrawn{};
     withdrawn.response_type = XCB_UNMAP_NOTIFY;
@@ -256,18 +256,18 @@ void X11TagSurface::endWithdrawing() {
     commitLater();
 }
 
-// A window manager that is just starting may overlook a window that is mapped meanwhile. To map a window
-// again that a window manager has taken over would ask for its activation.
+// A window manager that is just starting may overlook a window that is mapped meanwhile. Mapping a managed
+// window again would ask for its activation.
 void X11TagSurface::mapUntilManaged(Duration patience) {
     xcb_map_window(context_.connection.get(), window_);
     context_.connection.flush();
-    if (patience > kLongestManagedWithin) return;
+    if (patience > kLongestManagingPatience) return;
     stateTimer_ = context_.runLoop.after(patience, [this, patience] { mapUntilManaged(2 * patience); });
 }
 
 void X11TagSurface::reassertStates() {
     if (!isMapped()) return;
-    if (state_ == LifeCycle::Mapped) mapUntilManaged(kManagedWithin);
+    if (state_ == LifeCycle::Mapped) mapUntilManaged(kManagingPatience);
     const auto& atoms = context_.atoms;
     constexpr std::uint32_t add = 1;
     const std::array<std::uint32_t, 4> first = {
@@ -293,8 +293,8 @@ void X11TagSurface::handle(const xcb_generic_event_t& event) {
                 break;
             // KWin writes no WM_STATE on a window that is not on the current desktop.
             becomeManaged();
-            // The input shape that a window comes with may be overlooked; a change is followed. Not at once:
-            // when a window manager ends soon, openbox hangs if that is the last event that it gets.
+            // A window manager may overlook a new window's input shape and follows a change of it. The change
+            // comes later, because an openbox that is about to end hangs when it is the last event.
             pixels_.resendInputShapeLater();
             break;
         case XCB_CONFIGURE_NOTIFY:
@@ -306,7 +306,7 @@ void X11TagSurface::handle(const xcb_generic_event_t& event) {
             const bool isManagers = atom == atoms[Atom::WmState] || atom == atoms[Atom::NetWmDesktop] ||
                                     atom == atoms[Atom::NetWmState];
             if (isManagers && state_ == LifeCycle::Withdrawing)
-                stateTimer_ = context_.runLoop.after(kWithdrawingSettles, [this] { endWithdrawing(); });
+                stateTimer_ = context_.runLoop.after(kWithdrawingSettlingTime, [this] { endWithdrawing(); });
             else if (atom == atoms[Atom::WmState])
                 becomeManaged();
             if (atom == atoms[Atom::NetWmDesktop]) {

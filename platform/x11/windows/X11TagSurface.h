@@ -1,7 +1,7 @@
 #pragma once
 
-#include <functional>
-#include <memory>
+#include <cstdint>
+#include <initializer_list>
 #include <optional>
 #include <string>
 
@@ -35,14 +35,14 @@ class X11TagSurface final : public TagSurface, private TagSurfaceOwner {
     void setContentScale(double scale) override;
     void setOrderedIn(bool orderedIn) override;
 
-    // As TagDesktop does.
+    // As TagDesktop's operations.
     [[nodiscard]] std::optional<std::uint32_t> desktop() const { return desktop_.get(); }
     void moveToDesktop(std::uint32_t desktop) { desktop_.moveTo(desktop); }
     void desktopsWereRenumbered() { desktop_.outdate(); }
     void handle(const xcb_generic_event_t& event);
-    // A compositor came or went, or the coordinates changed: draws and places the window anew.
+    // Draws and places the window anew, after a compositor has come or gone or the coordinates have changed.
     void refresh();
-    // The desktop shows another overview, or other windows in full screen are in front.
+    // To be called when the desktop shows another overview or other windows in full screen are in front.
     void surroundingsChanged() { commitLater(); }
     // Shows the open hand where the window takes the mouse, when the hand has been loaded.
     void showCursor() const;
@@ -50,14 +50,15 @@ class X11TagSurface final : public TagSurface, private TagSurfaceOwner {
     void reassertStates();
 
   private:
-    // What a window is to the window manager. One that takes no mouse is in the desktop grid, which draws no
-    // tags, a part of the desktop's background, and in another overview in front of what is in full screen.
+    // How the window manager knows the window. A window that takes no mouse is a part of the desktop's
+    // background in the desktop grid, which draws no tags, and lies over full-screen windows in other
+    // overviews.
     enum class Role { Tag, PartOfDesktop, OverFullScreen };
     enum class LifeCycle {
         Withdrawn,
-        Withdrawing,  // until the window manager has let go of it
-        Mapped,
-        Managed,  // a window manager has taken it over
+        Withdrawing,  // unmapped, and the window manager has not let go of it yet
+        Mapped,       // no window manager has taken it over yet
+        Managed,
     };
 
     void create();
@@ -75,9 +76,9 @@ class X11TagSurface final : public TagSurface, private TagSurfaceOwner {
     void withdraw();
     void endWithdrawing();
     void becomeManaged();
-    // A window that can neither be seen nor clicked keeps the pixel in the middle of its place, so that
-    // neither the server nor a compositor spends memory on the rest, and it still is on the same screen.
-    // (KWin lets a part of the desktop keep the size that it came with.)
+    // An invisible window that takes no mouse keeps the pixel in the middle of its place: it stays on its
+    // screen, and neither the server nor a compositor spends memory on the rest. (KWin lets a part of the
+    // desktop keep the size that it came with.)
     [[nodiscard]] bool isParked() const {
         return pixels_.alpha() <= 0 && !acceptsMouse_ && role_ != Role::PartOfDesktop;
     }
@@ -107,7 +108,7 @@ class X11TagSurface final : public TagSurface, private TagSurfaceOwner {
     Role role_ = Role::Tag;
     Role mappedRole_ = Role::Tag;
     bool raise_ = false;
-    bool lowered_ = false;  // below all windows, since one in full screen has to cover it
+    bool lowered_ = false;  // below all windows, so that a full-screen window covers it
     bool titleChanged_ = true;
     MouseGesture gesture_;
     Timer commitTimer_;

@@ -14,8 +14,8 @@ constexpr std::uint32_t kLongestList = 32;    // 32-bit units
 constexpr std::uint32_t kLongestClass = 256;  // 32-bit units
 constexpr std::uint32_t kLargestExtent = 0x7FFF;
 
-// Layers in the order of the desktop that this program's words come from: its numbers for floating windows,
-// the Dock, status windows and pop-up menus.
+// Window layers as the application's vocabulary numbers them: floating windows, the Dock, status windows and
+// pop-up menus.
 constexpr std::int64_t kNormalLayer = 0;
 constexpr std::int64_t kFloatingLayer = 3;
 constexpr std::int64_t kDockLayer = 20;

@@ -10,7 +10,7 @@
 
 namespace platform::x11 {
 
-// What the server and the window manager tell about one top-level window.
+// A top-level window as the server and the window manager describe it.
 struct X11Window {
     WindowInfo info;                       // ownerName only when the window names its class
     std::optional<std::uint32_t> desktop;  // kEveryDesktop, or an index

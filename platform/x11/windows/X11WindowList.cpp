@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::uint32_t kMostWindows = 65536;
 
-// Where the main display starts: the primary monitor, or the first when none is primary.
+// The origin of the main display: of the primary monitor, or of the first when none is primary.
 Point mainOrigin(const xcb_randr_get_monitors_reply_t* monitors) {
     if (!monitors) return {};
     auto monitor = xcb_randr_get_monitors_monitors_iterator(monitors);
@@ -38,8 +38,8 @@ std::optional<std::string> processName(std::int64_t pid) {
     return std::string(name.data(), static_cast<std::size_t>(length) - 1);  // without its line feed
 }
 
-// The windows in stacking order, behind them those that the stacking order lacks: xfwm4 leaves out a window
-// that came up on another desktop until it is first shown.
+// The windows in stacking order, behind them the windows that the stacking order lacks: xfwm4 leaves out a
+// window that came up on another desktop until it is first shown.
 std::vector<xcb_window_t> backToFront(std::span<const std::uint32_t> stacking,
                                       std::span<const std::uint32_t> all) {
     const std::unordered_set<xcb_window_t> stacked(stacking.begin(), stacking.end());

@@ -10,18 +10,19 @@
 
 namespace platform::x11 {
 
-// The window manager's windows, and which desktops they are on, read with waiting: as many round trips for a
-// thousand windows as for one.
+// The window manager's windows and their desktops, read with waiting, in as many round trips for a thousand
+// windows as for one.
 class X11WindowList final : public WindowList {
   public:
-    // Called before the atoms are interned, or any other round trip, it saves the list one of its own.
+    // Asks for the extension that the list needs; before another round trip this saves the list one of its
+    // own.
     static void prefetch(const XConnection& connection);
 
     X11WindowList(XConnection& connection, const Atoms& atoms) : connection_(connection), atoms_(atoms) {}
 
     [[nodiscard]] std::optional<std::vector<WindowInfo>> copyWindowsExcludingDesktopElements() const override;
 
-    // The Spaces that a window of the last list was on then; empty for any other window.
+    // The Spaces of a window when the last list was read; empty for a window that was not in it.
     [[nodiscard]] std::vector<ManagedSpaceId> copySpacesForWindow(WindowNumber window) const;
 
   private:

@@ -8,9 +8,9 @@ namespace platform::x11 {
 
 namespace {
 
-constexpr auto kCompositorStarts = std::chrono::milliseconds(500);
-// By then the first label is there, and no pointer was on it yet.
-constexpr auto kCursorIsNeeded = std::chrono::milliseconds(100);
+constexpr auto kCompositorStartTime = std::chrono::milliseconds(500);
+// Loading the cursor earlier would delay the first label, and no pointer is on a label before that.
+constexpr auto kCursorLoadDelay = std::chrono::milliseconds(100);
 
 xcb_cursor_t loadOpenHand(XConnection& connection) {
     xcb_cursor_context_t* cursors = nullptr;
@@ -25,7 +25,7 @@ xcb_cursor_t loadOpenHand(XConnection& connection) {
     return cursor;
 }
 
-// The window an event is about; 0 for events of no window.
+// The window of an event; XCB_WINDOW_NONE for an event of no window.
 xcb_window_t windowOf(const xcb_generic_event_t& event) {
     switch (XEvents::type(event)) {
         case XCB_BUTTON_PRESS:
@@ -67,7 +67,7 @@ X11WindowSystem::X11WindowSystem(XConnection& connection, const Atoms& atoms, XE
     context_.composited = compositor_.owner() != XCB_WINDOW_NONE;
     context_.forget = [this](xcb_window_t window) { surfaces_.erase(window); };
     chooseVisual();
-    cursorTimer_ = runLoop.after(kCursorIsNeeded, [this] { showOpenHand(); });
+    cursorTimer_ = runLoop.after(kCursorLoadDelay, [this] { showOpenHand(); });
 }
 
 X11WindowSystem::~X11WindowSystem() {
@@ -80,7 +80,7 @@ void X11WindowSystem::showOpenHand() {
     context_.connection.flush();
 }
 
-// A visual with an alpha channel where the server has one, else the root window's.
+// Takes a visual with an alpha channel where the server has one, else the root window's.
 void X11WindowSystem::chooseVisual() {
     auto& connection = context_.connection;
     context_.visual = connection.screen().root_visual;
@@ -142,8 +142,8 @@ void X11WindowSystem::handle(const xcb_generic_event_t& event) {
     if (auto* surface = find({windowOf(event)})) surface->handle(event);
 }
 
-// A compositor that has announced itself does not composite yet. Until it does a window has to keep its
-// silhouette, or its margin would be seen as a black box.
+// A compositor announces itself before it composites. Until it does, a window without its silhouette would
+// show its margin as a black box.
 void X11WindowSystem::followCompositor(bool composited) {
     compositorStarts_ = {};
     const auto follow = [this, composited] {
@@ -152,7 +152,7 @@ void X11WindowSystem::followCompositor(bool composited) {
         compositingChanged_.notify(composited);
     };
     if (!composited) return follow();
-    compositorStarts_ = context_.runLoop.after(kCompositorStarts, follow);
+    compositorStarts_ = context_.runLoop.after(kCompositorStartTime, follow);
 }
 
 Subscription X11WindowSystem::followCompositing(const std::function<void(bool)>& action) {

@@ -11,10 +11,10 @@
 
 namespace platform::x11 {
 
-// Makes the tag windows and tells on which Spaces they are. Windows of other programs are not its business.
+// Makes the tag windows and tells on which Spaces they are; knows no windows of other programs.
 class X11WindowSystem final : public WindowSystem, public WindowSpaces {
   public:
-    // `desktops` gives the last known desktops without asking the server.
+    // `desktops` answers without asking the server.
     X11WindowSystem(XConnection& connection, const Atoms& atoms, XEvents& events, RunLoop& runLoop,
                     X11Screens& screens, LayerPainter& painter, const DesktopSource& desktops);
     ~X11WindowSystem() override;
@@ -29,16 +29,18 @@ class X11WindowSystem final : public WindowSystem, public WindowSpaces {
     // A window lives on one desktop, so adding it elsewhere has removed it already.
     void removeWindowFromSpace(WindowNumber window, ManagedSpaceId space) override;
 
-    // What overview the desktop shows. The windows that take no mouse are for it, and become what it draws in
-    // front of all else.
+    // Tells which overview the desktop shows. The windows that take no mouse become windows that this
+    // overview draws in front of all else.
     void setOverview(OverviewKind kind);
-    // Whether there may be one at all. Where there may not, those windows are not mapped.
+    // Tells whether the desktop has an overview. Without one the windows that take no mouse are not mapped
+    // while they are invisible.
     void setOverviewMayOpen(bool may);
-    // Nothing is known of a window's Spaces until it has been put on one again.
+    // To be called when the desktops have other numbers: a window's Spaces are unknown until it is put on one
+    // again.
     void desktopsWereRenumbered();
     // Tells at once and on every change whether a compositor shows the windows.
     Subscription followCompositing(const std::function<void(bool isComposited)>& action);
-    // Another window manager has taken over: tells it again what it should know of the tag windows.
+    // Tells a window manager that has taken over from another the states of the tag windows.
     void reassertStates();
 
   private:
