@@ -34,11 +34,11 @@ class Managed {
         desktop_.screens.addScreen({0, 0, 1440, 900});
         desktop_.spaces.addDisplay("Main", {"A", "B", "C", "D"});
         for (std::size_t i = 0; i < tags; ++i)
-            store_.tags.push_back({TagID::random(),
-                                   fmt::format("Tag {}", i),
-                                   "#3B82F6",
-                                   {},
-                                   std::string(1, static_cast<char>('A' + i % 4))});
+            store_.add({TagID::random(),
+                        fmt::format("Tag {}", i),
+                        "#3B82F6",
+                        {},
+                        std::string(1, static_cast<char>('A' + i % 4))});
         manager_.start();
         desktop_.runLoop.advance(std::chrono::seconds(3));
     }

@@ -31,7 +31,7 @@ class Gallery final : public orvellos::PanelsTest, orvellos::ApplicationCommands
         desktop_.permissions.inputMonitoringTrusted = false;
         desktop_.shortcuts.enabled[81] = false;
         for (const auto& name : orvellos::hotkey::kAll) hotkeys_.create(name);
-        store_.tags.clear();
+        setTags({});
         start();
     }
 

@@ -19,10 +19,7 @@ TagSize step(TagSize size, std::ptrdiff_t by) {
 
 void tagCurrentSpace(const HotkeyTargets& targets) {
     const auto space = targets.spaces.currentSpaceUUIDOnPointerDisplay();
-    const bool isTagged = space && std::ranges::any_of(targets.manager.tags(), [&](const Tag& tag) {
-                              return tag.spaceUUID == space;
-                          });
-    if (isTagged)
+    if (firstTagOfSpace(targets.manager.tags(), space))
         targets.panels.toggleEditPanel();
     else
         targets.panels.toggleCreatePanel(space);

@@ -2,8 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-
 #include "orvellos/base/ApplicationVersion.h"
 #include "orvellos/settings/HotkeyNames.h"
 #include "orvellos/tags/Labels.h"
@@ -45,9 +43,7 @@ void StatusItemController::refreshLater() {
 }
 
 const Tag* StatusItemController::find(const std::optional<TagID>& id) const {
-    const auto& tags = services_.manager.tags();
-    const auto found = id ? std::ranges::find(tags, *id, &Tag::id) : tags.end();
-    return found == tags.end() ? nullptr : &*found;
+    return id ? tagWithID(services_.manager.tags(), *id) : nullptr;
 }
 
 platform::StatusTitle StatusItemController::title() const {

@@ -1,7 +1,5 @@
 #include "orvellos/panels/EditTagsList.h"
 
-#include <algorithm>
-
 #include "orvellos/base/Text.h"
 #include "orvellos/tags/Labels.h"
 
@@ -44,8 +42,8 @@ std::string EditTagsList::deleteLabel(const Tag& tag) {
 }
 
 void EditTagsList::edit(const TagID& id) {
-    const auto tag = std::ranges::find(manager_.tags(), id, &Tag::id);
-    if (tag == manager_.tags().end()) return;
+    const auto* tag = tagWithID(manager_.tags(), id);
+    if (!tag) return;
     buffer_ = {id, tag->label, tag->colorHex};
     changed_.notify();
 }
@@ -68,8 +66,7 @@ void EditTagsList::cancelEdit() {
 
 // A tag may go while its row is being edited.
 void EditTagsList::follow() {
-    const auto isEdited = [this](const Tag& tag) { return tag.id == buffer_->id; };
-    if (buffer_ && std::ranges::none_of(manager_.tags(), isEdited)) buffer_.reset();
+    if (buffer_ && !tagWithID(manager_.tags(), buffer_->id)) buffer_.reset();
     changed_.notify();
 }
 

@@ -85,7 +85,7 @@ Visibility storedVisibility(const platform::DefaultsStore& defaults) {
 
 Settings::Settings(platform::DefaultsStore& store, platform::LoginItem& loginItem,
                    const std::optional<platform::Screen>& mainScreen)
-    : defaults(migrateLegacyKeys(store, mainScreen)),
+    : defaults_(migrateLegacyKeys(store, mainScreen)),
       visibilityMode(store, objectChanged_, "visibilityMode", storedVisibility(store).mode),
       showRevealOnSwipe(store, objectChanged_, "showRevealOnSwipe", storedVisibility(store).revealOnSwipe),
       killSwitchActive(store, objectChanged_, "killSwitchActive",

@@ -35,12 +35,16 @@ struct RawValues<TagVisibilityMode> {
 // be used of a stored value falls back to a default, and keys of earlier versions are converted; neither
 // fails. Main thread only.
 class Settings {
+  private:
+    const platform::DefaultsStore& defaults_;  // migrated before any field reads it
+    Observers<> objectChanged_;
+
   public:
     // Migrates old keys in the store, then reads it. `mainScreen` is needed by one migration.
     Settings(platform::DefaultsStore& defaults, platform::LoginItem& loginItem,
              const std::optional<platform::Screen>& mainScreen);
 
-    platform::DefaultsStore& defaults;
+    [[nodiscard]] const platform::DefaultsStore& defaults() const { return defaults_; }
     Setting<TagVisibilityMode> visibilityMode;
     Setting<bool> showRevealOnSwipe;  // a brief reveal when the Space changes
     Setting<bool> killSwitchActive;   // hides every tag, for screen sharing
@@ -64,7 +68,6 @@ class Settings {
     void setLaunchAtLogin(bool enabled);
 
   private:
-    Observers<> objectChanged_;
     platform::LoginItem& loginItem_;
 };
 

@@ -67,8 +67,8 @@ std::optional<NavRemedy> remedyFor(bool accessibilityOK, bool shortcutsOK) {
 
 bool NavController::navigateToTagID(const TagID& id) {
     const auto tags = callbacks_.tagsProvider();
-    const auto tag = std::ranges::find(tags, id, &Tag::id);
-    if (tag == tags.end()) return false;
+    const auto* tag = tagWithID(tags, id);
+    if (!tag) return false;
     const auto name = quotedLabel(tag->label);
     if (!tag->spaceUUID) {
         warn("No Space bound to this tag",

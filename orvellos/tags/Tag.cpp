@@ -2,6 +2,8 @@
 
 #include <uuid/uuid.h>
 
+#include <algorithm>
+
 namespace orvellos {
 
 TagID TagID::random() {
@@ -20,6 +22,17 @@ std::string TagID::text() const {
     std::array<char, UUID_STR_LEN> text{};
     uuid_unparse_upper(bytes_.data(), text.data());
     return text.data();
+}
+
+const Tag* tagWithID(std::span<const Tag> tags, const TagID& id) {
+    const auto found = std::ranges::find(tags, id, &Tag::id);
+    return found == tags.end() ? nullptr : &*found;
+}
+
+const Tag* firstTagOfSpace(std::span<const Tag> tags, const std::optional<std::string>& spaceUUID) {
+    if (!spaceUUID) return nullptr;
+    const auto found = std::ranges::find(tags, spaceUUID, &Tag::spaceUUID);
+    return found == tags.end() ? nullptr : &*found;
 }
 
 }  // namespace orvellos

@@ -4,6 +4,7 @@
 #include <compare>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -36,5 +37,11 @@ struct Tag {
     std::optional<std::string> spaceUUID;
     bool operator==(const Tag&) const = default;
 };
+
+// The first tag with that id; null without one.
+[[nodiscard]] const Tag* tagWithID(std::span<const Tag> tags, const TagID& id);
+// The first tag of that Space; null without one, or without a Space.
+[[nodiscard]] const Tag* firstTagOfSpace(std::span<const Tag> tags,
+                                         const std::optional<std::string>& spaceUUID);
 
 }  // namespace orvellos

@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <utility>
 
 #include "orvellos/base/DebugLog.h"
@@ -47,7 +46,7 @@ platform::Result<std::string> TagStore::readTags(const std::filesystem::path& fi
     if (!text) return text;
     auto read = decodeTags(text.value());
     if (!read) return platform::Error{"decode: Not a tag file"};
-    tags = std::move(*read);
+    tags_ = std::move(*read);
     return text;
 }
 
@@ -63,7 +62,7 @@ std::string TagStore::load() {
         return {};
     }
     log(LogCategory::Nav,
-        fmt::format("TagStore: store was unreadable — recovered {} tag(s) from backup", tags.size()));
+        fmt::format("TagStore: store was unreadable — recovered {} tag(s) from backup", tags_.size()));
     save();
     return std::move(text.value());
 }
@@ -82,28 +81,37 @@ void TagStore::quarantineUnreadableStore() {
 // One that already says the same is left alone: a durable write is a good part of a start, and so is putting
 // many tags into words.
 void TagStore::writeBackup(const std::string& loaded) {
-    if (tags.empty()) return;
+    if (tags_.empty()) return;
     const auto former = files_.read(backupURL());
     if (former && former.value() == loaded) return;
-    const auto text = encodeTags(tags);
+    const auto text = encodeTags(tags_);
     if (text && former && former.value() == text.value()) return;
     if (const auto error = text ? files_.writeAtomically(backupURL(), text.value()) : text.error())
         log(LogCategory::Nav, "TagStore: backup write failed: " + error->description);
 }
 
 void TagStore::save() {
-    const auto text = encodeTags(tags);
+    const auto text = encodeTags(tags_);
     if (const auto error = text ? files_.writeAtomically(fileURL_, text.value()) : text.error())
         log(LogCategory::Nav,
-            fmt::format("TagStore: SAVE FAILED for {} tag(s): {}", tags.size(), error->description));
+            fmt::format("TagStore: SAVE FAILED for {} tag(s): {}", tags_.size(), error->description));
 }
 
 template <typename Change>
 void TagStore::change(const TagID& id, Change apply) {
-    const auto found = std::ranges::find(tags, id, &Tag::id);
-    if (found == tags.end()) return;
-    apply(*found);
+    const auto* found = tagWithID(tags_, id);
+    if (!found) return;
+    apply(tags_[static_cast<std::size_t>(found - tags_.data())]);
     save();
+}
+
+void TagStore::add(const Tag& tag) {
+    tags_.push_back(tag);
+    save();
+}
+
+void TagStore::remove(TagID id) {
+    if (std::erase_if(tags_, [&](const Tag& tag) { return tag.id == id; }) > 0) save();
 }
 
 void TagStore::updateSpaceUUID(const TagID& id, std::optional<std::string> spaceUUID) {

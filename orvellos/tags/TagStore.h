@@ -27,17 +27,21 @@ class TagStore {
              const std::filesystem::path& folder);
 
     [[nodiscard]] const std::filesystem::path& fileURL() const { return fileURL_; }
-    // In file order. The owner adds and removes, then saves.
-    std::vector<Tag> tags;
+    // In file order.
+    [[nodiscard]] const std::vector<Tag>& tags() const { return tags_; }
 
-    void save();
-    // Each changes the first tag with that id and saves; an unknown id changes and writes nothing.
+    // At the end.
+    void add(const Tag& tag);
+    // Nothing is written when no tag has that id.
+    void remove(TagID id);
+    // Each changes the first tag with that id; an unknown id changes and writes nothing.
     void updateSpaceUUID(const TagID& id, std::optional<std::string> spaceUUID);
     void updateFrame(const TagID& id, const platform::Rect& frame);
     void clearFrame(const TagID& id);
     void update(const Tag& tag);
 
   private:
+    void save();
     // The text that the tags were read from; empty when there is none.
     [[nodiscard]] std::string load();
     void writeBackup(const std::string& loaded);
@@ -51,6 +55,7 @@ class TagStore {
     platform::FileSystem& files_;
     const platform::RunLoop& clock_;
     std::filesystem::path fileURL_;
+    std::vector<Tag> tags_;
 };
 
 }  // namespace orvellos

@@ -32,8 +32,8 @@ std::optional<Screen> screenUnder(const platform::Screens& screens, platform::Po
 
 std::optional<Tag> PositionController::tag(const TagID& id) const {
     const auto tags = callbacks_.tagsProvider();
-    const auto found = std::ranges::find(tags, id, &Tag::id);
-    return found == tags.end() ? std::nullopt : std::optional(*found);
+    const auto* found = tagWithID(tags, id);
+    return found ? std::optional(*found) : std::nullopt;
 }
 
 // Screens that share their Spaces share the anchored tags, too: they are on the one that the user has put

@@ -35,7 +35,7 @@ TagManager::TagManager(const Services& services, TagStore& store)
       position_(services.spaces, services.screens, services.windows.textMeasurer, settings_,
                 positionCallbacks()),
       navigation_(services.spaces, runLoop_, settings_, services.navigation, navCallbacks()),
-      missionControl_(runLoop_, services.onScreenWindows, settings_.defaults),
+      missionControl_(runLoop_, services.onScreenWindows, settings_.defaults()),
       missionControlKey_(services.keys, runLoop_),
       clickThrough_(runLoop_, services.screens, [this] { return mainWindows(); }) {}
 
@@ -95,17 +95,6 @@ bool TagManager::isTagWindow(platform::WindowNumber number) const {
     });
 }
 
-const Tag* TagManager::find(const TagID& id) const {
-    const auto found = std::ranges::find(tags(), id, &Tag::id);
-    return found == tags().end() ? nullptr : &*found;
-}
-
-const Tag* TagManager::firstTagOf(const std::optional<std::string>& spaceUUID) const {
-    if (!spaceUUID) return nullptr;
-    const auto found = std::ranges::find(tags(), spaceUUID, &Tag::spaceUUID);
-    return found == tags().end() ? nullptr : &*found;
-}
-
 void TagManager::tagsChanged() {
     changed_.notify();
 }
@@ -120,7 +109,7 @@ void TagManager::makeWindow(const Tag& tag) {
             if (onTagClicked) onTagClicked();
         });
     window->setPreferredScreenProvider([this, id = tag.id]() -> std::optional<platform::Screen> {
-        const auto* known = find(id);
+        const auto* known = tagWithID(tags(), id);
         return known ? position_.preferredScreen(*known) : std::nullopt;
     });
     windows_[tag.id] = std::move(window);
@@ -226,8 +215,7 @@ Tag TagManager::createTag(const std::string& label, const std::string& colorHex,
                           std::optional<std::string> spaceUUID) {
     if (!spaceUUID) spaceUUID = spaceForNewTag();
     Tag tag{TagID::random(), label, colorHex, {}, std::move(spaceUUID)};
-    store_.tags.push_back(tag);
-    store_.save();
+    store_.add(tag);
     tagsChanged();
     showNewWindow(tag);
     return tag;
@@ -235,7 +223,7 @@ Tag TagManager::createTag(const std::string& label, const std::string& colorHex,
 
 void TagManager::assignTagToSpace(const TagID& id, std::optional<std::string> spaceUUID) {
     auto* window = windowFor(id);
-    const auto* tag = find(id);
+    const auto* tag = tagWithID(tags(), id);
     if (!window || !tag) return;
     const auto target = spaceUUID ? std::move(spaceUUID) : spaceForNewTag();
     if (target) {
@@ -249,13 +237,13 @@ void TagManager::assignTagToSpace(const TagID& id, std::optional<std::string> sp
         pinToSpace(*window, *target);
         binding_.recomputeSpaceOrphans();
     }
-    bringToFront(*find(id));
+    bringToFront(*tagWithID(tags(), id));
     window->flash();
     reconcile();
 }
 
 void TagManager::updateTag(const TagID& id, const std::string& label, const std::string& colorHex) {
-    const auto* known = find(id);
+    const auto* known = tagWithID(tags(), id);
     if (!known) return;
     Tag tag = *known;
     tag.label = label;
@@ -267,24 +255,22 @@ void TagManager::updateTag(const TagID& id, const std::string& label, const std:
 }
 
 void TagManager::deleteTag(const TagID& id) {
-    const auto* known = find(id);
+    const auto* known = tagWithID(tags(), id);
     if (!known) return;
     const Tag tag = *known;
     if (const auto window = windows_.extract(id)) {
         window.mapped()->mcBackup()->orderOut();
         window.mapped()->orderOut();
     }
-    std::erase_if(store_.tags, [&](const Tag& each) { return each.id == tag.id; });
-    store_.save();
+    store_.remove(tag.id);
     tagsChanged();
     reconcile();
     if (showUndoToast) showUndoToast("Deleted " + quotedLabel(tag.label), [this, tag] { restoreTag(tag); });
 }
 
 void TagManager::restoreTag(const Tag& tag) {
-    if (find(tag.id)) return;
-    store_.tags.push_back(tag);
-    store_.save();
+    if (tagWithID(tags(), tag.id)) return;
+    store_.add(tag);
     tagsChanged();
     showNewWindow(tag);
 }
@@ -298,7 +284,7 @@ std::vector<MenuSpaceRow> TagManager::menuRows(
     const auto current = services_.spaces.currentSpaceUUIDOnPointerDisplay();
     std::vector<MenuSpaceRow> rows;
     for (const auto& uuid : uuids) {
-        const auto* tag = firstTagOf(uuid);
+        const auto* tag = firstTagOfSpace(tags(), uuid);
         rows.push_back({uuid, rows.size() + 1, tag ? std::optional(*tag) : std::nullopt, uuid == current});
     }
     return rows;
@@ -307,7 +293,7 @@ std::vector<MenuSpaceRow> TagManager::menuRows(
 std::optional<TagID> TagManager::tagIDForCurrentSpace() const {
     const auto current = services_.spaces.currentSpaceUUIDOnPointerDisplay();
     if (!current) return activeTagID_;
-    const auto* tag = firstTagOf(current);
+    const auto* tag = firstTagOfSpace(tags(), current);
     return tag ? std::optional(tag->id) : std::nullopt;
 }
 
@@ -400,7 +386,7 @@ void TagManager::showWindow(const Tag& tag, TagWindow& window, bool transientRev
 }
 
 void TagManager::updateActiveTag() {
-    const auto* active = firstTagOf(services_.spaces.currentSpaceUUID());
+    const auto* active = firstTagOfSpace(tags(), services_.spaces.currentSpaceUUID());
     if (!active) {
         const auto isSeen = [this](const Tag& tag) {
             const auto* window = windowFor(tag.id);

@@ -53,7 +53,7 @@ class TagManager {
     void stop();
     void reconcile();
 
-    [[nodiscard]] const std::vector<Tag>& tags() const { return store_.tags; }
+    [[nodiscard]] const std::vector<Tag>& tags() const { return store_.tags(); }
     // The tag of the current Space.
     [[nodiscard]] const std::optional<TagID>& activeTagID() const { return activeTagID_; }
     // Called when the tags, the active tag or the set of orphans changed.
@@ -124,8 +124,6 @@ class TagManager {
     [[nodiscard]] std::vector<TagWindow*> mainWindows() const;
 
     // The tags.
-    [[nodiscard]] const Tag* find(const TagID& id) const;
-    [[nodiscard]] const Tag* firstTagOf(const std::optional<std::string>& spaceUUID) const;
     [[nodiscard]] std::optional<std::string> spaceForNewTag() const;
     void tagsChanged();
     void updateActiveTag();

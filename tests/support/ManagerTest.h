@@ -17,8 +17,7 @@ class ManagerTest : public ApplicationTest {
     ManagerTest() {
         desktop_.screens.addScreen({0, 0, 1440, 900});
         desktop_.spaces.addDisplay("Main", {"A", "B", "C"});
-        store_.tags = {{TagID::random(), "Mail", "#3B82F6", {}, "A"},
-                       {TagID::random(), "Code", "#10B981", {}, "C"}};
+        setTags({{TagID::random(), "Mail", "#3B82F6", {}, "A"}, {TagID::random(), "Code", "#10B981", {}, "C"}});
     }
 
     void start() {
@@ -28,7 +27,11 @@ class ManagerTest : public ApplicationTest {
     void wait(double time) { desktop_.runLoop.advance(platform::seconds(time)); }
     void settle() { wait(0.5); }
 
-    const Tag& tag(std::size_t index) { return store_.tags.at(index); }
+    void setTags(const std::vector<Tag>& tags) {
+        while (!store_.tags().empty()) store_.remove(store_.tags().front().id);
+        for (const auto& tag : tags) store_.add(tag);
+    }
+    const Tag& tag(std::size_t index) { return store_.tags().at(index); }
     TagWindow& window(std::size_t index) { return *manager_.windowFor(tag(index).id); }
     TagWindow& backup(std::size_t index) { return *window(index).mcBackup(); }
     // The same as the window system knows them.

@@ -61,7 +61,7 @@ TEST_F(AppDelegateTests, WelcomesWhoHasNotSeenThisWelcome) {
         const char* panel;
         const char* title;
     };
-    const auto tags = store_.tags;
+    const auto tags = store_.tags();
     for (const Row& row : {Row{"first run", false, 0, false, "Welcome to orvellos", "Welcome to orvellos"},
                            {"closed last time", false, 2, true, "Welcome to orvellos", "Welcome to orvellos"},
                            {"an earlier one", true, 1, true, "Welcome to orvellos", "What’s new in orvellos"},
@@ -71,7 +71,7 @@ TEST_F(AppDelegateTests, WelcomesWhoHasNotSeenThisWelcome) {
         SCOPED_TRACE(row.name);
         settings_.hasSeenWelcome.set(row.hasSeenWelcome);
         settings_.lastWelcomeVersion.set(row.version);
-        store_.tags = row.hasTags ? tags : std::vector<Tag>();
+        setTags(row.hasTags ? tags : std::vector<Tag>());
         AppDelegate delegate(services());
         delegate.applicationDidFinishLaunching();
         settle();
@@ -182,7 +182,7 @@ TEST_F(AppDelegateTests, TagsOpenTheListAndDeletedOnesCanBeTakenBack) {
     undo();
     undo();
     wait(1);
-    EXPECT_EQ(std::ranges::count(store_.tags, mail), 1) << "pressed twice";
+    EXPECT_EQ(std::ranges::count(store_.tags(), mail), 1) << "pressed twice";
     EXPECT_TRUE(host_.toasts.empty());
 
     EXPECT_EQ(desktop_.menuBar.menus.at(0).items.at(0).title, "Quit orvellos");

@@ -131,20 +131,20 @@ TEST_F(StatusItemControllerTest, SaysWhatIsHiddenAndWhatStandsInTheWay) {
         desktop_.permissions.accessibilityTrusted = row.trusted;
         desktop_.shortcuts.enabled = {{81, row.shortcut81}};
         desktop_.spaces.setAnswering(row.answers);
-        const auto tags = store_.tags;
-        if (!row.tagged) store_.tags.clear();
+        const auto tags = store_.tags();
+        if (!row.tagged) setTags({});
         EXPECT_EQ(upperMenu(), row.menu);
         for (const auto& each : desktop_.statusItem.openMenu()) {
             const bool saysDisabled = each.toolTip == "Jump disabled — grant permissions above";
             EXPECT_EQ(saysDisabled, each.title.starts_with("Desktop") && !each.action) << each.title;
         }
-        store_.tags = tags;
+        setTags(tags);
     }
 }
 
 TEST_F(StatusItemControllerTest, ItsRowsDoWhatTheySay) {
     choose("Untag this Space");
-    EXPECT_EQ(store_.tags.size(), 1U);
+    EXPECT_EQ(store_.tags().size(), 1U);
     choose("Tag this Space…");
     EXPECT_TRUE(host_.titled("Tag This Space"));
     EXPECT_EQ(item("Tag this Space…").keyEquivalent,
@@ -155,7 +155,7 @@ TEST_F(StatusItemControllerTest, ItsRowsDoWhatTheySay) {
     const auto jumpBare = item("Desktop 2").action;
     reassign();
     EXPECT_EQ(tag(0).spaceUUID, "A");
-    store_.tags.clear();
+    setTags({});
     desktop_.spaces.removeSpace("B");
     jump();  // to a tag, and a Space, that are gone
     jumpBare();

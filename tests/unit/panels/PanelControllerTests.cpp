@@ -148,7 +148,7 @@ TEST_F(PanelControllerTest, TheFormTagsTheSpaceItWasLastOpenedFor) {
         createForm().submit();
         EXPECT_EQ(isOpen("Tag This Space"), !row.creates) << row.name;
     }
-    ASSERT_EQ(store_.tags.size(), 3U);
+    ASSERT_EQ(store_.tags().size(), 3U);
     const auto& made = tag(2);
     EXPECT_EQ(std::tie(made.label, made.colorHex, *made.spaceUUID),
               std::tuple("Home office", "#123456", "B"));

@@ -53,8 +53,7 @@ TEST_F(TagStoreTests, FirstStartMakesTheFolderAndNothingElse) {
     desktop_.folders.homeFolder.reset();
     EXPECT_EQ(tagFilePath(desktop_.folders), "");
     auto store = open();
-    store.tags = makeTags(1);
-    store.save();
+    store.add(makeTags(1)[0]);
     EXPECT_EQ(logged(), Texts{"TagStore: SAVE FAILED for 1 tag(s): open: No such file or directory"});
     EXPECT_TRUE(files_.files.empty());
 }
@@ -105,18 +104,18 @@ TEST_F(TagStoreTests, LoadsOrRecoversWithoutLosingAnything) {
         row.prepare();
         const auto before = files_;
         const auto store = open();
-        EXPECT_EQ(store.tags.size(), row.tags);
+        EXPECT_EQ(store.tags().size(), row.tags);
         EXPECT_EQ(logged(), row.log);
         const bool quarantined = !row.log.empty() && row.log[0] == kQuarantined;
         EXPECT_EQ(files_.exists(kQuarantine), quarantined || before.exists(kQuarantine));
         if (quarantined && before.files.contains(kFile)) {
             EXPECT_EQ(files_.files.at(kQuarantine), before.files.at(kFile));
         }
-        if (store.tags.empty()) {
+        if (store.tags().empty()) {
             EXPECT_TRUE(files_.writes.empty());
         } else if (!files_.writes.empty()) {
-            EXPECT_EQ(stored(kBackup), store.tags);
-            EXPECT_EQ(stored(kFile), store.tags);
+            EXPECT_EQ(stored(kBackup), store.tags());
+            EXPECT_EQ(stored(kFile), store.tags());
         }
     }
 }
@@ -158,10 +157,14 @@ TEST_F(TagStoreTests, WritesEachChangeAtOnceAndOnlyToTheFirstMatch) {
         row.change(TagID::random());
         row.change(id);
         tags[1] = row.after;
-        EXPECT_EQ(store.tags, tags);
+        EXPECT_EQ(store.tags(), tags);
         EXPECT_EQ(files_.writes.size(), &row - rows + 1U);
         EXPECT_EQ(files_.writes.back(), std::pair(kFile, encodeTags(tags).value()));
     }
+    store.remove(TagID::random());
+    EXPECT_EQ(files_.writes.size(), std::size(rows));
+    store.remove(store.tags()[0].id);
+    EXPECT_EQ(stored(kFile), std::vector(tags.begin() + 1, tags.end()));
 }
 
 TEST_F(TagStoreTests, KeepsAChangeInMemoryThatCannotBeSaved) {
@@ -170,7 +173,7 @@ TEST_F(TagStoreTests, KeepsAChangeInMemoryThatCannotBeSaved) {
     auto store = open();
     files_.nextWrites = {kFull};
     store.updateSpaceUUID(tags[0].id, "S");
-    EXPECT_EQ(store.tags[0].spaceUUID, "S");
+    EXPECT_EQ(store.tags()[0].spaceUUID, "S");
     EXPECT_EQ(stored(kFile), tags);
     store.updateFrame(tags[1].id, {0, 0, std::numeric_limits<double>::infinity(), 1});
     EXPECT_EQ(stored(kFile), tags);

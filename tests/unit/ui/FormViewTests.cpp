@@ -104,7 +104,7 @@ TEST_F(FormViewTest, TheCreateFormIsFilledInByKeysAlone) {
     showCreateForm().move(0, 0);
     EXPECT_EQ(spoken(), "field Label, WORK");
     press(Qt::Key_Return);
-    EXPECT_EQ(store_.tags.size(), 2U) << "there is no label yet";
+    EXPECT_EQ(store_.tags().size(), 2U) << "there is no label yet";
     type("  Home ");
     EXPECT_EQ(tabbedThrough(5), (Texts{"field Label, WORK", "choice Green is Selected", "button Cancel",
                                        "button Create", "field Label, WORK"}));
@@ -124,7 +124,7 @@ TEST_F(FormViewTest, TheCreateFormIsFilledInByKeysAlone) {
         EXPECT_TRUE(QTest::qWaitForWindowActive(panel_.get()));
     }
     press(Qt::Key_Return);
-    ASSERT_EQ(store_.tags.size(), 3U);
+    ASSERT_EQ(store_.tags().size(), 3U);
     EXPECT_EQ(std::tie(tag(2).label, tag(2).colorHex), std::tuple("Home", "#F59E0C"));
 }
 
@@ -135,7 +135,7 @@ TEST_F(FormViewTest, ADoubleClickDeletesOneTagAndTheListKeepsTheHeightItWasGiven
     auto* trash = panel.findChild<QToolButton*>("trash");
     const auto place = trash->mapTo(&panel, trash->rect().center());
     QTest::mouseDClick(panel.windowHandle(), Qt::LeftButton, {}, place);
-    EXPECT_EQ(store_.tags.size(), 2U);
+    EXPECT_EQ(store_.tags().size(), 2U);
     panel.findChildren<QToolButton*>("pencil").back()->click();
     desktop_test::OffscreenApplication::settle();
     EXPECT_EQ(panel.height(), 190);
@@ -377,7 +377,7 @@ TEST_F(FormViewTest, NoLabelBreaksALayout) {
     const auto size = panel_->size();
     StatusMenu menu(atoms_, [this] {
         std::vector<platform::MenuItem> rows;
-        for (const auto& each : store_.tags) rows.push_back({.title = each.label, .toolTip = each.label});
+        for (const auto& each : store_.tags()) rows.push_back({.title = each.label, .toolTip = each.label});
         return rows;
     });
     for (const auto& label :

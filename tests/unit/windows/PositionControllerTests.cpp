@@ -63,7 +63,7 @@ TEST_F(PositionControllerTests, ShiftDetachesATagWhichThenStaysDetached) {
 }
 
 TEST_F(PositionControllerTests, RelinkingWithoutASharedPositionMovesNothing) {
-    store_.tags[0].frame = Rect{300, 300, 100, 50};
+    store_.updateFrame(tag(0).id, {300, 300, 100, 50});
     start();
     settings_.globalAnchoredPosition.set(std::nullopt);
     const Rect before = window(0).frame();
@@ -74,7 +74,7 @@ TEST_F(PositionControllerTests, RelinkingWithoutASharedPositionMovesNothing) {
 }
 
 TEST_F(PositionControllerTests, AlignsAllTagsToOne) {
-    store_.tags[0].frame = Rect{300, 300, 100, 50};
+    store_.updateFrame(tag(0).id, {300, 300, 100, 50});
     start();
     manager_.position().alignAllToTag(tag(0).id);
     settle();

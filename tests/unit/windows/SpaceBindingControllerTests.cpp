@@ -44,11 +44,10 @@ TEST_F(SpaceBindingControllerTests, FollowsTheUserAndNobodyElse) {
                         {"two that change places", 1, {3, 1}, {"C", "A"}, ""},
                         {"one that stayed", 1, {1, 1}, {"A", "A"}, ""}};
     start();
-    const auto original = store_.tags;
+    const auto original = store_.tags();
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        store_.tags = original;
-        store_.save();
+        setTags(original);
         moveTo(0, 1);
         moveTo(1, 3);
         wait(10);
@@ -67,7 +66,7 @@ TEST_F(SpaceBindingControllerTests, FollowsTheUserAndNobodyElse) {
         }
         EXPECT_TRUE(row.rejection.empty() || hasLogged(row.rejection));
         const TagStore stored(desktop_.files, desktop_.runLoop, "/data");
-        EXPECT_EQ(stored.tags.at(0).spaceUUID, row.boundTo[0]);
+        EXPECT_EQ(stored.tags().at(0).spaceUUID, row.boundTo[0]);
     }
 }
 
@@ -89,8 +88,7 @@ TEST_F(SpaceBindingControllerTests, KeepsBindingsWhenSpacesAreRenumbered) {
     desktop_.spaces.addSpace("D");
     desktop_.spaces.addSpace("E");
     desktop_.spaces.numberByPlace();
-    store_.tags.push_back({TagID::random(), "Music", "#EF4444", {}, "D"});
-    store_.save();
+    store_.add({TagID::random(), "Music", "#EF4444", {}, "D"});
     start();
     const auto files = desktop_.files.files;
     for (const auto& row : rows) {
@@ -172,11 +170,11 @@ TEST_F(SpaceBindingControllerTests, TakesPlacesBackThatAreOnNoScreen) {
                         {"on a screen that was unplugged", {2000, 100, 50, 50}, false}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        store_.tags[0].frame = row.frame;
+        store_.updateFrame(tag(0).id, row.frame);
         manager_.binding().healOrphanedDetachedTags();
         EXPECT_EQ(tag(0).frame.has_value(), row.kept);
     }
-    store_.tags[0].frame = Rect{100, 100, 50, 50};
+    store_.updateFrame(tag(0).id, {100, 100, 50, 50});
     desktop_.screens.setScreens({});
     manager_.binding().healOrphanedDetachedTags();
     EXPECT_TRUE(tag(0).frame) << "no screen at all says nothing about places";

@@ -83,7 +83,7 @@ TEST_F(TagManagerTest, FollowsABurstOfSpaceChangesOnce) {
 }
 
 TEST_F(TagManagerTest, KeepsATagOutOfSightWhoseSpaceIsGoneAndBringsItBack) {
-    store_.tags[1].spaceUUID = "gone";
+    store_.updateSpaceUUID(tag(1).id, "gone");
     start();
     EXPECT_FALSE(seen(1).orderedIn);
     EXPECT_TRUE(seen(0).orderedIn);
@@ -153,7 +153,7 @@ TEST_F(TagManagerTest, DecidesWhatIsSeen) {
 
 TEST_F(TagManagerTest, HidesFromItsFirstMomentWhatIsNotToBeSeen) {
     settings_.killSwitchActive.set(true);
-    store_.tags[1].spaceUUID = "gone";
+    store_.updateSpaceUUID(tag(1).id, "gone");
     manager_.start();
     for (std::size_t i = 0; i < 2; ++i) {
         EXPECT_EQ(seen(i).alpha, 0);
@@ -345,7 +345,7 @@ TEST_F(TagManagerTest, ThePeekKeyOnlyLogsWhileSharing) {
 
 TEST_F(TagManagerTest, LosesNothingInBadWeatherAndComesToRest) {
     hideDuringWork();
-    const auto tags = store_.tags;
+    const auto tags = store_.tags();
     struct Row {
         const char* name;
         std::function<void()> weather;
@@ -398,7 +398,7 @@ TEST_F(TagManagerTest, LosesNothingInBadWeatherAndComesToRest) {
         SCOPED_TRACE(row.name);
         row.weather();
         wait(12);
-        EXPECT_EQ(store_.tags, tags);
+        EXPECT_EQ(store_.tags(), tags);
         expectRest();
     }
 }
@@ -463,11 +463,11 @@ TEST_F(TagManagerTest, MakesATagOnTheCurrentSpace) {
     EXPECT_TRUE(seen(2).orderedIn && seen(backup(2)).orderedIn);
     EXPECT_EQ(manager_.activeTagID(), tag.id);
     EXPECT_EQ(manager_.tagIDForCurrentSpace(), tag.id);
-    EXPECT_EQ(TagStore(desktop_.files, desktop_.runLoop, "/data").tags, store_.tags);
+    EXPECT_EQ(TagStore(desktop_.files, desktop_.runLoop, "/data").tags(), store_.tags());
 }
 
 TEST_F(TagManagerTest, AssignsATagToAnotherSpace) {
-    store_.tags[1].spaceUUID = "gone";
+    store_.updateSpaceUUID(tag(1).id, "gone");
     start();
     int changes = 0;
     const auto subscription = manager_.subscribe([&] { ++changes; });
@@ -501,11 +501,11 @@ TEST_F(TagManagerTest, DeletesATagUntilThatIsTakenBack) {
     EXPECT_EQ(message, "Deleted “Mail”");
     EXPECT_EQ(manager_.windowFor(mail.id), nullptr);
     EXPECT_EQ(desktop_.windowSystem.windows.size(), windows - 2);
-    EXPECT_EQ(store_.tags.size(), 1U);
+    EXPECT_EQ(store_.tags().size(), 1U);
     undo();
     undo();
     settle();
-    ASSERT_EQ(store_.tags.size(), 2U);
+    ASSERT_EQ(store_.tags().size(), 2U);
     EXPECT_EQ(tag(1), mail);
     EXPECT_EQ(spacesOf(window(1)), std::vector{ManagedSpaceId{1}});
     EXPECT_TRUE(seen(1).orderedIn);
@@ -533,8 +533,8 @@ TEST_F(TagManagerTest, UpdatesATagInPlace) {
 }
 
 TEST_F(TagManagerTest, ListsSpacesAndTagsForTheMenu) {
-    store_.tags.push_back({TagID::random(), "Loose", "", {}, {}});
-    store_.tags.push_back({TagID::random(), "Second on A", "", {}, "A"});
+    store_.add({TagID::random(), "Loose", "", {}, {}});
+    store_.add({TagID::random(), "Second on A", "", {}, "A"});
     start();
     const auto rows = manager_.menuRows([] { return Texts{"C", "B", "A"}; });
     EXPECT_EQ(rows, (std::vector<MenuSpaceRow>{
@@ -574,7 +574,7 @@ TEST_F(TagManagerTest, FollowsTheSizeTheShapeAndTheScreens) {
     settings_.globalTagShape.set(TagShape::Pill);
     wait(0.001);
     EXPECT_NE(seen(0).layers.tintLayer.path, outline);
-    store_.tags[0].frame = Rect{1300, 850, 50, 50};
+    store_.updateFrame(tag(0).id, {1300, 850, 50, 50});
     desktop_.screens.setScreens({{platform::DisplayId{1}, {0, 0, 800, 600}, {0, 0, 800, 600}, 1}});
     settle();
     EXPECT_FALSE(tag(0).frame) << "on a screen that is gone";
