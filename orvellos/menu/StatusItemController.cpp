@@ -83,7 +83,10 @@ void StatusItemController::addHiddenState(Menu& menu) const {
         row.action = [&settings] { settings.killSwitchActive.set(false); };
     } else if (settings.visibilityMode.get() == TagVisibilityMode::HiddenDuringWork) {
         row.title = "Tags hidden during work — click to peek" + suffix(hotkey::peekTags);
-        row.action = [this] { services_.manager.peek(); };
+        row.action = [this] {
+            services_.manager.peekBegin();
+            services_.manager.peekEnd();
+        };
     } else {
         return;
     }
@@ -96,13 +99,12 @@ void StatusItemController::addWarnings(Menu& menu) const {
         menu.push_back({.title = std::string(kNoSpaceList), .toolTip = std::string(kNoSpaceListHelp)});
         menu.push_back({.kind = kSeparator});
     }
-    auto& navigation = services_.manager.navigation();
-    const auto remedy = navigation.neededRemedy();
+    const auto remedy = services_.manager.neededRemedy();
     if (!remedy) return;
     menu.push_back({.title = remedy == NavRemedy::Accessibility
                                  ? "⚠ Grant Accessibility to enable click-to-switch"
                                  : "⚠ Enable ⌃←/⌃→ to use click-to-switch",
-                    .action = [&navigation, remedy] { navigation.openSettings(*remedy); }});
+                    .action = [this, remedy] { services_.manager.openSettings(*remedy); }});
     menu.push_back({.kind = kSeparator});
 }
 
@@ -156,7 +158,7 @@ MenuItem StatusItemController::tagRow(const Tag& tag, std::string title, bool ch
                  .checked = checked,
                  .dot = tagColor(tag),
                  .toolTip = jumpToolTip("Jump to this Space")};
-    if (canJump()) row.action = [this, id = tag.id] { services_.manager.navigation().navigateToTagID(id); };
+    if (canJump()) row.action = [this, id = tag.id] { services_.manager.navigateToTagID(id); };
     return row;
 }
 
@@ -172,8 +174,7 @@ MenuItem StatusItemController::untaggedRow(const MenuSpaceRow& space) const {
                  .checked = space.isActive,
                  .hasFaintDot = true,
                  .toolTip = jumpToolTip(fmt::format("Jump to untagged Desktop {}", space.displayIndex))};
-    if (canJump())
-        row.action = [this, uuid = space.spaceUUID] { services_.manager.navigation().navigateToSpace(uuid); };
+    if (canJump()) row.action = [this, uuid = space.spaceUUID] { services_.manager.navigateToSpace(uuid); };
     return row;
 }
 

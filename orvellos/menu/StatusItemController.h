@@ -58,7 +58,7 @@ class StatusItemController {
     [[nodiscard]] std::string jumpToolTip(std::string_view text) const;
     [[nodiscard]] std::string suffix(const keyboard_shortcuts::Name& name) const;
     [[nodiscard]] const Tag* find(const std::optional<TagID>& id) const;
-    [[nodiscard]] bool canJump() const { return services_.manager.navigation().canJump(); }
+    [[nodiscard]] bool canJump() const { return !services_.manager.neededRemedy(); }
     void refreshLater();
 
     Services services_;

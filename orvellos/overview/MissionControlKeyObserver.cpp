@@ -2,8 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <utility>
-
 #include "orvellos/base/DebugLog.h"
 
 namespace orvellos {
@@ -30,6 +28,18 @@ void logKey(std::string_view what, const platform::KeyEvent& event) {
     logVerbose("MissionControlKeyObserver: {} (code={})", what, event.keyCode);
 }
 
+void report(const platform::KeyEvent& event, AnnouncingKeyListener& listener) {
+    const auto kind = classifyKey(event);
+    if (kind == AnnouncingKey::MissionControl) {
+        logKey("MC keystroke detected", event);
+        log(LogCategory::Mc, fmt::format("KEY: MC keystroke detected (code={})", event.keyCode));
+        listener.onMissionControlKeystroke();
+    } else if (kind == AnnouncingKey::SpaceSwitch) {
+        logKey("space-switch keystroke", event);
+        listener.onSpaceSwitchKeystroke();
+    }
+}
+
 }  // namespace
 
 AnnouncingKey classifyKey(const platform::KeyEvent& event) {
@@ -37,34 +47,19 @@ AnnouncingKey classifyKey(const platform::KeyEvent& event) {
     return switchesSpace(event) ? AnnouncingKey::SpaceSwitch : AnnouncingKey::None;
 }
 
-void MissionControlKeyObserver::start(std::function<void()> onMissionControl,
-                                      std::function<void()> onSpaceSwitch) {
-    callbacks_ =
-        std::make_shared<const Callbacks>(Callbacks{std::move(onMissionControl), std::move(onSpaceSwitch)});
+void MissionControlKeyObserver::start(AnnouncingKeyListener& listener) {
+    listener_ = std::make_shared<AnnouncingKeyListener*>(&listener);
     monitor_ = keys_.addGlobalKeyDownMonitor(
-        [this, weak = std::weak_ptr(callbacks_)](const platform::KeyEvent& event) {
+        [this, weak = std::weak_ptr(listener_)](const platform::KeyEvent& event) {
             runLoop_.post([weak, event] {
-                if (const auto callbacks = weak.lock()) callbacks->handle(event);
+                if (const auto told = weak.lock()) report(event, **told);
             });
         });
 }
 
-// A key that waits in the main queue is not reported any more.
 void MissionControlKeyObserver::stop() {
     monitor_.cancel();
-    callbacks_.reset();
-}
-
-void MissionControlKeyObserver::Callbacks::handle(const platform::KeyEvent& event) const {
-    const auto kind = classifyKey(event);
-    if (kind == AnnouncingKey::MissionControl) {
-        logKey("MC keystroke detected", event);
-        log(LogCategory::Mc, fmt::format("KEY: MC keystroke detected (code={})", event.keyCode));
-        onMissionControl();
-    } else if (kind == AnnouncingKey::SpaceSwitch) {
-        logKey("space-switch keystroke", event);
-        onSpaceSwitch();
-    }
+    listener_.reset();
 }
 
 }  // namespace orvellos

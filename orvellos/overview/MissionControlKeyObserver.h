@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <memory>
 
 #include "platform/Keys.h"
@@ -12,28 +11,31 @@ namespace orvellos {
 enum class AnnouncingKey { None, MissionControl, SpaceSwitch };
 [[nodiscard]] AnnouncingKey classifyKey(const platform::KeyEvent& event);
 
+// Is told of those keys.
+class AnnouncingKeyListener {
+  public:
+    virtual ~AnnouncingKeyListener() = default;
+
+    virtual void onMissionControlKeystroke() = 0;
+    virtual void onSpaceSwitchKeystroke() = 0;
+};
+
 // Watches the keyboard for the keys that open Mission Control or switch the Space. Main thread only.
 class MissionControlKeyObserver {
   public:
     MissionControlKeyObserver(platform::KeyMonitor& keys, platform::RunLoop& runLoop)
         : keys_(keys), runLoop_(runLoop) {}
 
-    // Watches with these callbacks instead of any earlier ones. They are called from the main queue, after
-    // the key event has been handled.
-    void start(std::function<void()> onMissionControl, std::function<void()> onSpaceSwitch);
+    // Tells this listener instead of any earlier one, from the main queue, after the key event has been
+    // handled.
+    void start(AnnouncingKeyListener& listener);
+    // Ends with what waits in the main queue.
     void stop();
 
   private:
-    struct Callbacks {
-        std::function<void()> onMissionControl;
-        std::function<void()> onSpaceSwitch;
-
-        void handle(const platform::KeyEvent& event) const;
-    };
-
     platform::KeyMonitor& keys_;
     platform::RunLoop& runLoop_;
-    std::shared_ptr<const Callbacks> callbacks_;
+    std::shared_ptr<AnnouncingKeyListener*> listener_;  // there while it is to be told
     platform::Subscription monitor_;
 };
 

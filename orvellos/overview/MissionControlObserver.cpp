@@ -209,7 +209,12 @@ void MissionControlObserver::open() {
     if (isActive_.get()) return;
     logVerbose("MissionControlObserver: open detected");
     logObserver("MC open detected (poll)");
-    isActive_.set(true);
+    setActive(true);
+}
+
+void MissionControlObserver::setActive(bool active) {
+    mcGate_.update(active, runLoop_.now());
+    isActive_.set(active);
 }
 
 void MissionControlObserver::followClose(const Detection& detection) {
@@ -235,7 +240,7 @@ void MissionControlObserver::followClose(const Detection& detection) {
         logVerbose("MissionControlObserver: close committed");
         logObserver(
             fmt::format("MC close committed (after {}ms idle debounce)", closeDebounceInMilliseconds()));
-        isActive_.set(false);
+        setActive(false);
     }
 }
 

@@ -78,7 +78,7 @@ class MissionControlObserver {
           defaults_(defaults),
           listChanges_(windows.onChanged([this] { listChanged(); })) {}
 
-    // Both are told on change only.
+    // Both are announced on change only.
     [[nodiscard]] Published<bool>& isActive() { return isActive_; }
     [[nodiscard]] Published<bool>& swipeTransitionInProgress() { return swipeTransitionInProgress_; }
 
@@ -86,6 +86,10 @@ class MissionControlObserver {
     void start();
     // Stops polling and forgets a pending close; both values stay as they are.
     void pause();
+    // Open, or closed at most two seconds ago.
+    [[nodiscard]] bool missionControlRecentlyActive() const {
+        return mcGate_.wasActiveRecently(runLoop_.now());
+    }
     [[nodiscard]] bool isPolling() const { return currentInterval_ > platform::Duration::zero(); }
     // Zero while paused.
     [[nodiscard]] platform::Duration currentInterval() const { return currentInterval_; }
@@ -108,12 +112,14 @@ class MissionControlObserver {
     [[nodiscard]] bool isInteresting(const Detection& detection);
     void open();
     void followClose(const Detection& detection);
+    void setActive(bool active);
 
     platform::RunLoop& runLoop_;
     platform::OnScreenWindows& windows_;
     const platform::DefaultsStore& defaults_;
     platform::Subscription listChanges_;
     Published<bool> isActive_{false};
+    MCActivityGate mcGate_;
     Published<bool> swipeTransitionInProgress_{false};
     platform::Timer timer_;
     platform::Duration currentInterval_{};

@@ -14,7 +14,7 @@ EditTagsList::EditTagsList(TagManager& manager, const SpaceIdentifier& spaces,
 
 std::vector<EditTagsList::Row> EditTagsList::rows() const {
     const auto active = manager_.tagIDForCurrentSpace();
-    const auto& orphans = manager_.binding().orphanedTagIDs().get();
+    const auto& orphans = manager_.orphanedTagIDs();
     std::vector<Row> rows;
     for (auto& tag : manager_.tagsSortedBySpaceOrder(spaces_.orderedSpaceUUIDs()))
         rows.push_back({tag, tag.id == active, orphans.contains(tag.id)});

@@ -70,10 +70,10 @@ class EditTagsList {
     void save();
     void cancelEdit();
 
-    void jump(const TagID& id) { manager_.navigation().navigateToTagID(id); }
+    void jump(const TagID& id) { manager_.navigateToTagID(id); }
     void reassign(const TagID& id) { manager_.assignTagToSpace(id); }
-    void alignAll(const TagID& id) { manager_.position().alignAllToTag(id); }
-    void relink(const TagID& id) { manager_.position().relinkToSharedPosition(id); }
+    void alignAll(const TagID& id) { manager_.alignAllToTag(id); }
+    void relink(const TagID& id) { manager_.relinkToSharedPosition(id); }
     void remove(const TagID& id) { manager_.deleteTag(id); }
     void showSettings() const { showSettings_(); }
 

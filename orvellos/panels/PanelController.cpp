@@ -218,11 +218,10 @@ std::vector<MenuSpaceRow> PanelController::spaceRows() const {
 }
 
 void PanelController::navigate(const MenuSpaceRow& row) {
-    auto& navigation = services_.manager.navigation();
     if (row.tag)
-        navigation.navigateToTagID(row.tag->id);
+        services_.manager.navigateToTagID(row.tag->id);
     else
-        navigation.navigateToSpace(row.spaceUUID);
+        services_.manager.navigateToSpace(row.spaceUUID);
 }
 
 void PanelController::tagFirstSpace() {

@@ -66,8 +66,7 @@ std::optional<NavRemedy> remedyFor(bool accessibilityOK, bool shortcutsOK) {
 // Where a navigation begins.
 
 bool NavController::navigateToTagID(const TagID& id) {
-    const auto tags = callbacks_.tagsProvider();
-    const auto* tag = tagWithID(tags, id);
+    const auto* tag = tagWithID(tags_.tagsProvider(), id);
     if (!tag) return false;
     const auto name = quotedLabel(tag->label);
     if (!tag->spaceUUID) {
@@ -145,9 +144,8 @@ void NavController::start(const std::string& uuid, std::optional<std::size_t> ta
                           std::string displayName) {
     const auto current = spaces_.currentSpaceIndexOnPointerDisplay().value_or(0);
     const int delta = target ? Distance{current, *target}.delta() : 0;
-    callbacks_.relocate();
-    if (settings_.showRevealOnSwipe.get() && !settings_.killSwitchActive.get())
-        callbacks_.beginTransientReveal();
+    tags_.relocate();
+    if (settings_.showRevealOnSwipe.get() && !settings_.killSwitchActive.get()) tags_.beginTransientReveal();
     const bool shortcutsOK = areShortcutsEnabled();
     const bool accessibilityOK = services_.permissions.isAccessibilityTrusted();
     say("  delta={} shortcutsOK={} accessibilityOK={}", delta, shortcutsOK, accessibilityOK);

@@ -43,11 +43,16 @@ struct NavServices {
     platform::UrlOpener& urls;
 };
 
-// What a navigation controller is given by its owner.
-struct NavCallbacks {
-    std::function<std::vector<Tag>()> tagsProvider;
-    std::function<void()> relocate;  // pins the tag windows to their Spaces
-    std::function<void()> beginTransientReveal;
+// The tags, as a navigation controller needs them.
+class NavigatedTags {
+  public:
+    virtual ~NavigatedTags() = default;
+
+    [[nodiscard]] virtual const std::vector<Tag>& tagsProvider() const = 0;
+    // Pins the tag windows to their Spaces.
+    virtual void relocate() = 0;
+    // Shows hidden tags for a glance.
+    virtual void beginTransientReveal() = 0;
 };
 
 // Takes the user to a Space. There are several ways, each with its own reasons to fail without a word, so
@@ -56,12 +61,8 @@ struct NavCallbacks {
 class NavController {
   public:
     NavController(const SpaceIdentifier& spaces, platform::RunLoop& runLoop, const Settings& settings,
-                  NavServices services, NavCallbacks callbacks)
-        : spaces_(spaces),
-          runLoop_(runLoop),
-          settings_(settings),
-          services_(services),
-          callbacks_(std::move(callbacks)) {}
+                  NavServices services, NavigatedTags& tags)
+        : spaces_(spaces), runLoop_(runLoop), settings_(settings), services_(services), tags_(tags) {}
 
     // To the tag's Space. False when there is no such tag, and when it has no Space that can be reached from
     // here, which an alert says.
@@ -135,7 +136,7 @@ class NavController {
     platform::RunLoop& runLoop_;
     const Settings& settings_;
     NavServices services_;
-    NavCallbacks callbacks_;
+    NavigatedTags& tags_;
     std::map<NavigationId, Navigation> navigations_;
     NavigationId lastNavigation_ = 0;
     std::int64_t generation_ = 0;  // of the newest sequence of keys; an older one stops

@@ -31,8 +31,7 @@ std::optional<Screen> screenUnder(const platform::Screens& screens, platform::Po
 }  // namespace
 
 std::optional<Tag> PositionController::tag(const TagID& id) const {
-    const auto tags = callbacks_.tagsProvider();
-    const auto* found = tagWithID(tags, id);
+    const auto* found = tagWithID(tags_.tagsProvider(), id);
     return found ? std::optional(*found) : std::nullopt;
 }
 
@@ -93,13 +92,13 @@ void PositionController::tagFrameChanged(const TagID& id, const Rect& newFrame, 
     const auto moved = tag(id);
     if (!moved) return;
     if (shiftHeld || moved->frame) {
-        callbacks_.updateFrameInStore(id, newFrame);
-        callbacks_.refreshTagsFromStore();
+        tags_.updateFrameInStore(id, newFrame);
+        tags_.refreshTagsFromStore();
     } else {
         setSharedPosition(*moved, newFrame);
         reapplyAnchoredFrames(id);
     }
-    if (const auto now = tag(id)) callbacks_.syncMCBackup(*now);
+    if (const auto now = tag(id)) tags_.syncMCBackup(*now);
 }
 
 void PositionController::setSharedPosition(const Tag& tag, const Rect& frame) {
@@ -112,35 +111,35 @@ void PositionController::setSharedPosition(const Tag& tag, const Rect& frame) {
 }
 
 void PositionController::reapplyAnchoredFrames(const TagID& except) {
-    for (const auto& tag : callbacks_.tagsProvider()) {
-        auto* window = callbacks_.windowFor(tag.id);
+    for (const auto& tag : tags_.tagsProvider()) {
+        auto* window = tags_.windowFor(tag.id);
         if (tag.id == except || tag.frame || !window) continue;
         moveHome(tag, *window);
-        callbacks_.syncMCBackup(tag);
+        tags_.syncMCBackup(tag);
     }
 }
 
 void PositionController::relinkToSharedPosition(const TagID& id) {
-    callbacks_.clearFrameInStore(id);
-    callbacks_.refreshTagsFromStore();
+    tags_.clearFrameInStore(id);
+    tags_.refreshTagsFromStore();
     const auto linked = tag(id);
-    auto* window = callbacks_.windowFor(id);
+    auto* window = tags_.windowFor(id);
     if (!linked || !window || !settings_.globalAnchoredPosition.get()) return;
     moveHome(*linked, *window);
-    callbacks_.syncMCBackup(*linked);
+    tags_.syncMCBackup(*linked);
 }
 
 void PositionController::alignAllToTag(const TagID& id) {
     const auto model = tag(id);
-    const auto* modelWindow = callbacks_.windowFor(id);
+    const auto* modelWindow = tags_.windowFor(id);
     if (!model || !modelWindow) return;
     setSharedPosition(*model, modelWindow->frame());
-    for (const auto& tag : callbacks_.tagsProvider())
-        if (tag.frame) callbacks_.clearFrameInStore(tag.id);
-    callbacks_.refreshTagsFromStore();
-    for (const auto& tag : callbacks_.tagsProvider())
-        if (auto* window = callbacks_.windowFor(tag.id)) moveHome(tag, *window);
-    callbacks_.syncAllMCBackups();
+    for (const auto& tag : tags_.tagsProvider())
+        if (tag.frame) tags_.clearFrameInStore(tag.id);
+    tags_.refreshTagsFromStore();
+    for (const auto& tag : tags_.tagsProvider())
+        if (auto* window = tags_.windowFor(tag.id)) moveHome(tag, *window);
+    tags_.syncAllMCBackups();
 }
 
 void PositionController::moveHome(const Tag& tag, TagWindow& window) const {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <optional>
 #include <vector>
 
@@ -14,15 +13,21 @@
 
 namespace orvellos {
 
-// What a position controller is given by its owner.
-struct PositionCallbacks {
-    std::function<std::vector<Tag>()> tagsProvider;
-    std::function<TagWindow*(const TagID&)> windowFor;  // null for a tag without a window
-    std::function<void(const TagID&, const platform::Rect&)> updateFrameInStore;
-    std::function<void(const TagID&)> clearFrameInStore;
-    std::function<void()> refreshTagsFromStore;
-    std::function<void(const Tag&)> syncMCBackup;
-    std::function<void()> syncAllMCBackups;
+// The tags and their windows, as a position controller needs them.
+class PlacedTags {
+  public:
+    virtual ~PlacedTags() = default;
+
+    [[nodiscard]] virtual const std::vector<Tag>& tagsProvider() const = 0;
+    // Null for a tag without a window.
+    [[nodiscard]] virtual TagWindow* windowFor(const TagID& id) const = 0;
+    virtual void updateFrameInStore(const TagID& id, const platform::Rect& frame) = 0;
+    virtual void clearFrameInStore(const TagID& id) = 0;
+    // Tells that stored tags have changed.
+    virtual void refreshTagsFromStore() = 0;
+    // Places the Mission Control backup of the tag's window for where the window is.
+    virtual void syncMCBackup(const Tag& tag) = 0;
+    virtual void syncAllMCBackups() = 0;
 };
 
 // Decides where on which screen a tag window belongs. A tag is anchored, at the one position that all such
@@ -31,13 +36,8 @@ struct PositionCallbacks {
 class PositionController {
   public:
     PositionController(const SpaceIdentifier& spaces, const platform::Screens& screens,
-                       const platform::TextMeasurer& textMeasurer, Settings& settings,
-                       PositionCallbacks callbacks)
-        : spaces_(spaces),
-          screens_(screens),
-          textMeasurer_(textMeasurer),
-          settings_(settings),
-          callbacks_(std::move(callbacks)) {}
+                       const platform::TextMeasurer& textMeasurer, Settings& settings, PlacedTags& tags)
+        : spaces_(spaces), screens_(screens), textMeasurer_(textMeasurer), settings_(settings), tags_(tags) {}
 
     // The screen that shows the tag's Space; none while the screens share their Spaces.
     [[nodiscard]] std::optional<platform::Screen> preferredScreen(const Tag& tag) const;
@@ -67,7 +67,7 @@ class PositionController {
     const platform::Screens& screens_;
     const platform::TextMeasurer& textMeasurer_;
     Settings& settings_;
-    PositionCallbacks callbacks_;
+    PlacedTags& tags_;
 };
 
 }  // namespace orvellos

@@ -6,8 +6,6 @@
 
 namespace orvellos {
 
-namespace {}  // namespace
-
 void RevealController::beginTransientReveal(bool lock) {
     const bool effectiveLock = lock || transientRevealLocked_;
     log(LogCategory::Nav,
@@ -21,8 +19,7 @@ void RevealController::beginTransientReveal(bool lock) {
     transientRevealLocked_ = effectiveLock;
     lockSafetyTimer_.cancel();
     if (effectiveLock) lockSafetyTimer_ = runLoop_.after(lockSafetyTimeout_, [this] { forceUnlock(); });
-    applyEffectiveSize();
-    callbacks_.reconcile();
+    applySizeAndReconcile();
     if (!effectiveLock) scheduleAutoHide(kGlance);
 }
 
@@ -49,24 +46,28 @@ void RevealController::autoHide() {
     log(LogCategory::Nav, "transient reveal timer FIRED — hiding");
     logTimeline("transient reveal END (auto-hide elapsed)");
     transientRevealActive_ = false;
-    applyEffectiveSize();
-    callbacks_.reconcile();
+    applySizeAndReconcile();
 }
 
 void RevealController::applyEffectiveSize() {
-    logTimeline(fmt::format("applyEffectiveSize: mcActive={} embiggen={} transient={}", missionControlActive,
+    logTimeline(fmt::format("applyEffectiveSize: mcActive={} embiggen={} transient={}", missionControlActive_,
                             settings_.embiggenAllTags.get(), transientRevealActive_));
     applySize(settings_.tagSize.get(), true);
     logTimeline("applyEffectiveSize: done");
 }
 
+void RevealController::applySizeAndReconcile() {
+    applyEffectiveSize();
+    reconciler_.reconcile();
+}
+
 void RevealController::applySize(TagSize size, bool animate) {
-    const auto tags = callbacks_.tagsProvider();
+    const auto& tags = tags_.tagsProvider();
     logVerbose("applySize: {} ({} tags)", rawValue(size), tags.size());
     logTimeline(fmt::format("applySize START: {} animate={} tags={}", rawValue(size), animate, tags.size()));
     for (const auto& tag : tags)
-        if (auto* window = callbacks_.windowFor(tag))
-            window->applyFrameAndSize(size, tag.label, callbacks_.homeTargetFrame(tag, size), animate);
+        if (auto* window = tags_.windowFor(tag.id))
+            window->applyFrameAndSize(size, tag.label, tags_.homeTargetFrame(tag, size), animate);
     logTimeline("applySize END");
 }
 

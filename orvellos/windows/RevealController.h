@@ -1,23 +1,26 @@
 #pragma once
 
-#include <functional>
-#include <optional>
 #include <vector>
 
 #include "orvellos/settings/Settings.h"
 #include "orvellos/tags/Tag.h"
 #include "orvellos/tags/TagStyle.h"
+#include "orvellos/windows/TagVisibility.h"
 #include "orvellos/windows/TagWindow.h"
 #include "platform/RunLoop.h"
 
 namespace orvellos {
 
-// What a reveal controller is given by its owner.
-struct RevealCallbacks {
-    std::function<std::vector<Tag>()> tagsProvider;
-    std::function<TagWindow*(const Tag&)> windowFor;  // null for a tag without a window
-    std::function<platform::Rect(const Tag&, TagSize)> homeTargetFrame;
-    std::function<void()> reconcile;
+// The tags and their windows, as a reveal controller needs them.
+class RevealedTags {
+  public:
+    virtual ~RevealedTags() = default;
+
+    [[nodiscard]] virtual const std::vector<Tag>& tagsProvider() const = 0;
+    // Null for a tag without a window.
+    [[nodiscard]] virtual TagWindow* windowFor(const TagID& id) const = 0;
+    // The frame of the tag's window at this size, at its place.
+    [[nodiscard]] virtual platform::Rect homeTargetFrame(const Tag& tag, TagSize size) const = 0;
 };
 
 // Keeps the two short-lived states that show tags which the visibility mode hides: Mission Control, and the
@@ -29,14 +32,17 @@ class RevealController {
     static constexpr platform::Duration kAfterPeek = platform::seconds(1.5);
     static constexpr platform::Duration kLockSafetyTimeout = platform::seconds(10);
 
-    RevealController(platform::RunLoop& runLoop, Settings& settings, RevealCallbacks callbacks,
-                     platform::Duration lockSafetyTimeout = kLockSafetyTimeout)
+    RevealController(platform::RunLoop& runLoop, Settings& settings, RevealedTags& tags,
+                     Reconciler& reconciler, platform::Duration lockSafetyTimeout = kLockSafetyTimeout)
         : runLoop_(runLoop),
           settings_(settings),
-          callbacks_(std::move(callbacks)),
+          tags_(tags),
+          reconciler_(reconciler),
           lockSafetyTimeout_(lockSafetyTimeout) {}
 
-    bool missionControlActive = false;  // written by the owner
+    // Whether Mission Control is on the screen, or about to be.
+    [[nodiscard]] bool missionControlActive() const { return missionControlActive_; }
+    void setMissionControlActive(bool active) { missionControlActive_ = active; }
     [[nodiscard]] bool transientRevealActive() const { return transientRevealActive_; }
 
     // Reveals the tags: for a glance, or until it is unlocked. A lock that is held stays.
@@ -47,6 +53,8 @@ class RevealController {
     void applySize(TagSize size, bool animate);
     // The same for the user's size, animated.
     void applyEffectiveSize();
+    // The same, and then what is seen.
+    void applySizeAndReconcile();
     void cancelTimers();
 
   private:
@@ -56,8 +64,10 @@ class RevealController {
 
     platform::RunLoop& runLoop_;
     Settings& settings_;
-    RevealCallbacks callbacks_;
+    RevealedTags& tags_;
+    Reconciler& reconciler_;
     const platform::Duration lockSafetyTimeout_;
+    bool missionControlActive_ = false;
     bool transientRevealActive_ = false;
     bool transientRevealLocked_ = false;
     platform::Timer transientRevealTimer_;

@@ -17,6 +17,8 @@ std::optional<std::string> otherSpace(const DriftDetector::Input& input,
     return std::nullopt;
 }
 
+constexpr auto kOrphanRecomputeDebounce = platform::seconds(0.06);
+
 }  // namespace
 
 std::vector<WindowDrift> DriftDetector::detect(std::span<const Input> inputs, const UuidLookup& spaceUUID) {
@@ -41,29 +43,25 @@ std::vector<WindowDrift> DriftDetector::acceptedDrifts(std::span<const WindowDri
     return accepted;
 }
 
-namespace {
-constexpr auto kOrphanRecomputeDebounce = platform::seconds(0.06);
-}
-
 void SpaceBindingController::relocate() {
     const auto drifts = spaces_.isSharedSpacesMode() ? std::vector<WindowDrift>() : detectDrifts();
     if (!drifts.empty()) {
         const auto accepted =
-            DriftDetector::acceptedDrifts(drifts, callbacks_.missionControlRecentlyActive());
+            DriftDetector::acceptedDrifts(drifts, missionControl_.missionControlRecentlyActive());
         if (accepted.size() < drifts.size())
             log(LogCategory::Nav,
                 fmt::format("relocate: rejecting {} of {} window drift(s) — macOS-driven relocation "
                             "signature; preserving stored bindings",
                             drifts.size() - accepted.size(), drifts.size()));
         for (const auto& drift : accepted) follow(drift);
-        if (!accepted.empty()) callbacks_.refreshTagsFromStore();
+        if (!accepted.empty()) tags_.refreshTagsFromStore();
     }
     enforce();
 }
 
 void SpaceBindingController::follow(const WindowDrift& drift) {
-    callbacks_.updateSpaceUUIDInStore(drift.tagID, drift.actualUUID);
-    const auto* window = callbacks_.windowFor(drift.tagID);
+    tags_.updateSpaceUUIDInStore(drift.tagID, drift.actualUUID);
+    const auto* window = tags_.windowFor(drift.tagID);
     if (!window) return;
     spaces_.removeWindow(window->windowNumber(), drift.storedUUID);
     if (const auto* backup = window->mcBackup())
@@ -72,8 +70,8 @@ void SpaceBindingController::follow(const WindowDrift& drift) {
 
 std::vector<WindowDrift> SpaceBindingController::detectDrifts() const {
     std::vector<DriftDetector::Input> inputs;
-    for (const auto& tag : callbacks_.tagsProvider()) {
-        const auto* window = tag.spaceUUID ? callbacks_.windowFor(tag.id) : nullptr;
+    for (const auto& tag : tags_.tagsProvider()) {
+        const auto* window = tag.spaceUUID ? tags_.windowFor(tag.id) : nullptr;
         const auto space = window ? spaces_.managedSpaceID(*tag.spaceUUID) : std::nullopt;
         if (!space) continue;
         inputs.push_back(
@@ -83,8 +81,8 @@ std::vector<WindowDrift> SpaceBindingController::detectDrifts() const {
 }
 
 void SpaceBindingController::enforce() {
-    for (const auto& tag : callbacks_.tagsProvider()) {
-        auto* window = callbacks_.windowFor(tag.id);
+    for (const auto& tag : tags_.tagsProvider()) {
+        auto* window = tags_.windowFor(tag.id);
         const auto space = window && tag.spaceUUID ? spaces_.managedSpaceID(*tag.spaceUUID) : std::nullopt;
         if (!space) continue;
         pin(tag, window->windowNumber(), *space, "main");
@@ -112,7 +110,7 @@ void SpaceBindingController::recomputeSpaceOrphans() {
         return;
     }
     std::set<TagID> orphans;
-    for (const auto& tag : callbacks_.tagsProvider())
+    for (const auto& tag : tags_.tagsProvider())
         if (tag.spaceUUID && !live.contains(*tag.spaceUUID)) orphans.insert(tag.id);
     if (orphans == orphanedTagIDs_.get()) return;
     logVerbose("recomputeSpaceOrphans: {} → {} orphaned tag(s)", orphanedTagIDs_.get().size(),
@@ -124,7 +122,7 @@ void SpaceBindingController::scheduleOrphanRecompute() {
     orphanRecomputeDebounce_ = runLoop_.after(kOrphanRecomputeDebounce, [this] {
         const auto before = orphanedTagIDs_.get();
         recomputeSpaceOrphans();
-        if (orphanedTagIDs_.get() != before) callbacks_.reconcile();
+        if (orphanedTagIDs_.get() != before) reconciler_.reconcile();
     });
 }
 
@@ -132,12 +130,12 @@ void SpaceBindingController::healOrphanedDetachedTags() {
     const auto screens = screens_.screens();
     if (screens.empty()) return;
     std::vector<TagID> lost;
-    for (const auto& tag : callbacks_.tagsProvider())
+    for (const auto& tag : tags_.tagsProvider())
         if (tag.frame && !platform::screenAt(screens, tag.frame->center())) lost.push_back(tag.id);
     if (lost.empty()) return;
     logVerbose("healOrphanedDetachedTags: clearing frames for {} orphaned tag(s)", lost.size());
-    for (const auto& id : lost) callbacks_.clearFrameInStore(id);
-    callbacks_.refreshTagsFromStore();
+    for (const auto& id : lost) tags_.clearFrameInStore(id);
+    tags_.refreshTagsFromStore();
 }
 
 }  // namespace orvellos

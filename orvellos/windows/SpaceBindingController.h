@@ -9,8 +9,10 @@
 #include <vector>
 
 #include "orvellos/base/Published.h"
+#include "orvellos/overview/MissionControlObserver.h"
 #include "orvellos/spaces/SpaceIdentifier.h"
 #include "orvellos/tags/Tag.h"
+#include "orvellos/windows/TagVisibility.h"
 #include "orvellos/windows/TagWindow.h"
 #include "platform/Spaces.h"
 
@@ -47,15 +49,18 @@ class DriftDetector {
                                                                  bool missionControlRecentlyActive);
 };
 
-// What a binding controller is given by its owner.
-struct BindingCallbacks {
-    std::function<std::vector<Tag>()> tagsProvider;
-    std::function<TagWindow*(const TagID&)> windowFor;  // null for a tag without a window
-    std::function<void(const TagID&, const std::string& spaceUUID)> updateSpaceUUIDInStore;
-    std::function<void(const TagID&)> clearFrameInStore;
-    std::function<void()> refreshTagsFromStore;
-    std::function<void()> reconcile;
-    std::function<bool()> missionControlRecentlyActive;
+// The tags and their windows, as a binding controller needs them.
+class BoundTags {
+  public:
+    virtual ~BoundTags() = default;
+
+    [[nodiscard]] virtual const std::vector<Tag>& tagsProvider() const = 0;
+    // Null for a tag without a window.
+    [[nodiscard]] virtual TagWindow* windowFor(const TagID& id) const = 0;
+    virtual void updateSpaceUUIDInStore(const TagID& id, const std::string& spaceUUID) = 0;
+    virtual void clearFrameInStore(const TagID& id) = 0;
+    // Tells that stored tags have changed.
+    virtual void refreshTagsFromStore() = 0;
 };
 
 // Keeps tag windows and stored bindings in agreement: pins every window to its tag's Space, lets the binding
@@ -64,8 +69,14 @@ struct BindingCallbacks {
 class SpaceBindingController {
   public:
     SpaceBindingController(const SpaceIdentifier& spaces, const platform::Screens& screens,
-                           platform::RunLoop& runLoop, BindingCallbacks callbacks)
-        : spaces_(spaces), screens_(screens), runLoop_(runLoop), callbacks_(std::move(callbacks)) {}
+                           platform::RunLoop& runLoop, const MissionControlObserver& missionControl,
+                           BoundTags& tags, Reconciler& reconciler)
+        : spaces_(spaces),
+          screens_(screens),
+          runLoop_(runLoop),
+          missionControl_(missionControl),
+          tags_(tags),
+          reconciler_(reconciler) {}
 
     // Follows the drifts to accept, then pins every window.
     void relocate();
@@ -79,6 +90,7 @@ class SpaceBindingController {
     void scheduleOrphanRecompute();
     void cancelTimers() { orphanRecomputeDebounce_.cancel(); }
     [[nodiscard]] Published<std::set<TagID>>& orphanedTagIDs() { return orphanedTagIDs_; }
+    [[nodiscard]] const Published<std::set<TagID>>& orphanedTagIDs() const { return orphanedTagIDs_; }
 
     // Takes saved places away whose centre is on no screen. Without any screen nothing is touched: that is
     // how a screen looks that is being switched.
@@ -92,7 +104,9 @@ class SpaceBindingController {
     const SpaceIdentifier& spaces_;
     const platform::Screens& screens_;
     platform::RunLoop& runLoop_;
-    BindingCallbacks callbacks_;
+    const MissionControlObserver& missionControl_;
+    BoundTags& tags_;
+    Reconciler& reconciler_;
     Published<std::set<TagID>> orphanedTagIDs_;
     platform::Timer orphanRecomputeDebounce_;
 };

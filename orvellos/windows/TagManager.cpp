@@ -1,214 +1,101 @@
 #include "orvellos/windows/TagManager.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 
 #include "orvellos/base/DebugLog.h"
-#include "orvellos/base/Describe.h"
 #include "orvellos/tags/Labels.h"
 
 namespace orvellos {
 
-namespace {
-
-using platform::Rect;
-
-constexpr double kHeaderBarFraction = 0.2;
-constexpr double kSmallestHeaderBar = 80;
-
-// How a reveal finds a window, for the log.
-std::string revealCase(double alpha) {
-    if (alpha >= 1) return "reforce@1";
-    return alpha <= 0 ? "fresh" : fmt::format("cancel-fade@{:.2f}", alpha);
-}
-
-}  // namespace
-
 TagManager::TagManager(const Services& services, TagStore& store)
-    : services_(services),
-      store_(store),
+    : store_(store),
+      spaces_(services.spaces),
       settings_(services.windows.settings),
-      runLoop_(services.windows.runLoop),
-      binding_(services.spaces, services.screens, runLoop_, bindingCallbacks()),
-      reveal_(runLoop_, settings_, revealCallbacks()),
-      position_(services.spaces, services.screens, services.windows.textMeasurer, settings_,
-                positionCallbacks()),
-      navigation_(services.spaces, runLoop_, settings_, services.navigation, navCallbacks()),
-      missionControl_(runLoop_, services.onScreenWindows, settings_.defaults()),
-      missionControlKey_(services.keys, runLoop_),
-      clickThrough_(runLoop_, services.screens, [this] { return mainWindows(); }) {}
+      windows_(services.windows, services.spaces, store, position_, changed_,
+               [this] {
+                   if (onTagClicked) onTagClicked();
+               }),
+      clickThrough_(services.windows.runLoop, services.screens, [this] { return windows_.mainWindows(); }),
+      visibility_({.spaces = services.spaces,
+                   .settings = services.windows.settings,
+                   .editingContext = services.windows.editingContext,
+                   .windows = windows_,
+                   .binding = binding_,
+                   .reveal = reveal_,
+                   .clickThrough = clickThrough_},
+                  changed_),
+      missionControl_(services.windows.runLoop, services.onScreenWindows,
+                      services.windows.settings.defaults()),
+      binding_(services.spaces, services.screens, services.windows.runLoop, missionControl_, windows_,
+               visibility_),
+      reveal_(services.windows.runLoop, services.windows.settings, windows_, visibility_),
+      position_(services.spaces, services.screens, services.windows.textMeasurer, services.windows.settings,
+                windows_),
+      navigation_(services.spaces, services.windows.runLoop, services.windows.settings, services.navigation,
+                  *this),
+      preview_({.runLoop = services.windows.runLoop,
+                .launcher = services.launcher,
+                .settings = services.windows.settings,
+                .missionControl = missionControl_,
+                .reveal = reveal_}),
+      events_({.runLoop = services.windows.runLoop,
+               .windowSystem = services.windows.windowSystem,
+               .spaceNotifications = services.spaceNotifications,
+               .screens = services.screens,
+               .session = services.session,
+               .keys = services.keys,
+               .settings = services.windows.settings,
+               .editingContext = services.windows.editingContext},
+              {.spaces = services.spaces,
+               .windows = windows_,
+               .binding = binding_,
+               .reveal = reveal_,
+               .reconciler = visibility_,
+               .navigation = navigation_,
+               .missionControl = missionControl_,
+               .preview = preview_,
+               .clickThrough = clickThrough_}) {}
 
 TagManager::~TagManager() {
     stop();
 }
 
-BindingCallbacks TagManager::bindingCallbacks() {
-    return {[this] { return tags(); },
-            [this](const TagID& id) { return windowFor(id); },
-            [this](const TagID& id, const std::string& uuid) { store_.updateSpaceUUID(id, uuid); },
-            [this](const TagID& id) { store_.clearFrame(id); },
-            [this] { tagsChanged(); },
-            [this] { reconcile(); },
-            [this] { return missionControlRecentlyActive(); }};
-}
-
-PositionCallbacks TagManager::positionCallbacks() {
-    return {[this] { return tags(); },
-            [this](const TagID& id) { return windowFor(id); },
-            [this](const TagID& id, const Rect& frame) { store_.updateFrame(id, frame); },
-            [this](const TagID& id) { store_.clearFrame(id); },
-            [this] { tagsChanged(); },
-            [this](const Tag& tag) { syncMCBackupFrame(tag); },
-            [this] { syncAllMCBackups(); }};
-}
-
-RevealCallbacks TagManager::revealCallbacks() {
-    return {[this] { return tags(); }, [this](const Tag& tag) { return windowFor(tag.id); },
-            [this](const Tag& tag, TagSize size) {
-                const auto* window = windowFor(tag.id);
-                return position_.homeTargetFrame(tag, size, window ? window->frame() : Rect());
-            },
-            [this] { reconcile(); }};
-}
-
-NavCallbacks TagManager::navCallbacks() {
-    return {[this] { return tags(); }, [this] { binding_.relocate(); },
-            [this] { reveal_.beginTransientReveal(false); }};
-}
-
-TagWindow* TagManager::windowFor(const TagID& id) const {
-    const auto found = windows_.find(id);
-    return found == windows_.end() ? nullptr : found->second.get();
-}
-
-std::vector<TagWindow*> TagManager::mainWindows() const {
-    std::vector<TagWindow*> windows;
-    for (const auto& [id, window] : windows_) windows.push_back(window.get());
-    return windows;
-}
-
-bool TagManager::isTagWindow(platform::WindowNumber number) const {
-    return std::ranges::any_of(windows_, [&](const auto& entry) {
-        const auto& window = *entry.second;
-        return window.windowNumber() == number || window.mcBackup()->windowNumber() == number;
-    });
-}
-
-void TagManager::tagsChanged() {
-    changed_.notify();
-}
-
-// Windows.
-
-void TagManager::makeWindow(const Tag& tag) {
-    auto window = std::make_unique<TagWindow>(
-        services_.windows, tag, settings_.tagSize.get(), windows_.size(),
-        [this, id = tag.id](const Rect& frame, bool shift) { position_.tagFrameChanged(id, frame, shift); },
-        [this] {
-            if (onTagClicked) onTagClicked();
-        });
-    window->setPreferredScreenProvider([this, id = tag.id]() -> std::optional<platform::Screen> {
-        const auto* known = tagWithID(tags(), id);
-        return known ? position_.preferredScreen(*known) : std::nullopt;
-    });
-    windows_[tag.id] = std::move(window);
-}
-
-// What the first decision would fade out must not be seen before it.
-void TagManager::hideFromTheStart() {
-    const bool hidden = decideVisibility(visibilityInputs()) == TagVisibility::Hide;
-    for (const auto& [id, window] : windows_)
-        if (hidden || binding_.orphanedTagIDs().get().contains(id)) hideAtOnce(*window);
-}
-
-void TagManager::hideAtOnce(TagWindow& window) {
-    window.setAlphaValue(0);
-    window.setIgnoresMouseEvents(true);
-    window.mcBackup()->setAlphaValue(0);
-}
-
-void TagManager::bringInPlacedWindows() {
-    for (const auto& tag : tags()) {
-        const auto* window = windowFor(tag.id);
-        if (window && !window->state().visible) bringToFront(tag);
-    }
-}
-
-// A window whose Space cannot be told yet would come up on whatever Space is current, so it waits.
-void TagManager::bringToFront(const Tag& tag) {
-    auto& window = *windowFor(tag.id);
-    const bool isPlaced = !tag.spaceUUID || services_.spaces.managedSpaceID(*tag.spaceUUID);
-    if (!isPlaced && !window.state().visible) return;
-    window.orderFrontRegardless();
-    window.mcBackup()->orderFrontRegardless();
-}
-
-void TagManager::showNewWindow(const Tag& tag) {
-    makeWindow(tag);
-    auto& window = *windowFor(tag.id);
-    if (settings_.killSwitchActive.get()) hideAtOnce(window);
-    bringToFront(tag);
-    syncMCBackupFrame(tag);
-    if (tag.spaceUUID) pinToSpace(window, *tag.spaceUUID);
+void TagManager::start() {
+    orphansChanged_ = binding_.orphanedTagIDs().subscribe([this](const auto&) { changed_.notify(); });
+    for (const auto& tag : tags()) windows_.make(tag);
     binding_.recomputeSpaceOrphans();
+    visibility_.hideFromTheStart();
+    windows_.bringInPlacedWindows();
+    windows_.sendHome();
+    binding_.relocate();
+    events_.start();
     reconcile();
 }
 
-void TagManager::pinToSpace(const TagWindow& window, const std::string& spaceUUID) const {
-    services_.spaces.moveWindow(window.windowNumber(), spaceUUID);
-    services_.spaces.moveWindow(window.mcBackup()->windowNumber(), spaceUUID);
-}
-
-void TagManager::sendHome(const Tag& tag) {
-    auto* window = windowFor(tag.id);
-    if (!window) return;
-    const Rect home = position_.homeTargetFrame(tag, window->currentSize(), window->frame());
-    window->setFrameWithoutPersisting(home, false);
-    syncMCBackupFrame(tag);
-}
-
-void TagManager::syncAllMCBackups() {
-    for (const auto& tag : tags()) syncMCBackupFrame(tag);
-}
-
-void TagManager::syncMCBackupFrame(const Tag& tag, const std::optional<Rect>& base) {
-    auto* window = windowFor(tag.id);
-    auto* backup = window ? window->mcBackup() : nullptr;
-    if (!backup) return;
-    const Rect requested = backupFrame(tag, base.value_or(window->frame()));
-    backup->setFrameWithoutPersisting(requested, false);
-    if (debugEchoEnabled())
-        log(LogCategory::Mc,
-            fmt::format("[verbose] syncMCBackupFrame[{}] style={} requested={} actual={}",
-                        redactedLabel(tag.label), rawValue(settings_.missionControlStyle.get()),
-                        describe(requested), describe(backup->frame())));
-}
-
-Rect TagManager::backupFrame(const Tag& tag, const Rect& base) const {
-    const auto style = settings_.missionControlStyle.get();
-    if (style == MissionControlStyle::Pill)
-        return position_.homeTargetFrame(tag, TagSize::MissionControl, base);
-    const auto preferred = position_.preferredScreen(tag);
-    const auto screen = preferred ? preferred : services_.screens.mainScreen();
-    if (!screen) return base;
-    const Rect& frame = screen->frame;
-    if (style == MissionControlStyle::Fullscreen) return frame;
-    const double height = std::max(frame.height * kHeaderBarFraction, kSmallestHeaderBar);
-    return {frame.minX(), frame.maxY() - height, frame.width, height};
-}
-
-void TagManager::refreshAllWindowShapes() {
-    logVerbose("refreshAllWindowShapes: shape={} ({} windows)", rawValue(settings_.globalTagShape.get()),
-               windows_.size());
-    for (auto* window : mainWindows()) window->refreshShape();
+void TagManager::stop() {
+    orphansChanged_.cancel();
+    events_.stop();
+    preview_.cancelTimers();
+    navigation_.cancel();
+    reveal_.cancelTimers();
+    binding_.cancelTimers();
 }
 
 // What the user does with tags.
 
 std::optional<std::string> TagManager::spaceForNewTag() const {
-    auto space = services_.spaces.currentSpaceUUIDOnPointerDisplay();
-    return space ? space : services_.spaces.currentSpaceUUID();
+    auto space = spaces_.currentSpaceUUIDOnPointerDisplay();
+    return space ? space : spaces_.currentSpaceUUID();
+}
+
+void TagManager::showNewWindow(const Tag& tag) {
+    auto& window = windows_.make(tag);
+    if (settings_.killSwitchActive.get()) window.hideInstantly();
+    windows_.bringToFront(tag);
+    windows_.syncMCBackupFrame(tag);
+    if (tag.spaceUUID) windows_.pinToSpace(window, *tag.spaceUUID);
+    binding_.recomputeSpaceOrphans();
+    reconcile();
 }
 
 Tag TagManager::createTag(const std::string& label, const std::string& colorHex,
@@ -216,7 +103,7 @@ Tag TagManager::createTag(const std::string& label, const std::string& colorHex,
     if (!spaceUUID) spaceUUID = spaceForNewTag();
     Tag tag{TagID::random(), label, colorHex, {}, std::move(spaceUUID)};
     store_.add(tag);
-    tagsChanged();
+    changed_.notify();
     showNewWindow(tag);
     return tag;
 }
@@ -229,15 +116,12 @@ void TagManager::assignTagToSpace(const TagID& id, std::optional<std::string> sp
     if (target) {
         const auto former = tag->spaceUUID;
         store_.updateSpaceUUID(id, *target);
-        tagsChanged();
-        if (former && former != target) {
-            services_.spaces.removeWindow(window->windowNumber(), *former);
-            services_.spaces.removeWindow(window->mcBackup()->windowNumber(), *former);
-        }
-        pinToSpace(*window, *target);
+        changed_.notify();
+        if (former && former != target) windows_.takeOffSpace(*window, *former);
+        windows_.pinToSpace(*window, *target);
         binding_.recomputeSpaceOrphans();
     }
-    bringToFront(*tagWithID(tags(), id));
+    windows_.bringToFront(*tagWithID(tags(), id));
     window->flash();
     reconcile();
 }
@@ -249,21 +133,18 @@ void TagManager::updateTag(const TagID& id, const std::string& label, const std:
     tag.label = label;
     tag.colorHex = colorHex;
     store_.update(tag);
-    tagsChanged();
+    changed_.notify();
     if (auto* window = windowFor(id)) window->update(tag);
-    syncMCBackupFrame(tag);
+    windows_.syncMCBackupFrame(tag);
 }
 
 void TagManager::deleteTag(const TagID& id) {
     const auto* known = tagWithID(tags(), id);
     if (!known) return;
     const Tag tag = *known;
-    if (const auto window = windows_.extract(id)) {
-        window.mapped()->mcBackup()->orderOut();
-        window.mapped()->orderOut();
-    }
+    windows_.remove(id);
     store_.remove(tag.id);
-    tagsChanged();
+    changed_.notify();
     reconcile();
     if (showUndoToast) showUndoToast("Deleted " + quotedLabel(tag.label), [this, tag] { restoreTag(tag); });
 }
@@ -271,7 +152,7 @@ void TagManager::deleteTag(const TagID& id) {
 void TagManager::restoreTag(const Tag& tag) {
     if (tagWithID(tags(), tag.id)) return;
     store_.add(tag);
-    tagsChanged();
+    changed_.notify();
     showNewWindow(tag);
 }
 
@@ -281,7 +162,7 @@ std::vector<MenuSpaceRow> TagManager::menuRows(
     const std::function<std::vector<std::string>()>& orderedSpaceUUIDs) const {
     const auto uuids = orderedSpaceUUIDs();
     if (uuids.empty()) return {};
-    const auto current = services_.spaces.currentSpaceUUIDOnPointerDisplay();
+    const auto current = spaces_.currentSpaceUUIDOnPointerDisplay();
     std::vector<MenuSpaceRow> rows;
     for (const auto& uuid : uuids) {
         const auto* tag = firstTagOfSpace(tags(), uuid);
@@ -291,8 +172,8 @@ std::vector<MenuSpaceRow> TagManager::menuRows(
 }
 
 std::optional<TagID> TagManager::tagIDForCurrentSpace() const {
-    const auto current = services_.spaces.currentSpaceUUIDOnPointerDisplay();
-    if (!current) return activeTagID_;
+    const auto current = spaces_.currentSpaceUUIDOnPointerDisplay();
+    if (!current) return activeTagID();
     const auto* tag = firstTagOfSpace(tags(), current);
     return tag ? std::optional(tag->id) : std::nullopt;
 }
@@ -306,100 +187,19 @@ std::vector<Tag> TagManager::tagsSortedBySpaceOrder(std::span<const std::string>
     return sorted;
 }
 
-// What is seen.
+// Peeking.
 
-VisibilityInputs TagManager::visibilityInputs() const {
-    return {settings_.visibilityMode.get(),  settings_.killSwitchActive.get(),
-            reveal_.transientRevealActive(), services_.windows.editingContext.isActive().get(),
-            reveal_.missionControlActive,    settings_.embiggenAllTags.get()};
-}
-
-void TagManager::reconcile() {
-    const auto inputs = visibilityInputs();
-    if (debugEchoEnabled())
-        logVerbose("reconcile: mode={} kill={} mcActive={} privateAPI=true currentUUID={}",
-                   rawValue(inputs.mode), inputs.killSwitch, inputs.missionControl,
-                   services_.spaces.currentSpaceUUID().value_or("nil"));
-    log(LogCategory::Nav,
-        fmt::format("reconcile: mode={} kill={} transientReveal={} editing={} mcActive={} embiggen={} "
-                    "orphaned={}",
-                    rawValue(inputs.mode), inputs.killSwitch, inputs.transientReveal, inputs.editing,
-                    inputs.missionControl, inputs.embiggen, binding_.orphanedTagIDs().get().size()));
-    for (const auto& tag : tags()) {
-        if (binding_.orphanedTagIDs().get().contains(tag.id))
-            hideOrphan(tag);
-        else
-            reconcileTag(tag, inputs);
+void TagManager::peekBegin() {
+    if (settings_.killSwitchActive.get()) {
+        logTimeline("peek: suppressed (kill switch active)");
+        return;
     }
-    // A window that was shown takes the mouse until it is known where the pointer is: at once, so that
-    // nothing is asked of the window system for nothing.
-    if (clickThrough_.timerHz() > 0) clickThrough_.tick();
-    updateActiveTag();
+    logTimeline("peek: begin (hold)");
+    reveal_.beginTransientReveal(true);
 }
 
-void TagManager::hideOrphan(const Tag& tag) {
-    log(LogCategory::Nav, fmt::format("  tag='{}' uuid={} decision=orphan-hide", redactedLabel(tag.label),
-                                      tag.spaceUUID.value_or("nil")));
-    auto* window = windowFor(tag.id);
-    if (!window) return;
-    if (!window->restsAtAlpha(0)) window->fade(false);
-    window->mcBackup()->setAlphaValue(0);
-}
-
-void TagManager::reconcileTag(const Tag& tag, const VisibilityInputs& inputs) {
-    const auto decision = decideVisibility(inputs);
-    const auto label = redactedLabel(tag.label);
-    log(LogCategory::Nav, fmt::format("  tag='{}' uuid={} decision={}", label, tag.spaceUUID.value_or("nil"),
-                                      caseName(decision)));
-    auto* window = windowFor(tag.id);
-    if (!window) return;
-    auto& backup = *window->mcBackup();
-    const bool seenThroughBackup = decision == TagVisibility::Show && showsBackups(inputs);
-    if (seenThroughBackup) {
-        window->setAlphaValue(0);
-        window->setIgnoresMouseEvents(true);
-        backup.setAlphaValue(1);
-    } else if (decision == TagVisibility::Show) {
-        showWindow(tag, *window, inputs.transientReveal);
-    } else if (!window->restsAtAlpha(0)) {
-        logTimeline(fmt::format("hide '{}': fade-out alpha={:.2f}", label, window->alphaValue()));
-        window->fade(false);
-    }
-    if (!seenThroughBackup && !backup.restsAtAlpha(0)) backup.fade(false);
-    log(LogCategory::Nav,
-        fmt::format("    window α={:#} backup α={:#} frame={} onActiveSpace={}", window->alphaValue(),
-                    backup.alphaValue(), describe(window->frame()), window->state().onActiveSpace));
-}
-
-void TagManager::showWindow(const Tag& tag, TagWindow& window, bool transientReveal) const {
-    const auto alpha = window.alphaValue();
-    if (transientReveal) {
-        const auto state = window.state();
-        logTimeline(fmt::format("reveal '{}': instant {} onSpace={} occ={}", redactedLabel(tag.label),
-                                revealCase(alpha), state.onActiveSpace ? "Y" : "N",
-                                state.unobscured ? "vis" : "hidden"));
-        window.revealInstantly();
-    } else if (!window.restsAtAlpha(1)) {
-        logTimeline(fmt::format("reveal '{}': fade-in alpha={:.2f}", redactedLabel(tag.label), alpha));
-        window.fade(true);
-    }
-}
-
-void TagManager::updateActiveTag() {
-    const auto* active = firstTagOfSpace(tags(), services_.spaces.currentSpaceUUID());
-    if (!active) {
-        const auto isSeen = [this](const Tag& tag) {
-            const auto* window = windowFor(tag.id);
-            const auto state = window ? window->state() : platform::WindowState();
-            return state.visible && state.onActiveSpace;
-        };
-        const auto seen = std::ranges::find_if(tags(), isSeen);
-        if (seen != tags().end()) active = &*seen;
-    }
-    const auto id = active ? std::optional(active->id) : std::nullopt;
-    if (id == activeTagID_) return;
-    activeTagID_ = id;
-    changed_.notify();
+void TagManager::peekEnd() {
+    reveal_.unlockTransientReveal(RevealController::kAfterPeek);
 }
 
 }  // namespace orvellos

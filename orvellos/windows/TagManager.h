@@ -1,33 +1,24 @@
 #pragma once
 
 #include <functional>
-#include <map>
-#include <memory>
 #include <optional>
+#include <set>
 #include <span>
 #include <string>
 #include <vector>
 
-#include "orvellos/overview/MissionControlKeyObserver.h"
-#include "orvellos/overview/MissionControlObserver.h"
 #include "orvellos/spaces/NavController.h"
 #include "orvellos/tags/TagStore.h"
-#include "orvellos/windows/ClickThroughController.h"
 #include "orvellos/windows/MenuSpaceRow.h"
-#include "orvellos/windows/PositionController.h"
-#include "orvellos/windows/RevealController.h"
-#include "orvellos/windows/SpaceBindingController.h"
-#include "orvellos/windows/TagVisibility.h"
-#include "orvellos/windows/TagWindow.h"
-#include "platform/Processes.h"
-#include "platform/Session.h"
-#include "platform/Spaces.h"
+#include "orvellos/windows/TagEvents.h"
+#include "orvellos/windows/TagWindows.h"
+#include "orvellos/windows/VisibilityController.h"
 
 namespace orvellos {
 
-// Owns the tags, their windows and the controllers that act on them. Answers every event with the same step,
-// `reconcile`, which decides what of each tag is seen. Main thread only.
-class TagManager {
+// What the user can do with tags, and what menus and panels want to know of them. Owns the windows of the
+// tags and the controllers that act on them. Main thread only.
+class TagManager final : private NavigatedTags {
   public:
     struct Services {
         TagWindowServices windows;
@@ -43,7 +34,7 @@ class TagManager {
 
     // The store and the services outlive the manager.
     TagManager(const Services& services, TagStore& store);
-    ~TagManager();
+    ~TagManager() override;
     TagManager(const TagManager&) = delete;
     TagManager& operator=(const TagManager&) = delete;
 
@@ -51,23 +42,23 @@ class TagManager {
     void start();
     // Ends the following of events and all that is pending; the windows stay.
     void stop();
-    void reconcile();
+    void reconcile() { visibility_.reconcile(); }
 
     [[nodiscard]] const std::vector<Tag>& tags() const { return store_.tags(); }
     // The tag of the current Space.
-    [[nodiscard]] const std::optional<TagID>& activeTagID() const { return activeTagID_; }
+    [[nodiscard]] const std::optional<TagID>& activeTagID() const { return visibility_.activeTagID(); }
+    // The tags whose Space does not exist.
+    [[nodiscard]] const std::set<TagID>& orphanedTagIDs() const { return binding_.orphanedTagIDs().get(); }
     // Called when the tags, the active tag or the set of orphans changed.
     platform::Subscription subscribe(std::function<void()> callback) {
         return changed_.subscribe(std::move(callback));
     }
     // Null for a tag without a window.
-    [[nodiscard]] TagWindow* windowFor(const TagID& id) const;
-    [[nodiscard]] MissionControlObserver& missionControl() { return missionControl_; }
-    [[nodiscard]] PositionController& position() { return position_; }
-    [[nodiscard]] SpaceBindingController& binding() { return binding_; }
-    [[nodiscard]] NavController& navigation() { return navigation_; }
+    [[nodiscard]] TagWindow* windowFor(const TagID& id) const { return windows_.windowFor(id); }
     // Whether the window is a tag's, or its backup.
-    [[nodiscard]] bool isTagWindow(platform::WindowNumber window) const;
+    [[nodiscard]] bool isTagWindow(platform::WindowNumber window) const {
+        return windows_.isTagWindow(window);
+    }
 
     // Called when a tag window is clicked.
     std::function<void()> onTagClicked;
@@ -84,6 +75,16 @@ class TagManager {
     void deleteTag(const TagID& id);
     // Puts a deleted tag back; nothing when a tag has its id.
     void restoreTag(const Tag& tag);
+    // See PositionController.
+    void relinkToSharedPosition(const TagID& id) { position_.relinkToSharedPosition(id); }
+    void alignAllToTag(const TagID& id) { position_.alignAllToTag(id); }
+
+    // See NavController.
+    bool navigateToTagID(const TagID& id) { return navigation_.navigateToTagID(id); }
+    bool navigateToSpace(const std::string& uuid) { return navigation_.navigateToSpace(uuid); }
+    [[nodiscard]] bool areShortcutsEnabled() const { return navigation_.areShortcutsEnabled(); }
+    [[nodiscard]] std::optional<NavRemedy> neededRemedy() const { return navigation_.neededRemedy(); }
+    void openSettings(NavRemedy remedy) { navigation_.openSettings(remedy); }
 
     // One row for each of the Spaces.
     [[nodiscard]] std::vector<MenuSpaceRow> menuRows(
@@ -93,93 +94,37 @@ class TagManager {
     // By the place of their Space in the list, then those without one.
     [[nodiscard]] std::vector<Tag> tagsSortedBySpaceOrder(std::span<const std::string> spaceUUIDs) const;
 
-    // Places the tag's backup window for the current Mission Control style, for a main window at `base`.
-    void syncMCBackupFrame(const Tag& tag, const std::optional<platform::Rect>& base = std::nullopt);
-    void refreshAllWindowShapes();
-
-    // Shows the tags as Mission Control will, because `source` says that it is about to open.
-    void preTrigger(const std::string& source);
     // Enlarges the tags and then opens Mission Control.
-    void openMCBig();
+    void openMCBig() { preview_.openMCBig(); }
     // Shows hidden tags from the first until a moment after the second.
     void peekBegin();
     void peekEnd();
-    // Shows hidden tags for a moment.
-    void peek();
     // Watches the keyboard anew, for a permission that may have been given.
-    void reloadKeystrokeObserver();
+    void reloadKeystrokeObserver() { events_.reloadKeystrokeObserver(); }
 
   private:
-    // Making and placing windows.
-    void makeWindow(const Tag& tag);
-    void hideFromTheStart();
-    static void hideAtOnce(TagWindow& window);
-    void bringInPlacedWindows();
-    void bringToFront(const Tag& tag);
-    void showNewWindow(const Tag& tag);
-    void pinToSpace(const TagWindow& window, const std::string& spaceUUID) const;
-    void sendHome(const Tag& tag);
-    void syncAllMCBackups();
-    [[nodiscard]] platform::Rect backupFrame(const Tag& tag, const platform::Rect& base) const;
-    [[nodiscard]] std::vector<TagWindow*> mainWindows() const;
-
-    // The tags.
+    [[nodiscard]] const std::vector<Tag>& tagsProvider() const override { return tags(); }
+    void relocate() override { binding_.relocate(); }
+    void beginTransientReveal() override { reveal_.beginTransientReveal(false); }
     [[nodiscard]] std::optional<std::string> spaceForNewTag() const;
-    void tagsChanged();
-    void updateActiveTag();
+    void showNewWindow(const Tag& tag);
 
-    // The visibility decision.
-    [[nodiscard]] VisibilityInputs visibilityInputs() const;
-    void reconcileTag(const Tag& tag, const VisibilityInputs& inputs);
-    void hideOrphan(const Tag& tag);
-    void showWindow(const Tag& tag, TagWindow& window, bool transientReveal) const;
-
-    // Following events.
-    void observe();
-    void observeSettings();
-    template <typename Value, typename Handler>
-    void receive(Value& value, Handler handler);
-    void startKeystrokeObserver();
-    void onActiveSpaceChanged();
-    void onScreenParametersChanged();
-    void onSpaceSwitchKeystroke();
-    void onMissionControl(bool active);
-    void onSwipeTransition(bool inProgress);
-    void onSessionEvent(platform::SessionEvent event);
-    void pausePolling();
-    void resumePolling();
-    [[nodiscard]] bool isSessionOnConsole() const;
-    [[nodiscard]] bool mayRevealOnSwitch() const;
-    [[nodiscard]] bool missionControlRecentlyActive();
-    void launchBigMissionControl();
-    void applySizeAndReconcile();
-
-    [[nodiscard]] BindingCallbacks bindingCallbacks();
-    [[nodiscard]] PositionCallbacks positionCallbacks();
-    [[nodiscard]] RevealCallbacks revealCallbacks();
-    [[nodiscard]] NavCallbacks navCallbacks();
-
-    Services services_;
     TagStore& store_;
-    Settings& settings_;
-    platform::RunLoop& runLoop_;
-    std::optional<TagID> activeTagID_;
+    const SpaceIdentifier& spaces_;
+    const Settings& settings_;
     Observers<> changed_;
-    std::map<TagID, std::unique_ptr<TagWindow>> windows_;
-    MCActivityGate mcGate_;
+    // Each of these is given others that are made after it, and asks nothing of them until `start`.
+    TagWindows windows_;
+    ClickThroughController clickThrough_;
+    VisibilityController visibility_;
+    MissionControlObserver missionControl_;
     SpaceBindingController binding_;
     RevealController reveal_;
     PositionController position_;
     NavController navigation_;
-    MissionControlObserver missionControl_;
-    MissionControlKeyObserver missionControlKey_;
-    ClickThroughController clickThrough_;
-    platform::Timer spaceChangeDebounce_;
-    platform::Timer preTriggerRevert_;
-    platform::Timer openMCBigStep_;
-    std::vector<platform::Subscription> subscriptions_;
-    std::shared_ptr<bool>
-        following_;  // there while events are followed, for deliveries that are on their way
+    MissionControlPreview preview_;
+    TagEvents events_;
+    platform::Subscription orphansChanged_;
 };
 
 }  // namespace orvellos

@@ -30,6 +30,14 @@ struct VisibilityInputs {
     return inputs.missionControl || inputs.embiggen;
 }
 
+// Decides anew what is seen of each tag, and shows it.
+class Reconciler {
+  public:
+    virtual ~Reconciler() = default;
+
+    virtual void reconcile() = 0;
+};
+
 [[nodiscard]] constexpr std::string_view caseName(TagVisibility visibility) {
     return visibility == TagVisibility::Show ? "show" : "hide";
 }

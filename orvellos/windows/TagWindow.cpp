@@ -42,23 +42,23 @@ int screenIndex(const std::vector<platform::Screen>& screens, Point point) {
 
 }  // namespace
 
-TagWindow::TagWindow(const TagWindowServices& services, const Tag& tag, TagSize size, std::size_t existing,
-                     OnFrameChange onFrameChange, OnClick onClick)
-    : TagWindow(services, tag, size, existing, false) {
-    onFrameChange_ = std::move(onFrameChange);
-    onClick_ = std::move(onClick);
-    mcBackup_.reset(new TagWindow(services, tag, BackupMark{}));
+TagWindow::TagWindow(const TagWindowServices& services, TagWindowOwner& owner, const Tag& tag, TagSize size,
+                     std::size_t existing)
+    : TagWindow(services, owner, tag, size, existing, false) {
+    mcBackup_.reset(new TagWindow(services, owner, tag, BackupMark{}));
 }
 
-TagWindow::TagWindow(const TagWindowServices& services, const Tag& tag, BackupMark /*mark*/)
-    : TagWindow(services, tag, TagSize::MissionControl, 0, true) {
+TagWindow::TagWindow(const TagWindowServices& services, TagWindowOwner& owner, const Tag& tag,
+                     BackupMark /*mark*/)
+    : TagWindow(services, owner, tag, TagSize::MissionControl, 0, true) {
     setIgnoresMouseEvents(true);
     setAlphaValue(0);
 }
 
-TagWindow::TagWindow(const TagWindowServices& services, const Tag& tag, TagSize size, std::size_t existing,
-                     bool isBackup)
+TagWindow::TagWindow(const TagWindowServices& services, TagWindowOwner& owner, const Tag& tag, TagSize size,
+                     std::size_t existing, bool isBackup)
     : services_(services),
+      owner_(owner),
       tagID_(tag.id),
       currentSize_(size),
       isBackup_(isBackup),
@@ -109,13 +109,9 @@ Rect TagWindow::centred(Size size, Point center) const {
     return clampedTo(screen, {origin.x, origin.y, size.width, size.height});
 }
 
-std::optional<platform::Screen> TagWindow::preferredScreen() const {
-    return preferredScreenProvider_ ? preferredScreenProvider_() : std::nullopt;
-}
-
 // Where no screen is preferred, the tag follows the pointer to another one.
 std::optional<platform::Screen> TagWindow::screenForDrag(Point pointer) const {
-    if (const auto preferred = preferredScreen()) return preferred;
+    if (const auto preferred = owner_.preferredScreenProvider(tagID_)) return preferred;
     const auto screens = services_.screens.screens();
     const int index = screenIndex(screens, pointer);
     return index < 0 ? ownScreen() : std::optional(screens[static_cast<std::size_t>(index)]);
@@ -144,11 +140,6 @@ bool TagWindow::hitMaskContains(Point screenPoint) const {
     if (tint.isEmpty() || !tint.contains(inWindow)) return false;
     const auto silhouette = outlinePath(services_.settings.globalTagShape.get(), tint.width, tint.height);
     return contains(silhouette, {inWindow.x - tint.x, inWindow.y - tint.y});
-}
-
-void TagWindow::setPreferredScreenProvider(const PreferredScreenProvider& provider) {
-    preferredScreenProvider_ = provider;
-    if (mcBackup_) mcBackup_->setPreferredScreenProvider(provider);
 }
 
 void TagWindow::setAlphaValue(double alpha) {
@@ -185,6 +176,12 @@ void TagWindow::fade(bool visible) {
 void TagWindow::revealInstantly() {
     setAlphaValue(1);
     setIgnoresMouseEvents(false);
+}
+
+void TagWindow::hideInstantly() {
+    setAlphaValue(0);
+    setIgnoresMouseEvents(true);
+    mcBackup_->setAlphaValue(0);
 }
 
 void TagWindow::flash() {
@@ -359,15 +356,15 @@ void TagWindow::finishGesture(const platform::MouseEvent& event) {
                                       dx, dy, didDragThisGesture_, isClick ? "click" : "drag"));
     if (isClick) {
         log(LogCategory::Nav, fmt::format("TagWindow[{}] → onClick()", shortId()));
-        if (onClick_) onClick_();
-    } else if (onFrameChange_) {
+        owner_.onClick();
+    } else {
         frameAfterGesture_.reset();
-        onFrameChange_(frame_, event.shiftHeld);
+        owner_.onFrameChange(tagID_, frame_, event.shiftHeld);
     }
 }
 
 Rect TagWindow::constrainFrame(const Rect& proposed) {
-    const Rect constrained = clampedTo(preferredScreen(), proposed);
+    const Rect constrained = clampedTo(owner_.preferredScreenProvider(tagID_), proposed);
     const bool resized = constrained.size() != frame_.size();
     frame_ = constrained;
     if (resized) layOut();

@@ -27,6 +27,18 @@ struct TagWindowServices {
     EditingContext& editingContext;
 };
 
+// What a main window asks of the one who made it; its backup asks for the screen, too.
+class TagWindowOwner {
+  public:
+    virtual ~TagWindowOwner() = default;
+
+    // The user dragged the window of that tag there.
+    virtual void onFrameChange(const TagID& id, const platform::Rect& frame, bool shiftHeld) = 0;
+    virtual void onClick() = 0;
+    // The screen that the tag belongs to; absent when it has none.
+    [[nodiscard]] virtual std::optional<platform::Screen> preferredScreenProvider(const TagID& id) const = 0;
+};
+
 // One screen as a dragged tag sees it.
 struct ScreenLayout {
     platform::Rect frame;
@@ -41,15 +53,10 @@ struct ScreenLayout {
 // only; coordinates are screen points.
 class TagWindow final : public platform::TagWindowDelegate {
   public:
-    // Told the new frame after the user dragged the window, and whether Shift was held.
-    using OnFrameChange = std::function<void(const platform::Rect&, bool shiftHeld)>;
-    using OnClick = std::function<void()>;
-    using PreferredScreenProvider = std::function<std::optional<platform::Screen>()>;
-
     // Makes the main window of a tag, with its backup. `existing` counts the windows that are there already;
     // windows without any other place are stacked by it.
-    TagWindow(const TagWindowServices& services, const Tag& tag, TagSize size, std::size_t existing,
-              OnFrameChange onFrameChange, OnClick onClick);
+    TagWindow(const TagWindowServices& services, TagWindowOwner& owner, const Tag& tag, TagSize size,
+              std::size_t existing);
     ~TagWindow() override;
     TagWindow(const TagWindow&) = delete;
     TagWindow& operator=(const TagWindow&) = delete;
@@ -74,8 +81,6 @@ class TagWindow final : public platform::TagWindowDelegate {
     // Whether the point is part of the drawn tag: inside the margin and inside the silhouette.
     [[nodiscard]] bool hitMaskContains(platform::Point screenPoint) const;
 
-    // The screen that the tag belongs to, for this window and its backup.
-    void setPreferredScreenProvider(const PreferredScreenProvider& provider);
     void setAlphaValue(double alpha);
     void setIgnoresMouseEvents(bool ignores);
     void orderFrontRegardless();
@@ -84,6 +89,8 @@ class TagWindow final : public platform::TagWindowDelegate {
     // Lets a fade that is going there already go on.
     void fade(bool visible);
     void revealInstantly();
+    // With the backup.
+    void hideInstantly();
     // Points the tag out by a short swelling.
     void flash();
 
@@ -92,7 +99,7 @@ class TagWindow final : public platform::TagWindowDelegate {
     // Takes another label and colour for the same tag, keeping the centre; the backup too.
     void update(const Tag& tag);
     void applyFrameAndSize(TagSize size, const std::string& label, const platform::Rect& frame, bool animate);
-    // Moves the window without telling `onFrameChange`.
+    // Moves the window without telling the owner.
     void setFrameWithoutPersisting(const platform::Rect& frame, bool animate);
 
     void mouseDown(const platform::MouseEvent& event) override;
@@ -103,14 +110,13 @@ class TagWindow final : public platform::TagWindowDelegate {
 
   private:
     struct BackupMark {};
-    TagWindow(const TagWindowServices& services, const Tag& tag, BackupMark mark);
-    TagWindow(const TagWindowServices& services, const Tag& tag, TagSize size, std::size_t existing,
-              bool isBackup);
+    TagWindow(const TagWindowServices& services, TagWindowOwner& owner, const Tag& tag, BackupMark mark);
+    TagWindow(const TagWindowServices& services, TagWindowOwner& owner, const Tag& tag, TagSize size,
+              std::size_t existing, bool isBackup);
 
     [[nodiscard]] platform::Rect initialFrame(const Tag& tag, std::size_t existing) const;
     [[nodiscard]] platform::Size sizeForLabel(const std::string& label) const;
     [[nodiscard]] platform::Rect centred(platform::Size size, platform::Point center) const;
-    [[nodiscard]] std::optional<platform::Screen> preferredScreen() const;
     [[nodiscard]] std::optional<platform::Screen> screenForDrag(platform::Point pointer) const;
     [[nodiscard]] std::optional<platform::Screen> ownScreen() const;
     [[nodiscard]] std::string shortId() const;
@@ -126,11 +132,9 @@ class TagWindow final : public platform::TagWindowDelegate {
     void forgetGesture();
 
     TagWindowServices services_;
+    TagWindowOwner& owner_;
     TagID tagID_;
     TagAppearance appearance_;
-    OnFrameChange onFrameChange_;
-    OnClick onClick_;
-    PreferredScreenProvider preferredScreenProvider_;
     std::optional<platform::Point> mouseDownScreenLocation_;
     std::optional<platform::Point> mouseDownWindowOrigin_;
     platform::Point pointer_;                          // where it was last in this gesture

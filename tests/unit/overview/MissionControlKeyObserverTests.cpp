@@ -11,6 +11,12 @@ namespace key = platform::key;
 
 class MissionControlKeyObserverTests : public ApplicationTest {};
 
+struct Keys final : AnnouncingKeyListener {
+    void onMissionControlKeystroke() override { heard.emplace_back("open"); }
+    void onSpaceSwitchKeystroke() override { heard.emplace_back("switch"); }
+    Texts heard;
+};
+
 TEST_F(MissionControlKeyObserverTests, KnowsTheKeysThatAnnounceSomething) {
     using enum AnnouncingKey;
     struct Row {
@@ -38,24 +44,22 @@ TEST_F(MissionControlKeyObserverTests, KnowsTheKeysThatAnnounceSomething) {
 
 TEST_F(MissionControlKeyObserverTests, ReportsAfterTheKeyEvent) {
     MissionControlKeyObserver observer(desktop_.keyboard, desktop_.runLoop);
-    Texts calls;
-    const auto start = [&](const std::string& which) {
-        observer.start([&calls, which] { calls.push_back(which + " open"); },
-                       [&calls, which] { calls.push_back(which + " switch"); });
-    };
-    start("first");
-    start("second");
+    Keys first;
+    Keys second;
+    observer.start(first);
+    observer.start(second);
     desktop_.keyboard.press(key::kUpArrow, kControl);
-    EXPECT_TRUE(calls.empty());
+    EXPECT_TRUE(second.heard.empty());
     for (int repeat = 0; repeat < 2; ++repeat) desktop_.keyboard.press(key::kRightArrow, kControl);
     desktop_.runLoop.advance({});
-    EXPECT_EQ(calls, (Texts{"second open", "second switch", "second switch"}));
+    EXPECT_EQ(second.heard, (Texts{"open", "switch", "switch"}));
+    EXPECT_TRUE(first.heard.empty());
     EXPECT_EQ(logged(), Texts{"KEY: MC keystroke detected (code=126)"});
     desktop_.keyboard.press(key::kMissionControl);
     observer.stop();
     desktop_.keyboard.press(key::kMissionControl);
     desktop_.runLoop.advance({});
-    EXPECT_EQ(calls.size(), 3U);
+    EXPECT_EQ(second.heard.size(), 3U);
 }
 
 TEST_F(MissionControlKeyObserverTests, TheGateRemembersTheLastCloseForTwoSeconds) {

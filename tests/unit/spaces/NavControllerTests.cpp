@@ -10,7 +10,7 @@ using platform::seconds;
 using platform::simulated::SimulatedChildProcesses;
 
 // The Spaces A to E, of which A is current. No way of switching does anything unless a test says so.
-class NavControllerTest : public ApplicationTest {
+class NavControllerTest : public ApplicationTest, protected NavigatedTags {
   protected:
     NavControllerTest() {
         desktop_.screens.addScreen({0, 0, 1440, 900}, "one");
@@ -26,13 +26,15 @@ class NavControllerTest : public ApplicationTest {
         return labels;
     }
 
+    const std::vector<Tag>& tagsProvider() const override { return tags_; }
+    void relocate() override { calls_.emplace_back("relocate"); }
+    void beginTransientReveal() override { calls_.emplace_back("reveal"); }
+
     std::vector<Tag> tags_ = {{TagID::random(), "Mail", "#3B82F6", {}, "C"},
                               {TagID::random(), "Free", "#3B82F6", {}, {}},
                               {TagID::random(), "Gone", "#3B82F6", {}, "X"}};
     Texts calls_;
-    NavController nav_{identifier_, desktop_.runLoop, settings_, navServices(),
-                       NavCallbacks{[this] { return tags_; }, [this] { calls_.emplace_back("relocate"); },
-                                    [this] { calls_.emplace_back("reveal"); }}};
+    NavController nav_{identifier_, desktop_.runLoop, settings_, navServices(), *this};
 };
 
 TEST_F(NavControllerTest, GoesByTheFirstWayThatArrives) {
@@ -136,8 +138,7 @@ TEST_F(NavControllerTest, SaysWhyNothingHelped) {
         SpaceIdentifier spaces(desktop_.spaces, desktop_.spaces, desktop_.spaces, desktop_.screens);
         desktop_.spaces.entryPoints().clear();
         if (row.hasEntryPoint) desktop_.spaces.entryPoints().insert("SLSManagedDisplaySetCurrentSpace");
-        NavController nav(spaces, desktop_.runLoop, settings_, navServices(),
-                          {[this] { return tags_; }, [] {}, [] {}});
+        NavController nav(spaces, desktop_.runLoop, settings_, navServices(), *this);
         EXPECT_TRUE(nav.navigateToTagID(tags_[0].id));
         EXPECT_EQ(desktop_.shortcuts.asked, row.asked);
         wait(5);

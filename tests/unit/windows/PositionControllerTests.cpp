@@ -56,7 +56,7 @@ TEST_F(PositionControllerTests, ShiftDetachesATagWhichThenStaysDetached) {
     settings_.tagSize.set(TagSize::Large);
     settle();
     expectCentre(0, {start.x - 450, start.y - 250});
-    manager_.position().relinkToSharedPosition(tag(0).id);
+    manager_.relinkToSharedPosition(tag(0).id);
     settle();
     EXPECT_FALSE(tag(0).frame);
     expectCentre(0, start);
@@ -67,7 +67,7 @@ TEST_F(PositionControllerTests, RelinkingWithoutASharedPositionMovesNothing) {
     start();
     settings_.globalAnchoredPosition.set(std::nullopt);
     const Rect before = window(0).frame();
-    manager_.position().relinkToSharedPosition(tag(0).id);
+    manager_.relinkToSharedPosition(tag(0).id);
     settle();
     EXPECT_FALSE(tag(0).frame);
     EXPECT_EQ(window(0).frame(), before);
@@ -76,13 +76,13 @@ TEST_F(PositionControllerTests, RelinkingWithoutASharedPositionMovesNothing) {
 TEST_F(PositionControllerTests, AlignsAllTagsToOne) {
     store_.updateFrame(tag(0).id, {300, 300, 100, 50});
     start();
-    manager_.position().alignAllToTag(tag(0).id);
+    manager_.alignAllToTag(tag(0).id);
     settle();
     for (std::size_t i = 0; i < 2; ++i) {
         EXPECT_FALSE(tag(i).frame);
         expectCentre(i, {350, 325});
     }
-    manager_.position().alignAllToTag(TagID::random());
+    manager_.alignAllToTag(TagID::random());
     expectCentre(0, {350, 325});
 }
 
@@ -103,11 +103,13 @@ TEST_F(PositionControllerTests, PlacesATagOnTheScreenOfItsSpace) {
     settle();
     expectCentre(1, {1840, 300});
     expectCentre(0, {400, 300});
-    const Tag elsewhere{TagID::random(), "x", "", {}, "gone"};
-    EXPECT_EQ(manager_.position().homeTargetFrame(elsewhere, TagSize::Small, {1500, 100, 10, 10}).center().x,
-              1840);
-    EXPECT_EQ(manager_.position().homeTargetFrame(elsewhere, TagSize::Small, {9000, 100, 10, 10}).center().x,
-              400);
+    manager_.createTag("x", "", "gone");
+    for (const auto& [x, homeX] : {std::pair(1500.0, 1840.0), {9000.0, 400.0}}) {
+        window(2).setFrameWithoutPersisting({x, 100, 10, 10}, false);
+        settings_.tagSize.set(TagSize::Small);
+        settle();
+        expectCentre(2, {homeX, 300});
+    }
 }
 
 TEST_F(PositionControllerTests, AnchoredTagsShareTheMonitorThatTheUserPutsThemOn) {

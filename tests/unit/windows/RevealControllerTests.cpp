@@ -7,17 +7,19 @@ namespace {
 
 using platform::seconds;
 
-class RevealControllerTests : public ApplicationTest {
+class RevealControllerTests : public ApplicationTest, private RevealedTags, private Reconciler {
   protected:
     void wait(double time) { desktop_.runLoop.advance(seconds(time)); }
     bool isRevealed() { return reveal_.transientRevealActive(); }
 
+    const std::vector<Tag>& tagsProvider() const override { return tags_; }
+    TagWindow* windowFor(const TagID& /*id*/) const override { return nullptr; }
+    platform::Rect homeTargetFrame(const Tag& /*tag*/, TagSize /*size*/) const override { return {}; }
+    void reconcile() override { ++reconciled_; }
+
+    std::vector<Tag> tags_;
     int reconciled_ = 0;
-    RevealController reveal_{
-        desktop_.runLoop,
-        settings_,
-        {[] { return std::vector<Tag>(); }, [](const Tag&) { return nullptr; },
-         [](const Tag&, TagSize) { return platform::Rect(); }, [this] { ++reconciled_; }}};
+    RevealController reveal_{desktop_.runLoop, settings_, *this, *this};
 };
 
 // What is done at which second, and until when the tags are revealed.

@@ -13,16 +13,13 @@ using platform::simulated::SimulatedWindow;
 
 // One tag window on a screen of 1440 × 900 points, seen from both sides: the window and what the system was
 // told.
-class TagWindowTest : public ApplicationTest {
+class TagWindowTest : public ApplicationTest, public TagWindowOwner {
   protected:
     TagWindowTest() { screens_.addScreen({0, 0, 1440, 900}); }
 
     TagWindow& make(std::optional<Rect> frame = Rect{600, 400, 200, 100}, std::size_t existing = 0) {
         Tag tag{TagID::random(), "Mail", "#3B82F6", frame, "S1"};
-        window_ = std::make_unique<TagWindow>(
-            windowServices(), tag, TagSize::Medium, existing,
-            [this](const Rect& moved, bool shift) { moves_.emplace_back(moved, shift); },
-            [this] { ++clicks_; });
+        window_ = std::make_unique<TagWindow>(windowServices(), *this, tag, TagSize::Medium, existing);
         return *window_;
     }
     SimulatedWindow& seen(const TagWindow& window) { return system_.windows.at(window.windowNumber()); }
@@ -34,12 +31,21 @@ class TagWindowTest : public ApplicationTest {
         release(at);
     }
 
+    void onFrameChange(const TagID& /*id*/, const Rect& moved, bool shift) override {
+        moves_.emplace_back(moved, shift);
+    }
+    void onClick() override { ++clicks_; }
+    std::optional<platform::Screen> preferredScreenProvider(const TagID& /*id*/) const override {
+        return preferredScreen_;
+    }
+
     platform::simulated::SimulatedRunLoop& loop_ = desktop_.runLoop;
     platform::simulated::SimulatedScreens& screens_ = desktop_.screens;
     platform::simulated::SimulatedWindowSystem& system_ = desktop_.windowSystem;
     std::unique_ptr<TagWindow> window_;
     std::vector<std::pair<Rect, bool>> moves_;
     int clicks_ = 0;
+    std::optional<platform::Screen> preferredScreen_;
 };
 
 TEST_F(TagWindowTest, ComesUpWhereItBelongs) {
@@ -193,7 +199,7 @@ TEST_F(TagWindowTest, StopsAtTheScreensEdge) {
     EXPECT_EQ(window.frame().maxX(), 1440 + 20) << "a pointer on no screen";
     drag({1900, 300});
     EXPECT_TRUE(screens_.screens()[1].frame.contains(window.frame().center())) << "it follows the pointer";
-    window.setPreferredScreenProvider([this] { return std::optional(screens_.screens()[1]); });
+    preferredScreen_ = screens_.screens()[1];
     drag({0, 0});
     EXPECT_EQ(window.frame().origin(), (Point{1420, -20}));
     EXPECT_EQ(seen(window).delegate->constrainFrame({0, 0, 100, 100}), (Rect{1420, 0, 100, 100}));
