@@ -16,8 +16,8 @@ namespace orvellos {
 
 enum class LogCategory { General, Nav, Mc };
 
-// Where log lines go besides the in-memory timeline. The composition root connects them once; what is left
-// empty is passed over, and without a clock the process's own clocks are read. All are used on the thread
+// Where log lines go besides the in-memory timeline. The composition root connects them once; an empty one
+// is passed over, and without a clock the process's own clocks are read. All are used on the thread
 // that logs: each must bear that.
 struct DebugLogOutputs {
     platform::SystemLog* systemLog = nullptr;

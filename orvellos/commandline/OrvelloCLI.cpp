@@ -15,7 +15,6 @@ namespace orvellos {
 namespace {
 
 using Json = nlohmann::json;
-constexpr std::string_view kScriptRunner = "/usr/bin/osascript";
 
 // The whole text as a decimal integer with an optional sign.
 std::optional<std::int64_t> integer(std::string_view text) {
@@ -142,10 +141,9 @@ bool OrvelloCLI::switchByScript(const std::string& uuid) const {
     if (!current) return false;
     const auto delta = static_cast<int>(*target) - static_cast<int>(*current);
     if (delta == 0) return true;
-    const SpaceScript script{delta < 0 ? SpaceScript::Direction::Left : SpaceScript::Direction::Right,
-                             std::abs(delta)};
+    const auto script = SpaceScript::forDistance(delta);
     const std::vector<std::string> arguments = {"-e", script.text(SpaceScript::Layout::CommandLine)};
-    return services_.childProcesses.run(std::string(kScriptRunner), arguments) == 0;
+    return services_.childProcesses.run(kScriptRunner, arguments) == 0;
 }
 
 void OrvelloCLI::windows() const {

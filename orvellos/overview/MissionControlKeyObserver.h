@@ -7,11 +7,11 @@
 
 namespace orvellos {
 
-// Which of the keys that are pressed in other programs announce something that tags prepare for.
+// A key, pressed in any program, that announces something for which tags prepare.
 enum class AnnouncingKey { None, MissionControl, SpaceSwitch };
 [[nodiscard]] AnnouncingKey classifyKey(const platform::KeyEvent& event);
 
-// Is told of those keys.
+// Hears of the keys that a MissionControlKeyObserver watches for.
 class AnnouncingKeyListener {
   public:
     virtual ~AnnouncingKeyListener() = default;
@@ -29,7 +29,7 @@ class MissionControlKeyObserver {
     // Tells this listener instead of any earlier one, from the main queue, after the key event has been
     // handled.
     void start(AnnouncingKeyListener& listener);
-    // Ends with what waits in the main queue.
+    // A key that waits in the main queue is not reported any more.
     void stop();
 
   private:

@@ -17,7 +17,7 @@ constexpr double kLargestChip = 250;
 constexpr std::int64_t kFullScreenLayer = 3;
 constexpr double kLeastFullWidth = 1000;
 constexpr double kLeastFullHeight = 600;
-constexpr std::size_t kMostFallbackWindows = 20;
+constexpr std::size_t kMostWindowsAtRest = 20;
 
 bool isChipSide(double length) {
     return length >= kSmallestChip && length <= kLargestChip;
@@ -69,7 +69,7 @@ Detection classify(std::span<const DockWindow> windows, bool acceptL3Fallback) {
     if (detection.sawAppIcon || detection.l17ChipCount >= 1) {
         detection.active = true;
     } else if (acceptL3Fallback && std::ranges::any_of(windows, fillsScreen) &&
-               !detection.sawNonPositiveLayer && windows.size() <= kMostFallbackWindows) {
+               !detection.sawNonPositiveLayer && windows.size() <= kMostWindowsAtRest) {
         detection.active = true;
         detection.l3Fallback = true;
     }
@@ -79,9 +79,8 @@ Detection classify(std::span<const DockWindow> windows, bool acceptL3Fallback) {
 namespace {
 
 constexpr auto kIdleTolerance = platform::seconds(0.02);
-constexpr auto kQuietBeforeIdle = platform::seconds(1.5);
+constexpr auto kIdleDelay = platform::seconds(1.5);
 constexpr std::size_t kMostSummaries = 12;
-constexpr std::size_t kMostWindowsAtRest = 20;
 constexpr const char* kFallbackKey = "classifierAcceptL3Fallback";
 
 void logObserver(const std::string& text) {
@@ -115,7 +114,7 @@ void MissionControlObserver::setInterval(platform::Duration interval) {
     timer_ = runLoop_.every(interval, tolerance, [this] { poll(); });
 }
 
-// Nothing that a look at an empty list would not find again happens until the list tells of a change.
+// An empty list needs no second look until it tells of a change.
 void MissionControlObserver::slowDown() {
     setInterval(kIdleInterval);
     if (listChanges_.isActive() && lastDockWindowCount_ == 0) timer_.cancel();
@@ -199,7 +198,7 @@ void MissionControlObserver::logMarkers(const Detection& detection) const {
 bool MissionControlObserver::isInteresting(const Detection& detection) {
     if (detection.active || isActive_.get() || swipeTransitionInProgress_.get()) return true;
     if (lastDockWindowCount_ != detection.dockWindowCount) return true;
-    const bool quiet = !lastInterestingAt_ || runLoop_.now() - *lastInterestingAt_ > kQuietBeforeIdle;
+    const bool quiet = !lastInterestingAt_ || runLoop_.now() - *lastInterestingAt_ > kIdleDelay;
     if (quiet && currentInterval_ == kBurstInterval) slowDown();
     return false;
 }

@@ -15,7 +15,7 @@
 namespace orvellos {
 
 // A window of the Dock, from which the state of Mission Control is told. Points, origin at the top left of
-// the main display; what the window list did not give is 0 (the layer), -1 or empty.
+// the main display; a value that the window list did not give is 0 (the layer), -1 or empty.
 struct DockWindow {
     std::int64_t layer = 0;
     double width = -1;
@@ -47,7 +47,7 @@ struct Detection {
 
 // Remembers whether Mission Control is open and when it last closed.
 struct MCActivityGate {
-    static constexpr platform::Duration kRecently = platform::seconds(2);
+    static constexpr platform::Duration kRecentPeriod = platform::seconds(2);
 
     bool isActive = false;
     std::optional<platform::Instant> lastCloseAt;
@@ -58,7 +58,7 @@ struct MCActivityGate {
     }
     // Open, or closed at most two seconds ago.
     [[nodiscard]] bool wasActiveRecently(platform::Instant now) const {
-        return isActive || (lastCloseAt && now >= *lastCloseAt && now - *lastCloseAt <= kRecently);
+        return isActive || (lastCloseAt && now >= *lastCloseAt && now - *lastCloseAt <= kRecentPeriod);
     }
 };
 
@@ -94,7 +94,7 @@ class MissionControlObserver {
     // Zero while paused.
     [[nodiscard]] platform::Duration currentInterval() const { return currentInterval_; }
 
-    // From now on something is expected to happen; polls fast, also from a pause.
+    // Polls fast, also from a pause, because something is about to happen.
     void expectChange();
     // For that long only an unmistakable reading counts: a Space switch looks like Mission Control.
     void suppressDetection(platform::Duration duration);

@@ -113,7 +113,7 @@ PanelController::Panel::Model PanelController::Panel::makeModel() const {
                                                 .recorder = services.recorder,
                                                 .permissions = permissions(),
                                                 .areSpaceShortcutsEnabled = [&manager] {
-                                                    return manager.navigation().areShortcutsEnabled();
+                                                    return manager.areShortcutsEnabled();
                                                 }});
         case PanelKind::Welcome:
             return Model(

@@ -17,8 +17,8 @@
 namespace orvellos {
 
 // How a value is kept in the defaults store: booleans, integers and texts as they are, enumerations as their
-// raw strings, a position as data that holds its JSON. `encode` is absent for what the store cannot keep,
-// `decode` for what is of another kind.
+// raw strings, a position as data that holds its JSON. `encode` is absent for a value that the store cannot
+// keep, `decode` for one of another kind.
 
 template <typename T>
 concept StoredAsItself =

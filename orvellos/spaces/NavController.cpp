@@ -16,10 +16,8 @@ namespace {
 
 constexpr int kMoveLeftASpace = 79;
 constexpr int kMoveRightASpace = 81;
-constexpr auto kBetweenKeys = platform::seconds(0.22);
-constexpr double kSecondsPerStep = 0.22;
-constexpr auto kWaitForCgs = platform::seconds(0.4);
-constexpr const char* kScriptRunner = "/usr/bin/osascript";
+constexpr auto kKeyInterval = platform::seconds(0.22);
+constexpr auto kCgsWait = platform::seconds(0.4);
 
 constexpr std::string_view kShortcutsAreOff =
     "macOS's space shortcuts are turned off. Enable them in System Settings › Keyboard › Keyboard "
@@ -44,7 +42,7 @@ constexpr std::string_view arrowOf(int delta) {
 }
 
 platform::Duration waitFor(int steps) {
-    return platform::seconds(std::max(kSecondsPerStep * steps + 0.25, 0.3));
+    return std::max(steps * kKeyInterval + platform::seconds(0.25), platform::seconds(0.3));
 }
 
 std::string firstParagraph(bool shortcutsOK, bool accessibilityOK, int steps, std::string_view direction) {
@@ -176,7 +174,7 @@ std::vector<NavController::Attempt> NavController::attemptsOf(NavigationId id) {
     }
     attempts.push_back({"CGS switchToSpace",
                         [this, uuid, id] { navigations_.at(id).cgsSucceeded = switchToSpace(spaces_, uuid); },
-                        kWaitForCgs});
+                        kCgsWait});
     return attempts;
 }
 
@@ -248,9 +246,7 @@ bool NavController::navigateViaOSAScript(const std::string& uuid) {
         say("  already on target");
         return true;
     }
-    const SpaceScript script{
-        distance->delta() < 0 ? SpaceScript::Direction::Left : SpaceScript::Direction::Right,
-        distance->steps()};
+    const auto script = SpaceScript::forDistance(distance->delta());
     say("  osascript: {}× key code {} control-down", script.count, script.keyCode());
     const std::array<std::string, 2> arguments = {"-e", script.text(SpaceScript::Layout::Navigation)};
     const auto error = services_.processes.start(kScriptRunner, arguments, [](const auto& ended) {
@@ -293,7 +289,7 @@ void NavController::postSpaceKey(std::uint16_t keyCode, int remaining, std::stri
         say("  posted {} keyUp (nil source) to cghidEventTap", arrow);
     if (remaining == 1) return;
     keySequences_[generation] =
-        runLoop_.after(kBetweenKeys, [=, this] { postSpaceKey(keyCode, remaining - 1, arrow, generation); });
+        runLoop_.after(kKeyInterval, [=, this] { postSpaceKey(keyCode, remaining - 1, arrow, generation); });
 }
 
 }  // namespace orvellos

@@ -20,7 +20,7 @@
 
 namespace orvellos {
 
-// What a user can do about Spaces that cannot be switched.
+// What the user can do when Spaces cannot be switched.
 enum class NavRemedy { Accessibility, KeyboardShortcuts };
 
 [[nodiscard]] constexpr std::string_view buttonTitle(NavRemedy remedy) {
@@ -70,8 +70,8 @@ class NavController {
     // To a Space that need not be tagged. Always true.
     bool navigateToSpace(const std::string& uuid);
 
-    // To be called when the current Space has changed: a navigation that has arrived has ended, so that it
-    // does not take a user back who goes on at once.
+    // Ends the navigations that have arrived, so that none takes the user back who goes on at once. To be
+    // called when the current Space has changed.
     void activeSpaceChanged();
     // Ends every navigation on its way, without a word.
     void cancel();

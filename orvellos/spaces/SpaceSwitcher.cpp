@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 #include <charconv>
+#include <cstdlib>
 #include <optional>
 
 #include "orvellos/base/DebugLog.h"
@@ -22,6 +23,10 @@ int repeatCount(std::string_view text) {
 }
 
 }  // namespace
+
+SpaceScript SpaceScript::forDistance(int spaces) {
+    return {spaces < 0 ? Direction::Left : Direction::Right, std::abs(spaces)};
+}
 
 std::string SpaceScript::text(Layout layout) const {
     const int step = layout == Layout::CommandLine ? 2 : 4;

@@ -16,12 +16,17 @@ struct SpaceScript {
     Direction direction = Direction::Right;
     int count = 1;
 
+    // That many Spaces to the right or, when negative, to the left.
+    [[nodiscard]] static SpaceScript forDistance(int spaces);
+
     // The key code of the arrow key: 123 to the left, 124 to the right.
     [[nodiscard]] int keyCode() const { return direction == Direction::Left ? 123 : 124; }
     [[nodiscard]] std::string text(Layout layout) const;
     bool operator==(const SpaceScript&) const = default;
 };
 
+// Runs a script.
+inline constexpr const char* kScriptRunner = "/usr/bin/osascript";
 // Every Space between the first and the last of the largest desktop.
 inline constexpr int kMostScriptedSteps = 512;
 

@@ -43,7 +43,7 @@ class TagReader final : public nlohmann::json_sax<json> {
 
     bool string(std::string& text) override {
         if (isIgnored()) return true;
-        if (depth_ != kInTag || !takeText(text)) return false;
+        if (depth_ != kInTag || !storeText(text)) return false;
         has_[static_cast<std::size_t>(member_)] = true;
         return true;
     }
@@ -101,7 +101,7 @@ class TagReader final : public nlohmann::json_sax<json> {
     [[nodiscard]] bool isIgnored() const { return depth_ >= kInTag && member_ == Member::Other; }
     [[nodiscard]] bool goesDeeper() const { return isIgnored() && depth_ <= platform::kDeepestJson; }
 
-    bool takeText(const std::string& text) {
+    bool storeText(const std::string& text) {
         auto& tag = tags.back();
         if (member_ == Member::Id) {
             const auto id = TagID::parse(text);

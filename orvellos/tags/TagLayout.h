@@ -21,7 +21,7 @@ struct TagAppearance {
     std::optional<MissionControlStyle> backupStyle;
 };
 
-// The label as one line of bounded length: line breaks, tabs and other controls become spaces, and what is
+// The label as one line of bounded length: line breaks, tabs and other controls become spaces, and a text
 // longer than 200 characters, or than 4 KiB, ends in an ellipsis.
 [[nodiscard]] std::string displayedLabel(const std::string& label);
 

@@ -46,7 +46,7 @@ class TagStore {
     [[nodiscard]] std::string load();
     void writeBackup(const std::string& loaded);
     void quarantineUnreadableStore();
-    // Takes the tags of a file and gives its text; fails, and changes nothing, when there are none to be had.
+    // Loads the tags of a file and gives its text; fails, and changes nothing, when it is not a tag file.
     [[nodiscard]] platform::Result<std::string> readTags(const std::filesystem::path& file);
     [[nodiscard]] std::filesystem::path backupURL() const;
     template <typename Change>

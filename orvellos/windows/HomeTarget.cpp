@@ -17,6 +17,12 @@ std::optional<platform::Screen> screenOfDisplay(const platform::Screens& screens
     return found == all.end() ? std::nullopt : std::optional(*found);
 }
 
+std::optional<platform::Screen> screenUnder(const platform::Screens& screens, Point point) {
+    const auto all = screens.screens();
+    const auto* found = platform::screenAt(all, point);
+    return found ? std::optional(*found) : std::nullopt;
+}
+
 Point clampOrigin(Point origin, Size size, const Rect& area) {
     const auto clamp = [](double value, double low, double high) {
         return std::clamp(value, low, std::max(high, low));

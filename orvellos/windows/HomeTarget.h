@@ -8,7 +8,7 @@
 
 namespace orvellos {
 
-// What placing a tag has to know of a screen.
+// A screen as a tag is placed on it.
 struct ScreenContext {
     platform::Rect anchorReferenceFrame;  // without panels
     platform::Rect clampFrame;            // the whole screen and 20 points more on every side
@@ -20,6 +20,9 @@ struct ScreenContext {
 // The screen of the display with this uuid; absent while there is none.
 [[nodiscard]] std::optional<platform::Screen> screenOfDisplay(const platform::Screens& screens,
                                                               const std::optional<std::string>& uuid);
+// The screen that holds the point; absent when none does.
+[[nodiscard]] std::optional<platform::Screen> screenUnder(const platform::Screens& screens,
+                                                          platform::Point point);
 // The origin that keeps a window of this size inside the area; one larger than the area starts at its
 // minimum.
 [[nodiscard]] platform::Point clampOrigin(platform::Point origin, platform::Size size,

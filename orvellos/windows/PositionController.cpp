@@ -21,11 +21,9 @@ std::string describeAnchor(const AnchoredPosition& position) {
                        rawValue(position.vEdge), position.vOffset);
 }
 
-// The screen that holds the point, else the main one.
-std::optional<Screen> screenUnder(const platform::Screens& screens, platform::Point point) {
-    const auto all = screens.screens();
-    const auto* found = platform::screenAt(all, point);
-    return found ? std::optional(*found) : screens.mainScreen();
+std::optional<Screen> screenUnderOrMain(const platform::Screens& screens, platform::Point point) {
+    const auto under = screenUnder(screens, point);
+    return under ? under : screens.mainScreen();
 }
 
 }  // namespace
@@ -35,11 +33,11 @@ std::optional<Tag> PositionController::tag(const TagID& id) const {
     return found ? std::optional(*found) : std::nullopt;
 }
 
-// Screens that share their Spaces share the anchored tags, too: they are on the one that the user has put
-// them on or, while that is not there, each where it is.
+// Screens that share their Spaces share the anchored tags, too: the tags are on the screen that the user has
+// put them on or, while it is not there, each where it is.
 std::optional<Screen> PositionController::anchorScreen(platform::Point center) const {
     const auto chosen = screenOfDisplay(screens_, settings_.globalAnchoredDisplay.get());
-    return chosen ? chosen : screenUnder(screens_, center);
+    return chosen ? chosen : screenUnderOrMain(screens_, center);
 }
 
 std::optional<Screen> PositionController::preferredScreen(const Tag& tag) const {
@@ -103,7 +101,7 @@ void PositionController::tagFrameChanged(const TagID& id, const Rect& newFrame, 
 
 void PositionController::setSharedPosition(const Tag& tag, const Rect& frame) {
     const auto preferred = preferredScreen(tag);
-    const auto screen = preferred ? preferred : screenUnder(screens_, frame.center());
+    const auto screen = preferred ? preferred : screenUnderOrMain(screens_, frame.center());
     if (!screen) return;
     settings_.globalAnchoredPosition.set(anchoredPositionFromPoint(frame.center(), screen->visibleFrame));
     if (spaces_.isSharedSpacesMode() && screen->displayId)

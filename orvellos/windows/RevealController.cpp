@@ -20,7 +20,7 @@ void RevealController::beginTransientReveal(bool lock) {
     lockSafetyTimer_.cancel();
     if (effectiveLock) lockSafetyTimer_ = runLoop_.after(lockSafetyTimeout_, [this] { forceUnlock(); });
     applySizeAndReconcile();
-    if (!effectiveLock) scheduleAutoHide(kGlance);
+    if (!effectiveLock) scheduleAutoHide(kGlanceDuration);
 }
 
 void RevealController::unlockTransientReveal(platform::Duration delay) {

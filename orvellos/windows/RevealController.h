@@ -28,8 +28,8 @@ class RevealedTags {
 // only.
 class RevealController {
   public:
-    static constexpr platform::Duration kGlance = platform::seconds(0.25);
-    static constexpr platform::Duration kAfterPeek = platform::seconds(1.5);
+    static constexpr platform::Duration kGlanceDuration = platform::seconds(0.25);
+    static constexpr platform::Duration kPeekHideDelay = platform::seconds(1.5);
     static constexpr platform::Duration kLockSafetyTimeout = platform::seconds(10);
 
     RevealController(platform::RunLoop& runLoop, Settings& settings, RevealedTags& tags,
@@ -48,12 +48,12 @@ class RevealController {
     // Reveals the tags: for a glance, or until it is unlocked. A lock that is held stays.
     void beginTransientReveal(bool lock);
     // Ends a locked reveal when `delay` has passed; nothing when there is none.
-    void unlockTransientReveal(platform::Duration delay = kGlance);
+    void unlockTransientReveal(platform::Duration delay = kGlanceDuration);
     // Lays every tag window out for this size, at its place.
     void applySize(TagSize size, bool animate);
     // The same for the user's size, animated.
     void applyEffectiveSize();
-    // The same, and then what is seen.
+    // The same, and decides anew what each tag shows.
     void applySizeAndReconcile();
     void cancelTimers();
 

@@ -26,8 +26,8 @@ struct WindowDrift {
     bool operator==(const WindowDrift&) const = default;
 };
 
-// Finds tag windows that are on another Space than theirs, and tells those that the user moved from those
-// that the desktop moved.
+// Finds tag windows that are on another Space than their tag's, and tells a move by the user from one by the
+// desktop.
 class DriftDetector {
   public:
     struct Input {
@@ -92,8 +92,8 @@ class SpaceBindingController {
     [[nodiscard]] Published<std::set<TagID>>& orphanedTagIDs() { return orphanedTagIDs_; }
     [[nodiscard]] const Published<std::set<TagID>>& orphanedTagIDs() const { return orphanedTagIDs_; }
 
-    // Takes saved places away whose centre is on no screen. Without any screen nothing is touched: that is
-    // how a screen looks that is being switched.
+    // Clears saved frames whose centre is on no screen. Without any screen nothing is touched: a screen that
+    // is being switched is gone for a moment.
     void healOrphanedDetachedTags();
 
   private:

@@ -31,7 +31,7 @@ class TagEvents final : private AnnouncingKeyListener {
         Settings& settings;
         EditingContext& editingContext;
     };
-    // Whom they concern.
+    // The parts that react to them.
     struct Targets {
         const SpaceIdentifier& spaces;
         TagWindows& windows;
@@ -48,7 +48,7 @@ class TagEvents final : private AnnouncingKeyListener {
 
     // Delivers each of the settings once, soon.
     void start();
-    // Ends with what is on its way.
+    // Ends all of it; deliveries on their way do not arrive.
     void stop();
     // Watches the keyboard anew, for a permission that may have been given.
     void reloadKeystrokeObserver();

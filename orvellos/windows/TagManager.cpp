@@ -117,7 +117,7 @@ void TagManager::assignTagToSpace(const TagID& id, std::optional<std::string> sp
         const auto former = tag->spaceUUID;
         store_.updateSpaceUUID(id, *target);
         changed_.notify();
-        if (former && former != target) windows_.takeOffSpace(*window, *former);
+        if (former && former != target) windows_.removeFromSpace(*window, *former);
         windows_.pinToSpace(*window, *target);
         binding_.recomputeSpaceOrphans();
     }
@@ -199,7 +199,7 @@ void TagManager::peekBegin() {
 }
 
 void TagManager::peekEnd() {
-    reveal_.unlockTransientReveal(RevealController::kAfterPeek);
+    reveal_.unlockTransientReveal(RevealController::kPeekHideDelay);
 }
 
 }  // namespace orvellos

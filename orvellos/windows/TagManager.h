@@ -32,7 +32,6 @@ class TagManager final : private NavigatedTags {
         NavServices navigation;
     };
 
-    // The store and the services outlive the manager.
     TagManager(const Services& services, TagStore& store);
     ~TagManager() override;
     TagManager(const TagManager&) = delete;
@@ -91,7 +90,7 @@ class TagManager final : private NavigatedTags {
         const std::function<std::vector<std::string>()>& orderedSpaceUUIDs) const;
     // The tag of the current Space on the pointer's display.
     [[nodiscard]] std::optional<TagID> tagIDForCurrentSpace() const;
-    // By the place of their Space in the list, then those without one.
+    // By the place of their Space in the list; tags without one come last.
     [[nodiscard]] std::vector<Tag> tagsSortedBySpaceOrder(std::span<const std::string> spaceUUIDs) const;
 
     // Enlarges the tags and then opens Mission Control.
@@ -113,7 +112,7 @@ class TagManager final : private NavigatedTags {
     const SpaceIdentifier& spaces_;
     const Settings& settings_;
     Observers<> changed_;
-    // Each of these is given others that are made after it, and asks nothing of them until `start`.
+    // Some of these are given others that are made later, and ask nothing of them until `start`.
     TagWindows windows_;
     ClickThroughController clickThrough_;
     VisibilityController visibility_;

@@ -35,6 +35,7 @@ Rect clampedTo(const std::optional<platform::Screen>& screen, const Rect& frame)
     return {origin.x, origin.y, frame.width, frame.height};
 }
 
+// For the log; -1 without a screen.
 int screenIndex(const std::vector<platform::Screen>& screens, Point point) {
     const auto* found = platform::screenAt(screens, point);
     return found ? static_cast<int>(found - screens.data()) : -1;
@@ -65,7 +66,7 @@ TagWindow::TagWindow(const TagWindowServices& services, TagWindowOwner& owner, c
       alphaAnimation_(services.runLoop),
       frameAnimation_(services.runLoop),
       flashAnimation_(services.runLoop) {
-    takeLook(tag);
+    setLook(tag);
     frame_ = initialFrame(tag, existing);
     surface_ = services.windowSystem.makeTagSurface(frame_, !isBackup, *this);
     layOut();
@@ -75,7 +76,7 @@ TagWindow::~TagWindow() {
     if (isInGesture()) forgetGesture();
 }
 
-void TagWindow::takeLook(const Tag& tag) {
+void TagWindow::setLook(const Tag& tag) {
     appearance_.label = tag.label;
     appearance_.fill = tagColor(tag);
     appearance_.labelColor = labelTextColor(tag);
@@ -102,19 +103,16 @@ Size TagWindow::sizeForLabel(const std::string& label) const {
 
 Rect TagWindow::centred(Size size, Point center) const {
     const Point origin{center.x - size.width / 2, center.y - size.height / 2};
-    const auto screens = services_.screens.screens();
-    const auto index = screenIndex(screens, center);
-    const auto screen =
-        index >= 0 ? std::optional(screens[static_cast<std::size_t>(index)]) : services_.screens.mainScreen();
-    return clampedTo(screen, {origin.x, origin.y, size.width, size.height});
+    const auto under = screenUnder(services_.screens, center);
+    return clampedTo(under ? under : services_.screens.mainScreen(),
+                     {origin.x, origin.y, size.width, size.height});
 }
 
 // Where no screen is preferred, the tag follows the pointer to another one.
 std::optional<platform::Screen> TagWindow::screenForDrag(Point pointer) const {
     if (const auto preferred = owner_.preferredScreenProvider(tagID_)) return preferred;
-    const auto screens = services_.screens.screens();
-    const int index = screenIndex(screens, pointer);
-    return index < 0 ? ownScreen() : std::optional(screens[static_cast<std::size_t>(index)]);
+    const auto under = screenUnder(services_.screens, pointer);
+    return under ? under : ownScreen();
 }
 
 std::optional<platform::Screen> TagWindow::ownScreen() const {
@@ -197,7 +195,7 @@ void TagWindow::refreshShape() {
 }
 
 void TagWindow::update(const Tag& tag) {
-    takeLook(tag);
+    setLook(tag);
     applyFrameAndSize(currentSize_, tag.label, centred(sizeForLabel(tag.label), frame_.center()), false);
     if (mcBackup_) mcBackup_->update(tag);
 }
@@ -306,7 +304,7 @@ void TagWindow::follow(Size size) {
     setFrame(clampedTo(screenForDrag(pointer_), {moved.x, moved.y, size.width, size.height}));
 }
 
-// The tag stays in the hand. It takes the size at once, held at the same part of what is drawn of it.
+// The tag stays in the hand: it takes the size at once, held at the same part of its drawing.
 void TagWindow::placeAfterGesture(const Rect& frame) {
     frameAnimation_.stop();
     frameAfterGesture_ = frame;

@@ -120,7 +120,7 @@ class TagWindow final : public platform::TagWindowDelegate {
     [[nodiscard]] std::optional<platform::Screen> screenForDrag(platform::Point pointer) const;
     [[nodiscard]] std::optional<platform::Screen> ownScreen() const;
     [[nodiscard]] std::string shortId() const;
-    void takeLook(const Tag& tag);
+    void setLook(const Tag& tag);
     void setFrame(const platform::Rect& frame);
     void layOut();
     void animateFrame(const platform::Rect& target, std::function<double(double)> easing);

@@ -83,7 +83,7 @@ void TagWindows::pinToSpace(const TagWindow& window, const std::string& spaceUUI
     spaces_.moveWindow(window.mcBackup()->windowNumber(), spaceUUID);
 }
 
-void TagWindows::takeOffSpace(const TagWindow& window, const std::string& spaceUUID) const {
+void TagWindows::removeFromSpace(const TagWindow& window, const std::string& spaceUUID) const {
     spaces_.removeWindow(window.windowNumber(), spaceUUID);
     spaces_.removeWindow(window.mcBackup()->windowNumber(), spaceUUID);
 }

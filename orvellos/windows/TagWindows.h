@@ -40,7 +40,7 @@ class TagWindows final : public PlacedTags, public BoundTags, public RevealedTag
     // The same for every window that is not on the screen.
     void bringInPlacedWindows() const;
     void pinToSpace(const TagWindow& window, const std::string& spaceUUID) const;
-    void takeOffSpace(const TagWindow& window, const std::string& spaceUUID) const;
+    void removeFromSpace(const TagWindow& window, const std::string& spaceUUID) const;
     // Moves every window to its place at once.
     void sendHome();
     // Places the tag's backup for the current Mission Control style, for a main window at `base`, or where it

@@ -15,7 +15,7 @@ namespace orvellos {
 // active one. Keeps nothing but the latter; everything else is read at every decision. Main thread only.
 class VisibilityController final : public Reconciler {
   public:
-    // What a decision reads, and whom it moves.
+    // What a decision reads and acts on.
     struct Services {
         const SpaceIdentifier& spaces;
         const Settings& settings;

@@ -5,20 +5,17 @@
 namespace orvellos {
 namespace {
 
-using platform::seconds;
-
 class RevealControllerTests : public ApplicationTest, private RevealedTags, private Reconciler {
   protected:
-    void wait(double time) { desktop_.runLoop.advance(seconds(time)); }
+    void wait(double time) { desktop_.runLoop.advance(platform::seconds(time)); }
     bool isRevealed() { return reveal_.transientRevealActive(); }
 
     const std::vector<Tag>& tagsProvider() const override { return tags_; }
     TagWindow* windowFor(const TagID& /*id*/) const override { return nullptr; }
     platform::Rect homeTargetFrame(const Tag& /*tag*/, TagSize /*size*/) const override { return {}; }
-    void reconcile() override { ++reconciled_; }
+    void reconcile() override {}
 
     std::vector<Tag> tags_;
-    int reconciled_ = 0;
     RevealController reveal_{desktop_.runLoop, settings_, *this, *this};
 };
 
@@ -54,7 +51,7 @@ TEST_F(RevealControllerTests, EndsAReveal) {
             if (step == Glance) reveal_.beginTransientReveal(false);
             if (step == Lock) reveal_.beginTransientReveal(true);
             if (step == Unlock) reveal_.unlockTransientReveal();
-            if (step == EndPeek) reveal_.unlockTransientReveal(RevealController::kAfterPeek);
+            if (step == EndPeek) reveal_.unlockTransientReveal(RevealController::kPeekHideDelay);
         }
         if (now < row.end) {
             advanceTo(row.end - 0.001);
@@ -65,32 +62,6 @@ TEST_F(RevealControllerTests, EndsAReveal) {
         wait(20);
         EXPECT_EQ(desktop_.runLoop.pendingTimers(), 0U);
     }
-}
-
-TEST_F(RevealControllerTests, SaysWhatItDoes) {
-    reveal_.beginTransientReveal(true);
-    reveal_.beginTransientReveal(false);
-    reveal_.unlockTransientReveal(RevealController::kAfterPeek);
-    wait(2);
-    EXPECT_EQ(reconciled_, 3);
-    const std::string start =
-        "transient reveal START: mode=alwaysVisible showRevealOnSwipe=true kill=false "
-        "locked=true";
-    const Texts size = {"applySize START: medium animate=true tags=0", "applySize END",
-                        "applyEffectiveSize: done"};
-    Texts expected;
-    const auto add = [&](const Texts& lines) { expected.insert(expected.end(), lines.begin(), lines.end()); };
-    for (const char* lock : {"true", "false"}) {
-        add({std::string("beginTransientReveal START (timer idle) requestedLock=") + lock +
-                 " effectiveLock=true",
-             start, "applyEffectiveSize: mcActive=false embiggen=false transient=true"});
-        add(size);
-    }
-    add({"transient reveal UNLOCK — auto-hide in 1.5s", "transient reveal timer FIRED — hiding",
-         "transient reveal END (auto-hide elapsed)",
-         "applyEffectiveSize: mcActive=false embiggen=false transient=false"});
-    add(size);
-    EXPECT_EQ(messages(), expected);
 }
 
 }  // namespace
