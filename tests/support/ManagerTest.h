@@ -17,7 +17,8 @@ class ManagerTest : public ApplicationTest {
     ManagerTest() {
         desktop_.screens.addScreen({0, 0, 1440, 900});
         desktop_.spaces.addDisplay("Main", {"A", "B", "C"});
-        setTags({{TagID::random(), "Mail", "#3B82F6", {}, "A"}, {TagID::random(), "Code", "#10B981", {}, "C"}});
+        setTags(
+            {{TagID::random(), "Mail", "#3B82F6", {}, "A"}, {TagID::random(), "Code", "#10B981", {}, "C"}});
     }
 
     void start() {

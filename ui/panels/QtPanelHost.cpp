@@ -66,7 +66,9 @@ class ToastHandle final : public platform::ToastWindow {
 // The view of each kind of content.
 struct ViewMaker {
     QWidget* operator()(orvellos::CreateTagForm* form) const { return new CreateTagView(*form, colorPanel); }
-    QWidget* operator()(orvellos::EditTagsList* list) const { return new EditTagsView(*list, colorPanel, atoms); }
+    QWidget* operator()(orvellos::EditTagsList* list) const {
+        return new EditTagsView(*list, colorPanel, atoms);
+    }
     QWidget* operator()(orvellos::QuickSwitcher* switcher) const { return new QuickSwitcherView(*switcher); }
     QWidget* operator()(orvellos::SettingsForm* form) const { return new SettingsView(*form); }
     QWidget* operator()(orvellos::WelcomeForm* form) const { return new WelcomeView(*form); }
@@ -81,8 +83,9 @@ struct ViewMaker {
 std::unique_ptr<platform::PanelWindow> QtPanelHost::makePanel(const platform::PanelShell& shell,
                                                               const orvellos::PanelContent& content,
                                                               std::function<void()> willClose) {
-    auto panel = std::make_unique<QtPanel>(shell, std::visit(ViewMaker{colorPanel_, services_.atoms}, content),
-                                           services_.focus, std::move(willClose));
+    auto panel =
+        std::make_unique<QtPanel>(shell, std::visit(ViewMaker{colorPanel_, services_.atoms}, content),
+                                  services_.focus, std::move(willClose));
     services_.menuBar.attachTo(*panel);
     return std::make_unique<PanelHandle>(std::move(panel));
 }
