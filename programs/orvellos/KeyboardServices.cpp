@@ -30,7 +30,7 @@ std::vector<platform::x11::TranslatedShortcut> translated(const std::vector<Spac
 
 }  // namespace
 
-KeyboardServices::KeyboardServices(platform::freedesktop::SessionBus& bus, ui::QtRunLoop& runLoop,
+KeyboardServices::KeyboardServices(platform::freedesktop::MessageBus& bus, ui::QtRunLoop& runLoop,
                                    platform::x11::XConnection& connection, platform::x11::XEvents& events)
     : rawInput_(connection, events),
       keyboard_(connection, events, runLoop),
@@ -51,7 +51,7 @@ KeyboardServices::KeyboardServices(platform::freedesktop::SessionBus& bus, ui::Q
                  [this](const auto& keys) { monitor_.setShortcuts(translated(keys)); }) {}
 
 platform::freedesktop::DesktopShortcuts::Services KeyboardServices::shortcutServices(
-    platform::freedesktop::SessionBus& bus) {
+    platform::freedesktop::MessageBus& bus) {
     return {.bus = bus,
             .accelerators = accelerators_,
             .qtKey =

@@ -16,7 +16,7 @@ namespace programs {
 class KeyboardServices {
   public:
     // What is passed outlives the keys.
-    KeyboardServices(platform::freedesktop::SessionBus& bus, ui::QtRunLoop& runLoop,
+    KeyboardServices(platform::freedesktop::MessageBus& bus, ui::QtRunLoop& runLoop,
                      platform::x11::XConnection& connection, platform::x11::XEvents& events);
     KeyboardServices(const KeyboardServices&) = delete;
     KeyboardServices& operator=(const KeyboardServices&) = delete;
@@ -30,7 +30,7 @@ class KeyboardServices {
 
   private:
     [[nodiscard]] platform::freedesktop::DesktopShortcuts::Services shortcutServices(
-        platform::freedesktop::SessionBus& bus);
+        platform::freedesktop::MessageBus& bus);
 
     platform::x11::RawInput rawInput_;
     platform::x11::X11Keyboard keyboard_;

@@ -17,7 +17,7 @@ std::vector<std::string> programNames() {
 
 }  // namespace
 
-OverviewServices::OverviewServices(SessionBus& bus, platform::RunLoop& runLoop,
+OverviewServices::OverviewServices(MessageBus& bus, platform::RunLoop& runLoop,
                                    platform::x11::XConnection& connection, const platform::x11::Atoms& atoms,
                                    platform::x11::XEvents& events, platform::Screens& screens,
                                    platform::KeyMonitor& keys, SpaceKeys& spaceKeys)

@@ -15,7 +15,7 @@ namespace programs {
 class OverviewServices {
   public:
     // What is passed outlives the overview.
-    OverviewServices(platform::freedesktop::SessionBus& bus, platform::RunLoop& runLoop,
+    OverviewServices(platform::freedesktop::MessageBus& bus, platform::RunLoop& runLoop,
                      platform::x11::XConnection& connection, const platform::x11::Atoms& atoms,
                      platform::x11::XEvents& events, platform::Screens& screens, platform::KeyMonitor& keys,
                      platform::freedesktop::SpaceKeys& spaceKeys);

@@ -21,7 +21,7 @@ class UserInterfaceServices {
   public:
     // What is passed outlives the interface.
     struct Services {
-        platform::freedesktop::SessionBus& bus;
+        platform::freedesktop::MessageBus& bus;
         platform::RunLoop& runLoop;
         platform::x11::XConnection& connection;
         const platform::x11::Atoms& atoms;

@@ -10,7 +10,7 @@
 #include "orvellos/tags/TagStore.h"
 #include "orvellos/windows/EditingContext.h"
 #include "orvellos/windows/TagManager.h"
-#include "platform/freedesktop/bus/SessionBus.h"
+#include "platform/freedesktop/bus/MessageBus.h"
 #include "platform/freedesktop/desktops/FileManagerBrowser.h"
 #include "platform/freedesktop/desktops/KwinDesktops.h"
 #include "platform/freedesktop/desktops/SettingsPages.h"
@@ -76,7 +76,7 @@ class X11Application final : public orvellos::AppDelegate::Root {
 
     ui::QtRunLoop& runLoop_;
     std::function<void()> quit_;
-    platform::freedesktop::SessionBus bus_;
+    platform::freedesktop::MessageBus bus_;
     platform::freedesktop::KwinDesktops kwinDesktops_;
     platform::Subscription kwinCall_;
     platform::freedesktop::PosixFileSystem files_;
@@ -103,7 +103,7 @@ class X11Application final : public orvellos::AppDelegate::Root {
     OverviewServices overview_;
     UserInterfaceServices interface_;
     platform::x11::X11ScreenPower screenPower_;
-    platform::freedesktop::SessionBus systemBus_;
+    platform::freedesktop::MessageBus systemBus_;
     platform::freedesktop::PackageKitUpdates updates_;
     platform::freedesktop::LogindSession login_;
     platform::freedesktop::SessionEvents session_;

@@ -52,7 +52,7 @@ struct Watcher {
         platform::x11::XConnection::open(desktop.display().c_str(), kGenerousDeadline);
     platform::x11::XEvents events{*connection, mainLoop.runLoop, mainLoop.runLoop};
     platform::freedesktop::SystemdLibrary library;
-    platform::freedesktop::SessionBus bus{library, mainLoop.runLoop, mainLoop.runLoop,
+    platform::freedesktop::MessageBus bus{library, mainLoop.runLoop, mainLoop.runLoop,
                                           [this] { return desktop.environment["DBUS_SESSION_BUS_ADDRESS"]; }};
     platform::freedesktop::KwinOverview kwin{bus, mainLoop.runLoop};
     platform::x11::Atoms atoms = platform::x11::Atoms::intern(*connection);

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <string>
 
-#include "platform/freedesktop/bus/SessionBus.h"
+#include "platform/freedesktop/bus/MessageBus.h"
 #include "platform/freedesktop/processes/PosixBackgroundProcesses.h"
 #include "tests/support/MainLoop.h"
 #include "tests/support/PrivateBus.h"
@@ -28,7 +28,7 @@ class DesktopSettingsTest : public testing::Test {
     desktop_test::MainLoop loop_;
     desktop_test::TemporaryFolder folder_;
     SystemdLibrary library_;
-    SessionBus bus_{library_, loop_.runLoop, loop_.runLoop, [this] { return daemon_.address(); }};
+    MessageBus bus_{library_, loop_.runLoop, loop_.runLoop, [this] { return daemon_.address(); }};
     PosixBackgroundProcesses processes_{
         loop_.runLoop, [this](const std::string& name) { return (folder_.path() / name).string(); }};
 };

@@ -1,15 +1,12 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <nlohmann/json.hpp>
-#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
 
 #include "platform/RunLoop.h"
-#include "platform/freedesktop/bus/SystemdLibrary.h"
 
 namespace platform::freedesktop {
 
@@ -67,33 +64,5 @@ inline constexpr const char* kNoSessionBus = "disabled:";
 [[nodiscard]] std::string systemBusAddress();
 // The same for this value of DBUS_SYSTEM_BUS_ADDRESS (null when unset).
 [[nodiscard]] std::string systemBusAddress(const char* busAddress);
-
-struct BusDeleter {
-    const SystemdFunctions* systemd = nullptr;
-    void operator()(sd_bus* bus) const { systemd->sd_bus_close_unref(bus); }
-    void operator()(sd_bus_message* message) const { systemd->sd_bus_message_unref(message); }
-    void operator()(sd_bus_slot* slot) const { systemd->sd_bus_slot_unref(slot); }
-};
-using BusPointer = std::unique_ptr<sd_bus, BusDeleter>;
-using BusMessagePointer = std::unique_ptr<sd_bus_message, BusDeleter>;
-using BusSlotPointer = std::unique_ptr<sd_bus_slot, BusDeleter>;
-
-// Begins to connect, without waiting; null when that fails at once.
-[[nodiscard]] BusPointer connectToBus(const SystemdFunctions& systemd, const std::string& address);
-
-// Queues the call, without waiting; null when the call is malformed or the bus is gone. `handler` is called
-// while the bus is processed, unless the slot is destroyed first. The connection itself sets no limit of
-// time.
-[[nodiscard]] BusSlotPointer sendCall(const SystemdFunctions& systemd, sd_bus* bus, const BusCall& call,
-                                      sd_bus_message_handler_t handler, void* userData);
-
-// Asks for the signals, without waiting; null when that cannot be asked. `handler` is called for each while
-// the bus is processed, unless the slot is destroyed first.
-[[nodiscard]] BusSlotPointer addMatch(const SystemdFunctions& systemd, sd_bus* bus, const BusSignal& signal,
-                                      sd_bus_message_handler_t handler, void* userData);
-
-// The arguments of an answer or a signal; absent when it is an error, is malformed or is unreasonably large.
-[[nodiscard]] std::optional<BusArguments> readArguments(const SystemdFunctions& systemd,
-                                                        sd_bus_message* message);
 
 }  // namespace platform::freedesktop

@@ -13,7 +13,7 @@ constexpr const char* kBusPath = "/org/freedesktop/DBus";
 
 }  // namespace
 
-BusServiceWatch::BusServiceWatch(SessionBus& bus, std::string name, std::function<void(bool)> changed)
+BusServiceWatch::BusServiceWatch(MessageBus& bus, std::string name, std::function<void(bool)> changed)
     : bus_(bus), name_(std::move(name)), changed_(std::move(changed)) {
     ownerChanges_ = bus_.subscribe({.sender = kBus,
                                     .path = kBusPath,
@@ -54,7 +54,7 @@ void BusServiceWatch::set(bool isRunning) {
     if (std::exchange(isRunning_, isRunning) != isRunning) changed_(isRunning);
 }
 
-BusProperty::BusProperty(SessionBus& bus, BusPropertyName name, std::function<void()> changed)
+BusProperty::BusProperty(MessageBus& bus, BusPropertyName name, std::function<void()> changed)
     : bus_(bus),
       name_(std::move(name)),
       changed_(std::move(changed)),

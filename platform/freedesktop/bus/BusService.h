@@ -3,7 +3,7 @@
 #include <functional>
 #include <string>
 
-#include "platform/freedesktop/bus/SessionBus.h"
+#include "platform/freedesktop/bus/MessageBus.h"
 
 namespace platform::freedesktop {
 
@@ -12,7 +12,7 @@ class BusServiceWatch {
   public:
     // `changed` is called at a later turn of the main loop, whenever the answer is another; when one owner
     // takes over from another it is called twice. It never starts the service.
-    BusServiceWatch(SessionBus& bus, std::string name, std::function<void(bool isRunning)> changed);
+    BusServiceWatch(MessageBus& bus, std::string name, std::function<void(bool isRunning)> changed);
     BusServiceWatch(const BusServiceWatch&) = delete;
     BusServiceWatch& operator=(const BusServiceWatch&) = delete;
 
@@ -23,7 +23,7 @@ class BusServiceWatch {
     void handleOwnerChanged(const BusArguments& arguments);
     void set(bool isRunning);
 
-    SessionBus& bus_;
+    MessageBus& bus_;
     std::string name_;
     std::function<void(bool)> changed_;
     bool isRunning_ = false;
@@ -45,7 +45,7 @@ struct BusPropertyName {
 class BusProperty {
   public:
     // `changed` is called at a later turn of the main loop whenever the value is another.
-    BusProperty(SessionBus& bus, BusPropertyName name, std::function<void()> changed);
+    BusProperty(MessageBus& bus, BusPropertyName name, std::function<void()> changed);
     BusProperty(const BusProperty&) = delete;
     BusProperty& operator=(const BusProperty&) = delete;
 
@@ -59,7 +59,7 @@ class BusProperty {
     void handlePropertiesChanged(const BusArguments& arguments);
     void set(nlohmann::json value);
 
-    SessionBus& bus_;
+    MessageBus& bus_;
     BusPropertyName name_;
     std::function<void()> changed_;
     nlohmann::json value_;

@@ -2,9 +2,12 @@
 
 #include <systemd/sd-bus.h>
 
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
+
+#include "platform/freedesktop/bus/BusMessage.h"
 
 namespace platform::freedesktop {
 
@@ -19,7 +22,6 @@ namespace platform::freedesktop {
     X(sd_bus_get_fd)                  \
     X(sd_bus_get_events)              \
     X(sd_bus_process)                 \
-    X(sd_bus_wait)                    \
     X(sd_bus_call_async)              \
     X(sd_bus_add_match_async)         \
     X(sd_bus_slot_unref)              \
@@ -59,5 +61,33 @@ class SystemdLibrary {
     std::once_flag loaded_;
     std::optional<SystemdFunctions> functions_;
 };
+
+struct BusDeleter {
+    const SystemdFunctions* systemd = nullptr;
+    void operator()(sd_bus* bus) const { systemd->sd_bus_close_unref(bus); }
+    void operator()(sd_bus_message* message) const { systemd->sd_bus_message_unref(message); }
+    void operator()(sd_bus_slot* slot) const { systemd->sd_bus_slot_unref(slot); }
+};
+using BusPointer = std::unique_ptr<sd_bus, BusDeleter>;
+using BusMessagePointer = std::unique_ptr<sd_bus_message, BusDeleter>;
+using BusSlotPointer = std::unique_ptr<sd_bus_slot, BusDeleter>;
+
+// Begins to connect, without waiting; null when that fails at once.
+[[nodiscard]] BusPointer connectToBus(const SystemdFunctions& systemd, const std::string& address);
+
+// Queues the call, without waiting; null when the call is malformed or the bus is gone. `handler` is called
+// while the bus is processed, unless the slot is destroyed first. The connection itself sets no limit of
+// time.
+[[nodiscard]] BusSlotPointer sendCall(const SystemdFunctions& systemd, sd_bus* bus, const BusCall& call,
+                                      sd_bus_message_handler_t handler, void* userData);
+
+// Asks for the signals, without waiting; null when that cannot be asked. `handler` is called for each while
+// the bus is processed, unless the slot is destroyed first.
+[[nodiscard]] BusSlotPointer addMatch(const SystemdFunctions& systemd, sd_bus* bus, const BusSignal& signal,
+                                      sd_bus_message_handler_t handler, void* userData);
+
+// The arguments of an answer or a signal; absent when it is an error, is malformed or is unreasonably large.
+[[nodiscard]] std::optional<BusArguments> readArguments(const SystemdFunctions& systemd,
+                                                        sd_bus_message* message);
 
 }  // namespace platform::freedesktop

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "platform/Processes.h"
-#include "platform/freedesktop/bus/SessionBus.h"
+#include "platform/freedesktop/bus/MessageBus.h"
 #include "platform/freedesktop/desktops/AcceleratorLists.h"
 
 namespace platform::freedesktop {
@@ -16,7 +16,7 @@ namespace platform::freedesktop {
 class DesktopAccelerators {
   public:
     struct Services {
-        SessionBus& bus;
+        MessageBus& bus;
         BackgroundProcesses& processes;
         RunLoop& runLoop;
         std::string desktops;  // the running desktop's names, as currentDesktops() gives them

@@ -14,7 +14,7 @@ constexpr const char* kKey = "color-scheme";
 
 }  // namespace
 
-DesktopColorScheme::DesktopColorScheme(SessionBus& bus, std::function<void(Preference)> changed)
+DesktopColorScheme::DesktopColorScheme(MessageBus& bus, std::function<void(Preference)> changed)
     : bus_(bus), changed_(std::move(changed)) {
     changes_ = bus_.subscribe({.sender = kPortal,
                                .path = kPath,

@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "platform/freedesktop/bus/BusService.h"
-#include "platform/freedesktop/bus/SessionBus.h"
+#include "platform/freedesktop/bus/MessageBus.h"
 
 namespace platform::freedesktop {
 
@@ -15,7 +15,7 @@ class DesktopColorScheme {
     enum class Preference { None, Dark, Light };
 
     // `changed` is called at a later turn of the main loop whenever the preference is another.
-    DesktopColorScheme(SessionBus& bus, std::function<void(Preference)> changed);
+    DesktopColorScheme(MessageBus& bus, std::function<void(Preference)> changed);
     DesktopColorScheme(const DesktopColorScheme&) = delete;
     DesktopColorScheme& operator=(const DesktopColorScheme&) = delete;
 
@@ -23,7 +23,7 @@ class DesktopColorScheme {
     void ask();
     void take(const nlohmann::json& value);
 
-    SessionBus& bus_;
+    MessageBus& bus_;
     std::function<void(Preference)> changed_;
     Preference preference_ = Preference::None;
     Subscription question_;

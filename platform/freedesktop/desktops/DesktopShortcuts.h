@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/Keys.h"
-#include "platform/freedesktop/bus/SessionBus.h"
+#include "platform/freedesktop/bus/MessageBus.h"
 #include "platform/freedesktop/desktops/DesktopAccelerators.h"
 
 namespace platform::freedesktop {
@@ -18,7 +18,7 @@ namespace platform::freedesktop {
 class DesktopShortcuts final : public SystemShortcuts {
   public:
     struct Services {
-        SessionBus& bus;
+        MessageBus& bus;
         DesktopAccelerators& accelerators;
         // Qt's key code with its modifiers; absent when Qt has none for these keys.
         std::function<std::optional<std::uint32_t>(const KeyEvent&)> qtKey;

@@ -29,7 +29,7 @@ std::string fileUri(const std::filesystem::path& path) {
     return "file://" + percentEncoded(path.native());
 }
 
-FileManagerBrowser::FileManagerBrowser(SessionBus& bus, OpenFolder openFolder)
+FileManagerBrowser::FileManagerBrowser(MessageBus& bus, OpenFolder openFolder)
     : bus_(bus), openFolder_(std::move(openFolder)) {}
 
 void FileManagerBrowser::reveal(const std::filesystem::path& file) {

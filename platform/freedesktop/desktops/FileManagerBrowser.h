@@ -6,7 +6,7 @@
 
 #include "platform/Files.h"
 #include "platform/Observers.h"
-#include "platform/freedesktop/bus/SessionBus.h"
+#include "platform/freedesktop/bus/MessageBus.h"
 
 namespace platform::freedesktop {
 
@@ -16,14 +16,14 @@ class FileManagerBrowser final : public FileBrowser {
   public:
     using OpenFolder = std::function<void(const std::filesystem::path& folder)>;
 
-    explicit FileManagerBrowser(SessionBus& bus, OpenFolder openFolder = openWithXdgOpen);
+    explicit FileManagerBrowser(MessageBus& bus, OpenFolder openFolder = openWithXdgOpen);
 
     void reveal(const std::filesystem::path& file) override;
 
     static void openWithXdgOpen(const std::filesystem::path& folder);
 
   private:
-    SessionBus& bus_;
+    MessageBus& bus_;
     OpenFolder openFolder_;
     Subscription pending_;
 };

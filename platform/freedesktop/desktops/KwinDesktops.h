@@ -3,7 +3,7 @@
 #include <functional>
 #include <optional>
 
-#include "platform/freedesktop/bus/SessionBus.h"
+#include "platform/freedesktop/bus/MessageBus.h"
 #include "platform/freedesktop/desktops/KwinDesktopRow.h"
 
 namespace platform::freedesktop {
@@ -13,13 +13,13 @@ class KwinDesktops {
   public:
     using Callback = std::function<void(const std::optional<DesktopRow>& row)>;
 
-    explicit KwinDesktops(SessionBus& bus) : bus_(bus) {}
+    explicit KwinDesktops(MessageBus& bus) : bus_(bus) {}
 
     // Delivers once, at a later turn of the main loop; absent as readKwinDesktops says, after a second.
     Subscription request(Callback callback);
 
   private:
-    SessionBus& bus_;
+    MessageBus& bus_;
 };
 
 }  // namespace platform::freedesktop

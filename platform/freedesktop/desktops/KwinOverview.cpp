@@ -22,7 +22,7 @@ OverviewKind kindOf(const nlohmann::json& effects) {
 
 }  // namespace
 
-KwinOverview::KwinOverview(SessionBus& bus, RunLoop& runLoop)
+KwinOverview::KwinOverview(MessageBus& bus, RunLoop& runLoop)
     : bus_(bus),
       runLoop_(runLoop),
       service_(bus, kService, [this](bool isRunning) { handleServiceChanged(isRunning); }) {}

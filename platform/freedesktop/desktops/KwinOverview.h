@@ -5,7 +5,7 @@
 #include "platform/Observers.h"
 #include "platform/RunLoop.h"
 #include "platform/freedesktop/bus/BusService.h"
-#include "platform/freedesktop/bus/SessionBus.h"
+#include "platform/freedesktop/bus/MessageBus.h"
 #include "platform/freedesktop/desktops/DesktopOverview.h"
 
 namespace platform::freedesktop {
@@ -14,7 +14,7 @@ namespace platform::freedesktop {
 // is asked: at once when there is reason to, often while one is open, and else about once a second.
 class KwinOverview final : public BusOverview {
   public:
-    KwinOverview(SessionBus& bus, RunLoop& runLoop);
+    KwinOverview(MessageBus& bus, RunLoop& runLoop);
 
     [[nodiscard]] bool mayOpen() const override { return service_.isRunning(); }
     [[nodiscard]] bool isOverviewOpen() const override { return kind_ != OverviewKind::None; }
@@ -37,7 +37,7 @@ class KwinOverview final : public BusOverview {
     void setKind(OverviewKind kind);
     [[nodiscard]] Duration pause() const;
 
-    SessionBus& bus_;
+    MessageBus& bus_;
     RunLoop& runLoop_;
     OverviewKind kind_ = OverviewKind::None;
     Observers<OverviewKind> kindChanged_;

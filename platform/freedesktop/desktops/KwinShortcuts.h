@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/freedesktop/bus/SessionBus.h"
+#include "platform/freedesktop/bus/MessageBus.h"
 
 namespace platform::freedesktop {
 
@@ -21,7 +21,7 @@ class KwinShortcuts {
   public:
     using Callback = std::function<void(const std::vector<KwinShortcut>&)>;
 
-    explicit KwinShortcuts(SessionBus& bus) : bus_(bus) {}
+    explicit KwinShortcuts(MessageBus& bus) : bus_(bus) {}
 
     // Delivers once, at a later turn of the main loop, unless it is asked again before. Without the daemon,
     // and until KWin has told it of its actions, it never delivers.
@@ -31,7 +31,7 @@ class KwinShortcuts {
     Subscription onChange(std::function<void()> action);
 
   private:
-    SessionBus& bus_;
+    MessageBus& bus_;
     Subscription call_;
 };
 

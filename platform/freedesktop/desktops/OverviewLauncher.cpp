@@ -23,7 +23,7 @@ std::string urlOf(const std::string& program) {
 
 }  // namespace
 
-OverviewLauncher::OverviewLauncher(SessionBus& bus, RunLoop& runLoop,
+OverviewLauncher::OverviewLauncher(MessageBus& bus, RunLoop& runLoop,
                                    std::vector<const BusOverview*> overviews,
                                    std::vector<std::string> programs, IsInstalled isInstalled)
     : bus_(bus),

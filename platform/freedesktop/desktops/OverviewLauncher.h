@@ -9,7 +9,7 @@
 
 #include "platform/Processes.h"
 #include "platform/RunLoop.h"
-#include "platform/freedesktop/bus/SessionBus.h"
+#include "platform/freedesktop/bus/MessageBus.h"
 #include "platform/freedesktop/desktops/DesktopOverview.h"
 #include "platform/freedesktop/processes/Programs.h"
 
@@ -22,7 +22,7 @@ class OverviewLauncher final : public ApplicationLauncher {
     using IsInstalled = std::function<bool(std::string_view program)>;
 
     // Both lists are in the order of preference. What is passed by reference or pointer outlives this object.
-    OverviewLauncher(SessionBus& bus, RunLoop& runLoop, std::vector<const BusOverview*> overviews,
+    OverviewLauncher(MessageBus& bus, RunLoop& runLoop, std::vector<const BusOverview*> overviews,
                      std::vector<std::string> programs, IsInstalled isInstalled = isProgramInstalled);
 
     [[nodiscard]] std::optional<std::string> urlForApplication(
@@ -38,7 +38,7 @@ class OverviewLauncher final : public ApplicationLauncher {
     [[nodiscard]] std::optional<std::string> startProgramAt(std::string_view url) const;
     void complete(std::uint64_t id, const Completion& completion, const std::optional<std::string>& error);
 
-    SessionBus& bus_;
+    MessageBus& bus_;
     RunLoop& runLoop_;
     std::vector<const BusOverview*> overviews_;
     std::vector<std::string> programs_;

@@ -13,7 +13,7 @@ ShellOverview::Shell ShellOverview::cinnamon() {
     return {"Cinnamon", "org.Cinnamon", "/org/Cinnamon", {"OverviewActive", "ExpoActive"}};
 }
 
-ShellOverview::ShellOverview(SessionBus& bus, Shell shell) : shell_(std::move(shell)) {
+ShellOverview::ShellOverview(MessageBus& bus, Shell shell) : shell_(std::move(shell)) {
     const auto update = [this] {
         isOpen_ = std::ranges::any_of(
             properties_, [](const auto& property) { return property->value() == nlohmann::json(true); });

@@ -21,7 +21,7 @@ class ShellOverview final : public BusOverview {
     [[nodiscard]] static Shell gnomeShell();
     [[nodiscard]] static Shell cinnamon();
 
-    ShellOverview(SessionBus& bus, Shell shell);
+    ShellOverview(MessageBus& bus, Shell shell);
 
     [[nodiscard]] bool mayOpen() const override { return properties_.front()->isServiceRunning(); }
     [[nodiscard]] bool isOverviewOpen() const override { return isOpen_; }

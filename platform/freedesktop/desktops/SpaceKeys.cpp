@@ -79,7 +79,7 @@ std::optional<KeyEvent> meaningOfAction(std::string_view name, std::string_view 
     return found == std::end(kActions) ? std::nullopt : std::optional(found->second);
 }
 
-SpaceKeys::SpaceKeys(SessionBus& bus, RunLoop& runLoop, DesktopAccelerators& accelerators,
+SpaceKeys::SpaceKeys(MessageBus& bus, RunLoop& runLoop, DesktopAccelerators& accelerators,
                      std::function<void(const std::vector<SpaceKey>&)> changed)
     : runLoop_(runLoop),
       accelerators_(accelerators),

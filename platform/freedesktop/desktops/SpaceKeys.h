@@ -30,7 +30,7 @@ struct SpaceKey {
 class SpaceKeys {
   public:
     // `changed` is called at a later turn of the main loop, whenever they may be others.
-    SpaceKeys(SessionBus& bus, RunLoop& runLoop, DesktopAccelerators& accelerators,
+    SpaceKeys(MessageBus& bus, RunLoop& runLoop, DesktopAccelerators& accelerators,
               std::function<void(const std::vector<SpaceKey>&)> changed);
 
     // One of KWin's shortcuts has been pressed, which it may have since it loaded an effect.

@@ -11,7 +11,7 @@ constexpr const char* kPath = "/StatusNotifierWatcher";
 
 }  // namespace
 
-StatusNotifierHosts::StatusNotifierHosts(SessionBus& bus, std::function<void(bool)> changed)
+StatusNotifierHosts::StatusNotifierHosts(MessageBus& bus, std::function<void(bool)> changed)
     : registered_(bus, {kWatcher, kPath, kWatcher, "IsStatusNotifierHostRegistered"},
                   [this, changed = std::move(changed)] { changed(isThere()); }) {
     for (const char* member : {"StatusNotifierHostRegistered", "StatusNotifierHostUnregistered"})

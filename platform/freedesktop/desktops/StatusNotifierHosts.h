@@ -12,7 +12,7 @@ namespace platform::freedesktop {
 class StatusNotifierHosts {
   public:
     // `changed` is called at a later turn of the main loop.
-    StatusNotifierHosts(SessionBus& bus, std::function<void(bool isThere)> changed);
+    StatusNotifierHosts(MessageBus& bus, std::function<void(bool isThere)> changed);
 
     [[nodiscard]] bool isThere() const { return registered_.value() == true; }
 

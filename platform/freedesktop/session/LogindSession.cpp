@@ -30,7 +30,7 @@ std::optional<std::string> onlyText(const std::optional<BusArguments>& arguments
 
 }  // namespace
 
-LogindSession::LogindSession(SessionBus& systemBus, std::optional<std::string> sessionId)
+LogindSession::LogindSession(MessageBus& systemBus, std::optional<std::string> sessionId)
     : bus_(systemBus),
       sessionId_(std::move(sessionId)),
       sleepSignals_(systemBus.subscribe(

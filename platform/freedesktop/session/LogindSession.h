@@ -10,7 +10,7 @@
 #include "platform/Observers.h"
 #include "platform/Session.h"
 #include "platform/freedesktop/bus/BusService.h"
-#include "platform/freedesktop/bus/SessionBus.h"
+#include "platform/freedesktop/bus/MessageBus.h"
 
 namespace platform::freedesktop {
 
@@ -19,7 +19,7 @@ namespace platform::freedesktop {
 class LogindSession final : public SessionMonitor {
   public:
     // `sessionId` is XDG_SESSION_ID, for a process that does not belong to the session's own processes.
-    LogindSession(SessionBus& systemBus, std::optional<std::string> sessionId);
+    LogindSession(MessageBus& systemBus, std::optional<std::string> sessionId);
 
     Subscription onEvent(std::function<void(SessionEvent)> action) override {
         return events_.subscribe(std::move(action));
@@ -35,7 +35,7 @@ class LogindSession final : public SessionMonitor {
     void updateActive();
     void setAsleep(bool isAsleep);
 
-    SessionBus& bus_;
+    MessageBus& bus_;
     std::optional<std::string> sessionId_;
     bool isActive_ = true;
     bool isAsleep_ = false;

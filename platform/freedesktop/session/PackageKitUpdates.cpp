@@ -69,7 +69,7 @@ void PackageKitUpdates::checkForUpdates(std::function<void(const UpdateAnswer&)>
 
 // What is found comes as signals, which a later one ends.
 void PackageKitUpdates::followTransaction(const std::string& path) {
-    const auto follow = [&](const char* member, SessionBus::Handler handler) {
+    const auto follow = [&](const char* member, MessageBus::Handler handler) {
         signals_.push_back(
             bus_.subscribe({.sender = kService, .path = path, .interface = kTransaction, .member = member},
                            std::move(handler)));

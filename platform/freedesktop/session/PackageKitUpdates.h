@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "platform/System.h"
-#include "platform/freedesktop/bus/SessionBus.h"
+#include "platform/freedesktop/bus/MessageBus.h"
 
 namespace platform::freedesktop {
 
@@ -15,7 +15,7 @@ namespace platform::freedesktop {
 class PackageKitUpdates final : public UpdateService {
   public:
     // `packageNames` are what this program may be called in a distribution.
-    PackageKitUpdates(SessionBus& systemBus, std::vector<std::string> packageNames)
+    PackageKitUpdates(MessageBus& systemBus, std::vector<std::string> packageNames)
         : bus_(systemBus), packageNames_(std::move(packageNames)) {}
 
     // Fails where no package manager answers to PackageKit.
@@ -29,7 +29,7 @@ class PackageKitUpdates final : public UpdateService {
     void handlePackage(const BusArguments& arguments);
     void finish(const MaybeError& error);
 
-    SessionBus& bus_;
+    MessageBus& bus_;
     std::vector<std::string> packageNames_;
     std::function<void(const UpdateAnswer&)> answered_;
     std::optional<std::string> newVersion_;

@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "platform/Screens.h"
+#include "platform/linux/Backoff.h"
 #include "platform/x11/connection/Atoms.h"
-#include "platform/x11/connection/Backoff.h"
 #include "platform/x11/connection/XEvents.h"
 #include "platform/x11/screens/CoordinateSpace.h"
 

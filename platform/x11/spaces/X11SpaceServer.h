@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "platform/Spaces.h"
-#include "platform/x11/connection/Backoff.h"
+#include "platform/linux/Backoff.h"
 #include "platform/x11/connection/XEvents.h"
 #include "platform/x11/spaces/EwmhDesktops.h"
 #include "platform/x11/spaces/EwmhSpaceLayout.h"

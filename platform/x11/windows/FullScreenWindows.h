@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "platform/RunLoop.h"
+#include "platform/linux/Backoff.h"
 #include "platform/x11/connection/Atoms.h"
-#include "platform/x11/connection/Backoff.h"
 #include "platform/x11/connection/XEvents.h"
 #include "platform/x11/screens/CoordinateSpace.h"
 

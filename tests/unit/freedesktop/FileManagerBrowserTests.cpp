@@ -25,7 +25,7 @@ class FileManagerBrowserTests : public testing::Test {
     desktop_test::MainLoop mainLoop_;
     ui::QtRunLoop& runLoop_ = mainLoop_.runLoop;
     SystemdLibrary library_;
-    SessionBus bus_{library_, runLoop_, runLoop_, [this] { return daemon_.address(); }};
+    MessageBus bus_{library_, runLoop_, runLoop_, [this] { return daemon_.address(); }};
     std::vector<std::filesystem::path> opened_;
     FileManagerBrowser browser_{bus_, [this](const auto& folder) { opened_.push_back(folder); }};
 };

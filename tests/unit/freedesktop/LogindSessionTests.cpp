@@ -56,7 +56,7 @@ class LogindSessionTests : public testing::Test {
     desktop_test::PrivateBus daemon_;
     desktop_test::MainLoop mainLoop_;
     SystemdLibrary library_;
-    SessionBus bus_{library_, mainLoop_.runLoop, mainLoop_.runLoop, [this] { return daemon_.address(); }};
+    MessageBus bus_{library_, mainLoop_.runLoop, mainLoop_.runLoop, [this] { return daemon_.address(); }};
     std::atomic<bool> isActive_ = true;
     std::vector<SessionEvent> events_;
 };

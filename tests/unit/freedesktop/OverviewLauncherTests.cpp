@@ -40,7 +40,7 @@ class OverviewLauncherTests : public testing::Test {
     desktop_test::MainLoop mainLoop_;
     ui::QtRunLoop& runLoop_ = mainLoop_.runLoop;
     SystemdLibrary library_;
-    SessionBus bus_{library_, runLoop_, runLoop_, [this] { return daemon_.address(); }};
+    MessageBus bus_{library_, runLoop_, runLoop_, [this] { return daemon_.address(); }};
     KwinOverview kwin_{bus_, runLoop_};
     ShellOverview gnomeShell_{bus_, ShellOverview::gnomeShell()};
     std::vector<std::string> installed_;

@@ -38,7 +38,7 @@ class OverviewTests : public testing::Test {
     ui::QtRunLoop& runLoop_ = mainLoop_.runLoop;
     simulated::SimulatedRunLoop time_;
     SystemdLibrary library_;
-    SessionBus bus_{library_, runLoop_, runLoop_, [this] { return daemon_.address(); }};
+    MessageBus bus_{library_, runLoop_, runLoop_, [this] { return daemon_.address(); }};
 };
 
 TEST_F(OverviewTests, ShowsAWindowOfTheDockWhileAnyOverviewIsOpen) {

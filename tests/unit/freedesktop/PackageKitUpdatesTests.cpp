@@ -56,7 +56,7 @@ class PackageKitUpdatesTests : public testing::Test {
     desktop_test::PrivateBus daemon_;
     desktop_test::MainLoop mainLoop_;
     SystemdLibrary library_;
-    SessionBus bus_{library_, mainLoop_.runLoop, mainLoop_.runLoop, [this] { return daemon_.address(); }};
+    MessageBus bus_{library_, mainLoop_.runLoop, mainLoop_.runLoop, [this] { return daemon_.address(); }};
     PackageKitUpdates updates_{bus_, {"orvellos", "orvello"}};
     std::optional<UpdateAnswer> answer_;
 };

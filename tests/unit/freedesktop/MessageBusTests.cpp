@@ -1,4 +1,4 @@
-#include "platform/freedesktop/bus/SessionBus.h"
+#include "platform/freedesktop/bus/MessageBus.h"
 
 #include <gtest/gtest.h>
 
@@ -26,25 +26,25 @@ BusCall exampleCall(std::vector<BusArgument> arguments = {}) {
             .arguments = std::move(arguments)};
 }
 
-class SessionBusTests : public testing::Test {
+class MessageBusTests : public testing::Test {
   protected:
     struct Answer {
         bool delivered = false;
         std::optional<json> arguments;
     };
 
-    SessionBus makeBus() {
-        return SessionBus(library_, runLoop_, runLoop_, [this] {
+    MessageBus makeBus() {
+        return MessageBus(library_, runLoop_, runLoop_, [this] {
             ++attempts_;
             return daemon_.address();
         });
     }
 
-    static SessionBus::Reply into(Answer& answer) {
+    static MessageBus::Reply into(Answer& answer) {
         return [&answer](const auto& arguments) { answer = {true, arguments}; };
     }
 
-    Answer answerTo(SessionBus& bus, const BusCall& call) {
+    Answer answerTo(MessageBus& bus, const BusCall& call) {
         Answer answer;
         const auto pending = bus.call(call, into(answer));
         EXPECT_FALSE(answer.delivered);
@@ -59,7 +59,7 @@ class SessionBusTests : public testing::Test {
     int attempts_ = 0;
 };
 
-TEST_F(SessionBusTests, ReadsAnswersOfEveryType) {
+TEST_F(MessageBusTests, ReadsAnswersOfEveryType) {
     struct Row {
         const char* name;
         StandInService::Answer answer;
@@ -92,7 +92,7 @@ TEST_F(SessionBusTests, ReadsAnswersOfEveryType) {
     EXPECT_EQ(attempts_, 1);
 }
 
-TEST_F(SessionBusTests, SendsArgumentsWithTheirTypes) {
+TEST_F(MessageBusTests, SendsArgumentsWithTheirTypes) {
     const StandInService echo(daemon_.address(), kService, [](auto* call, auto* reply) {
         sd_bus_message_append(reply, "s", sd_bus_message_get_signature(call, 1));
         return sd_bus_message_copy(reply, call, 1);
@@ -107,7 +107,7 @@ TEST_F(SessionBusTests, SendsArgumentsWithTheirTypes) {
     EXPECT_EQ(echo.calls().size(), 1U);
 }
 
-TEST_F(SessionBusTests, AnswersAbsentWithoutWaitingWhenNobodyCan) {
+TEST_F(MessageBusTests, AnswersAbsentWithoutWaitingWhenNobodyCan) {
     const StandInService silent(daemon_.address(), "org.example.Silent", nullptr);
     auto silentCall = exampleCall();
     silentCall.service = "org.example.Silent";
@@ -123,11 +123,11 @@ TEST_F(SessionBusTests, AnswersAbsentWithoutWaitingWhenNobodyCan) {
     daemon_.resume();
 
     SystemdLibrary missing("libsystemd-that-is-not-there.so.0");
-    SessionBus without(missing, runLoop_, runLoop_);
+    MessageBus without(missing, runLoop_, runLoop_);
     EXPECT_FALSE(answerTo(without, exampleCall()).arguments);
 }
 
-TEST_F(SessionBusTests, ComesBackWithTheBusAndDoesNotTryAllTheTime) {
+TEST_F(MessageBusTests, ComesBackWithTheBusAndDoesNotTryAllTheTime) {
     auto bus = makeBus();
     Answer inFlight;
     {
@@ -150,7 +150,7 @@ TEST_F(SessionBusTests, ComesBackWithTheBusAndDoesNotTryAllTheTime) {
     EXPECT_TRUE(mainLoop_.runUntil([&] { return answerTo(bus, exampleCall()).arguments == json({"here"}); }));
 }
 
-TEST_F(SessionBusTests, DeliversNothingAfterTheSubscriptionOrTheBusEnds) {
+TEST_F(MessageBusTests, DeliversNothingAfterTheSubscriptionOrTheBusEnds) {
     const StandInService service(daemon_.address(), kService, [](auto*, auto*) { return 0; });
     Answer cancelled, orphaned;
     Subscription outliving;
@@ -164,7 +164,7 @@ TEST_F(SessionBusTests, DeliversNothingAfterTheSubscriptionOrTheBusEnds) {
     EXPECT_FALSE(cancelled.delivered || orphaned.delivered);
 }
 
-TEST_F(SessionBusTests, DeliversTheSignalsThatWereAskedFor) {
+TEST_F(MessageBusTests, DeliversTheSignalsThatWereAskedFor) {
     auto bus = makeBus();
     const BusSignal all{.sender = kService, .path = "/p", .interface = "i.f", .member = "M"};
     auto one = all;
@@ -196,7 +196,7 @@ TEST_F(SessionBusTests, DeliversTheSignalsThatWereAskedFor) {
     EXPECT_EQ(cancelled, (std::vector<json>{{"b", true}}));
 }
 
-TEST_F(SessionBusTests, KeepsListeningWhenTheBusOrTheServiceComesAnew) {
+TEST_F(MessageBusTests, KeepsListeningWhenTheBusOrTheServiceComesAnew) {
     auto bus = makeBus();
     std::vector<bool> running, connected;
     std::vector<json> texts;
@@ -223,7 +223,7 @@ TEST_F(SessionBusTests, KeepsListeningWhenTheBusOrTheServiceComesAnew) {
     EXPECT_EQ(texts, (std::vector<json>{"first", "second", "third"}));
 }
 
-TEST_F(SessionBusTests, KnowsAServiceThatWasThereBeforeAndOneThatIsReplaced) {
+TEST_F(MessageBusTests, KnowsAServiceThatWasThereBeforeAndOneThatIsReplaced) {
     auto bus = makeBus();
     StandInService service(daemon_.address(), kService, nullptr);
     service.run([](auto* b) {
@@ -239,7 +239,7 @@ TEST_F(SessionBusTests, KnowsAServiceThatWasThereBeforeAndOneThatIsReplaced) {
     EXPECT_EQ(running, (std::vector{true, false, true}));
 }
 
-TEST_F(SessionBusTests, FollowsAProperty) {
+TEST_F(MessageBusTests, FollowsAProperty) {
     const auto change = [](const char* changed, const char* invalidated) {
         return [=](sd_bus* b) {
             sd_bus_emit_signal(b, "/p", "org.freedesktop.DBus.Properties", "PropertiesChanged", "sa{sv}as",
@@ -267,7 +267,7 @@ TEST_F(SessionBusTests, FollowsAProperty) {
     EXPECT_EQ(values, (std::vector<json>{7, 8, 9, nullptr}));
 }
 
-TEST_F(SessionBusTests, TakesNoHarmFromSignalsThatAreNotAsTheyShouldBe) {
+TEST_F(MessageBusTests, TakesNoHarmFromSignalsThatAreNotAsTheyShouldBe) {
     auto bus = makeBus();
     const BusProperty property(bus, {kService, "/p", "i.f", "Number"}, [] {});
     StandInService service(daemon_.address(), kService, answerWith("v", "u", 7U));
@@ -286,7 +286,7 @@ TEST_F(SessionBusTests, TakesNoHarmFromSignalsThatAreNotAsTheyShouldBe) {
     EXPECT_TRUE(mainLoop_.runUntil([&] { return property.value() == 8; }));
 }
 
-TEST_F(SessionBusTests, RequestsKwinsDesktops) {
+TEST_F(MessageBusTests, RequestsKwinsDesktops) {
     auto bus = makeBus();
     KwinDesktops kwin(bus);
     std::vector<std::optional<DesktopRow>> answers;

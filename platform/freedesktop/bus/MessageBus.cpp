@@ -1,23 +1,25 @@
-#include "platform/freedesktop/bus/SessionBus.h"
+#include "platform/freedesktop/bus/MessageBus.h"
 
 #include <poll.h>
 
-#include <algorithm>
 #include <cstdint>
 #include <map>
 #include <utility>
+
+#include "platform/Observers.h"
+#include "platform/linux/Backoff.h"
 
 namespace platform::freedesktop {
 
 namespace {
 constexpr Duration kLongestConnecting = std::chrono::seconds(1);
 constexpr Duration kPauseAfterFailure = std::chrono::seconds(1);
-constexpr Duration kFirstReconnectDelay = std::chrono::seconds(1);  // doubled at every failure
+constexpr Duration kFirstReconnectDelay = std::chrono::seconds(1);
 constexpr Duration kLongestReconnectDelay = std::chrono::minutes(1);
 constexpr int kMostMessagesATurn = 32;  // so that a flood of messages does not hold up the main loop
 }  // namespace
 
-class SessionBus::Connection : public std::enable_shared_from_this<Connection> {
+class MessageBus::Connection : public std::enable_shared_from_this<Connection> {
   public:
     Connection(SystemdLibrary& library, DescriptorWatcher& descriptors, RunLoop& runLoop, Address address)
         : library_(library), descriptors_(descriptors), runLoop_(runLoop), address_(std::move(address)) {}
@@ -53,8 +55,7 @@ class SessionBus::Connection : public std::enable_shared_from_this<Connection> {
     void finish(PendingCall& pending, std::optional<BusArguments> arguments);
     void deliver(std::uint64_t id);
     void listen(Listener& listener);
-    void tellWatcher(std::uint64_t id, bool connected);
-    void tellWatchers(bool connected);
+    void tellConnected(bool connected);
     bool ensureConnected();
     void disconnect();
     void reconnectLater();
@@ -70,36 +71,36 @@ class SessionBus::Connection : public std::enable_shared_from_this<Connection> {
     BusPointer bus_;
     std::map<std::uint64_t, PendingCall> calls_;
     std::map<std::uint64_t, Listener> listeners_;
-    std::map<std::uint64_t, std::function<void(bool)>> watchers_;
+    Observers<bool> connectionChanged_;
     std::uint64_t nextId_ = 0;
     int watchedDescriptor_ = -1;
     Subscription readable_;
     Subscription writable_;
     Timer connectTimeout_;
     std::optional<Instant> pauseEnds_;
-    Duration reconnectDelay_ = kFirstReconnectDelay;
+    Backoff reconnectBackoff_{kFirstReconnectDelay, kLongestReconnectDelay};
     Timer reconnect_;
 };
 
-SessionBus::SessionBus(SystemdLibrary& library, DescriptorWatcher& descriptors, RunLoop& runLoop,
+MessageBus::MessageBus(SystemdLibrary& library, DescriptorWatcher& descriptors, RunLoop& runLoop,
                        Address address)
     : connection_(std::make_shared<Connection>(library, descriptors, runLoop, std::move(address))) {}
 
-SessionBus::~SessionBus() = default;
+MessageBus::~MessageBus() = default;
 
-Subscription SessionBus::call(const BusCall& call, Reply reply) {
+Subscription MessageBus::call(const BusCall& call, Reply reply) {
     return connection_->call(call, std::move(reply));
 }
 
-Subscription SessionBus::subscribe(const BusSignal& signal, Handler handler) {
+Subscription MessageBus::subscribe(const BusSignal& signal, Handler handler) {
     return connection_->subscribe(signal, std::move(handler));
 }
 
-Subscription SessionBus::onConnectionChanged(std::function<void(bool)> action) {
+Subscription MessageBus::onConnectionChanged(std::function<void(bool)> action) {
     return connection_->onConnectionChanged(std::move(action));
 }
 
-Subscription SessionBus::Connection::call(const BusCall& call, Reply reply) {
+Subscription MessageBus::Connection::call(const BusCall& call, Reply reply) {
     const auto id = nextId_++;
     auto& pending = calls_.emplace(id, PendingCall{*this, id, std::move(reply)}).first->second;
     send(pending, call);
@@ -108,7 +109,7 @@ Subscription SessionBus::Connection::call(const BusCall& call, Reply reply) {
     });
 }
 
-void SessionBus::Connection::send(PendingCall& pending, const BusCall& call) {
+void MessageBus::Connection::send(PendingCall& pending, const BusCall& call) {
     if (ensureConnected()) pending.slot = sendCall(*systemd_, bus_.get(), call, &handleReply, &pending);
     if (!pending.slot) {
         finish(pending, std::nullopt);
@@ -119,14 +120,14 @@ void SessionBus::Connection::send(PendingCall& pending, const BusCall& call) {
     watch();
 }
 
-int SessionBus::Connection::handleReply(sd_bus_message* message, void* pendingCall, sd_bus_error* /*error*/) {
+int MessageBus::Connection::handleReply(sd_bus_message* message, void* pendingCall, sd_bus_error* /*error*/) {
     auto& pending = *static_cast<PendingCall*>(pendingCall);
     pending.connection.finish(pending, readArguments(*pending.connection.systemd_, message));
     return 1;
 }
 
 // Answers are delivered from the main queue, so that what they set off never runs inside the bus library.
-void SessionBus::Connection::finish(PendingCall& pending, std::optional<BusArguments> arguments) {
+void MessageBus::Connection::finish(PendingCall& pending, std::optional<BusArguments> arguments) {
     if (std::exchange(pending.finished, true)) return;
     pending.arguments = std::move(arguments);
     pending.slot.reset();
@@ -135,12 +136,12 @@ void SessionBus::Connection::finish(PendingCall& pending, std::optional<BusArgum
     });
 }
 
-void SessionBus::Connection::deliver(std::uint64_t id) {
+void MessageBus::Connection::deliver(std::uint64_t id) {
     const auto done = calls_.extract(id);
     if (done) done.mapped().reply(done.mapped().arguments);
 }
 
-Subscription SessionBus::Connection::subscribe(const BusSignal& signal, Handler handler) {
+Subscription MessageBus::Connection::subscribe(const BusSignal& signal, Handler handler) {
     const auto id = nextId_++;
     const bool connected = bus_ != nullptr;
     auto& listener = listeners_.emplace(id, Listener{*this, id, signal, std::move(handler)}).first->second;
@@ -151,11 +152,11 @@ Subscription SessionBus::Connection::subscribe(const BusSignal& signal, Handler 
     });
 }
 
-void SessionBus::Connection::listen(Listener& listener) {
+void MessageBus::Connection::listen(Listener& listener) {
     listener.slot = addMatch(*systemd_, bus_.get(), listener.signal, &handleSignal, &listener);
 }
 
-int SessionBus::Connection::handleSignal(sd_bus_message* message, void* listener, sd_bus_error* /*error*/) {
+int MessageBus::Connection::handleSignal(sd_bus_message* message, void* listener, sd_bus_error* /*error*/) {
     const auto& [connection, id, signal, handler, slot] = *static_cast<Listener*>(listener);
     auto arguments = readArguments(*connection.systemd_, message);
     if (!arguments) return 0;
@@ -171,33 +172,24 @@ int SessionBus::Connection::handleSignal(sd_bus_message* message, void* listener
     return 0;
 }
 
-Subscription SessionBus::Connection::onConnectionChanged(std::function<void(bool)> action) {
-    const auto id = nextId_++;
-    const bool connected = bus_ != nullptr;
-    watchers_.emplace(id, std::move(action));
-    if (connected) tellWatcher(id, true);
+// All that is told reaches every observer, and each passes on what is news to its own.
+Subscription MessageBus::Connection::onConnectionChanged(std::function<void(bool)> action) {
+    const auto known = std::make_shared<bool>(false);
+    auto subscription = connectionChanged_.subscribe([known, action = std::move(action)](bool connected) {
+        if (std::exchange(*known, connected) != connected) action(connected);
+    });
+    if (bus_) tellConnected(true);
     if (ensureConnected()) watch();
-    return Subscription([weak = weak_from_this(), id] {
-        if (const auto self = weak.lock()) self->watchers_.erase(id);
+    return subscription;
+}
+
+void MessageBus::Connection::tellConnected(bool connected) {
+    runLoop_.post([weak = weak_from_this(), connected] {
+        if (const auto self = weak.lock()) self->connectionChanged_.notify(connected);
     });
 }
 
-void SessionBus::Connection::tellWatcher(std::uint64_t id, bool connected) {
-    runLoop_.post([weak = weak_from_this(), id, connected] {
-        const auto self = weak.lock();
-        if (!self) return;
-        const auto found = self->watchers_.find(id);
-        if (found == self->watchers_.end()) return;
-        const auto deliver = found->second;
-        deliver(connected);
-    });
-}
-
-void SessionBus::Connection::tellWatchers(bool connected) {
-    for (const auto& [id, watcher] : watchers_) tellWatcher(id, connected);
-}
-
-bool SessionBus::Connection::ensureConnected() {
+bool MessageBus::Connection::ensureConnected() {
     if (bus_) return true;
     if (pauseEnds_ && runLoop_.now() < *pauseEnds_) return false;
     systemd_ = library_.functions();
@@ -211,11 +203,11 @@ bool SessionBus::Connection::ensureConnected() {
     connectTimeout_ = runLoop_.after(kLongestConnecting, [this] { disconnect(); });
     reconnect_.cancel();
     for (auto& [id, listener] : listeners_) listen(listener);
-    tellWatchers(true);
+    tellConnected(true);
     return true;
 }
 
-void SessionBus::Connection::disconnect() {
+void MessageBus::Connection::disconnect() {
     if (connectTimeout_.isActive()) pauseEnds_ = runLoop_.now() + kPauseAfterFailure;
     connectTimeout_.cancel();
     readable_.cancel();
@@ -224,21 +216,20 @@ void SessionBus::Connection::disconnect() {
     for (auto& [id, pending] : calls_) finish(pending, std::nullopt);
     for (auto& [id, listener] : listeners_) listener.slot.reset();
     bus_.reset();
-    tellWatchers(false);
+    tellConnected(false);
     reconnectLater();
 }
 
-void SessionBus::Connection::reconnectLater() {
-    if (reconnect_.isActive() || (listeners_.empty() && watchers_.empty())) return;
-    reconnect_ = runLoop_.after(reconnectDelay_, [this] {
+void MessageBus::Connection::reconnectLater() {
+    if (reconnect_.isActive() || (listeners_.empty() && connectionChanged_.isEmpty())) return;
+    reconnect_ = runLoop_.after(reconnectBackoff_.next(), [this] {
         reconnect_.cancel();
         pauseEnds_.reset();
         if (ensureConnected()) watch();
     });
-    reconnectDelay_ = std::min(reconnectDelay_ * 2, kLongestReconnectDelay);
 }
 
-void SessionBus::Connection::process() {
+void MessageBus::Connection::process() {
     if (!bus_) return;
     int processed = 1;
     for (int count = 0; processed > 0 && count < kMostMessagesATurn; ++count)
@@ -249,20 +240,20 @@ void SessionBus::Connection::process() {
     }
     if (connectTimeout_.isActive() && systemd_->sd_bus_is_ready(bus_.get()) > 0) {
         connectTimeout_.cancel();
-        reconnectDelay_ = kFirstReconnectDelay;
+        reconnectBackoff_.reset();
     }
     if (processed > 0) processLater();
     watch();
 }
 
-void SessionBus::Connection::processLater() {
+void MessageBus::Connection::processLater() {
     runLoop_.post([weak = weak_from_this()] {
         if (const auto self = weak.lock()) self->process();
     });
 }
 
 // Waits for what the bus waits for now: the descriptor changes while it connects, the direction as it sends.
-void SessionBus::Connection::watch() {
+void MessageBus::Connection::watch() {
     const int descriptor = systemd_->sd_bus_get_fd(bus_.get());
     const int events = systemd_->sd_bus_get_events(bus_.get());
     if (descriptor < 0 || events < 0) {

@@ -16,19 +16,19 @@ namespace platform::freedesktop {
 // the main loop and never waited for. It is made when something is first asked, given up when it does not
 // come about within a second, and made anew by a later call; after a failed attempt the calls of the next
 // second fail without another. While somebody listens it is made anew by itself. Main thread only.
-class SessionBus {
+class MessageBus {
   public:
     // The answer's arguments; absent when there is no bus, an error came back, or nothing in time.
     using Reply = std::function<void(const std::optional<BusArguments>& arguments)>;
     using Handler = std::function<void(const BusArguments& arguments)>;
     using Address = std::function<std::string()>;
 
-    SessionBus(
+    MessageBus(
         SystemdLibrary& library, DescriptorWatcher& descriptors, RunLoop& runLoop,
         Address address = [] { return sessionBusAddress(); });
-    ~SessionBus();
-    SessionBus(const SessionBus&) = delete;
-    SessionBus& operator=(const SessionBus&) = delete;
+    ~MessageBus();
+    MessageBus(const MessageBus&) = delete;
+    MessageBus& operator=(const MessageBus&) = delete;
 
     // Sends the call and delivers its answer once, at a later turn of the main loop; never when the
     // subscription ends before. The call itself is not taken back.

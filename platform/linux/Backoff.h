@@ -5,7 +5,7 @@
 
 #include "platform/RunLoop.h"
 
-namespace platform::x11 {
+namespace platform {
 
 // The pauses before the next try of an operation that may fail for long: each twice the one before, up to a
 // longest.
@@ -23,4 +23,4 @@ class Backoff {
     Duration next_;
 };
 
-}  // namespace platform::x11
+}  // namespace platform
