@@ -7,6 +7,7 @@
 #include <cmath>
 
 #include "orvellos/base/Text.h"
+#include "platform/Text.h"
 
 namespace orvellos {
 
@@ -24,10 +25,6 @@ bool isNumeric(const platform::Color& color) {
 double linear(double value) {
     const double component = std::clamp(value, 0.0, 1.0);
     return component <= 0.03928 ? component / 12.92 : std::pow((component + 0.055) / 1.055, 2.4);
-}
-
-char upper(char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
 }  // namespace
@@ -50,9 +47,8 @@ std::string hexFromColor(const platform::Color& color) {
 }
 
 std::string paletteName(std::string_view hex) {
-    std::string wanted(hex);
-    std::ranges::transform(wanted, wanted.begin(), upper);
-    const auto found = std::ranges::find(tagPalette, std::string_view(wanted), &PaletteColor::hex);
+    const auto* found = std::ranges::find_if(
+        tagPalette, [&](const PaletteColor& color) { return platform::equalIgnoringCase(color.hex, hex); });
     return std::string(found == tagPalette.end() ? hex : found->name);
 }
 

@@ -12,6 +12,7 @@
 #include <cstddef>
 #include <cstdlib>
 
+#include "platform/Text.h"
 #include "platform/freedesktop/bus/BusWire.h"
 #include "platform/freedesktop/files/FileDescriptor.h"
 
@@ -21,13 +22,6 @@ namespace {
 
 constexpr std::uint32_t kHello = 1;  // serials
 constexpr std::uint32_t kQuestion = 2;
-
-// Takes what stands before the separator, and the separator, off the text.
-std::string_view nextPart(std::string_view& text, char separator) {
-    const auto part = text.substr(0, text.find(separator));
-    text.remove_prefix(std::min(part.size() + 1, text.size()));
-    return part;
-}
 
 // A value of an address, where % and two hexadecimal digits are a byte.
 std::string unescaped(std::string_view text) {
@@ -47,11 +41,12 @@ std::string socketName(std::string_view address) {
     constexpr std::string_view kUnix = "unix:";
     if (!address.starts_with(kUnix)) return {};
     address.remove_prefix(kUnix.size());
-    while (!address.empty()) {
-        auto value = nextPart(address, ',');
-        const auto key = nextPart(value, '=');
-        if (key == "path") return unescaped(value);
-        if (key == "abstract") return std::string(1, '\0') + unescaped(value);
+    constexpr std::string_view kPath = "path=";
+    constexpr std::string_view kAbstract = "abstract=";
+    for (const auto part : split(address, ',')) {
+        if (part.starts_with(kPath)) return unescaped(part.substr(kPath.size()));
+        if (part.starts_with(kAbstract))
+            return std::string(1, '\0') + unescaped(part.substr(kAbstract.size()));
     }
     return {};
 }
@@ -71,9 +66,9 @@ FileDescriptor connectTo(std::string_view address) {
 }
 
 FileDescriptor connectToFirst(std::string_view addresses) {
-    FileDescriptor connection;
-    while (!connection.isOpen() && !addresses.empty()) connection = connectTo(nextPart(addresses, ';'));
-    return connection;
+    for (const auto address : split(addresses, ';'))
+        if (auto connection = connectTo(address); connection.isOpen()) return connection;
+    return {};
 }
 
 // Everything that there is to say: who asks (D-Bus Specification, "Authentication Protocol", EXTERNAL), the

@@ -1,10 +1,10 @@
 #include "platform/freedesktop/bus/BusMessage.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <string_view>
 #include <utility>
 
+#include "platform/Text.h"
 #include "platform/freedesktop/files/Quoting.h"
 
 namespace platform::freedesktop {
@@ -18,9 +18,7 @@ bool isSet(const char* text) {
 // The entries of a semicolon-separated address list that are Unix sockets.
 std::string unixAddresses(std::string_view list) {
     std::string kept;
-    while (!list.empty()) {
-        const auto entry = list.substr(0, list.find(';'));
-        list.remove_prefix(std::min(entry.size() + 1, list.size()));
+    for (const auto entry : split(list, ';')) {
         if (!entry.starts_with("unix:")) continue;
         if (!kept.empty()) kept += ';';
         kept += entry;

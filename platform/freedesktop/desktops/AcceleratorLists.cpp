@@ -4,6 +4,8 @@
 #include <array>
 #include <cctype>
 
+#include "platform/Text.h"
+
 namespace platform::freedesktop {
 
 namespace {
@@ -64,9 +66,7 @@ std::vector<Accelerator> acceleratorsOfXfce(const BusArguments& properties) {
 
 std::vector<Accelerator> acceleratorsOfGsettings(std::string_view output) {
     std::vector<Accelerator> found;
-    while (!output.empty()) {
-        const auto line = output.substr(0, output.find('\n'));
-        output.remove_prefix(std::min(line.size() + 1, output.size()));
+    for (const auto line : split(output, '\n')) {
         const auto name = line.find(' ');
         const auto value = name == std::string_view::npos ? name : line.find(' ', name + 1);
         if (value == std::string_view::npos) continue;

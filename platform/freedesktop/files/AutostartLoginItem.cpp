@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/Text.h"
+
 namespace platform::freedesktop {
 
 namespace {
@@ -42,11 +44,7 @@ std::string execArgument(std::string_view argument) {
 class DesktopEntry {
   public:
     explicit DesktopEntry(std::string_view text) {
-        for (std::size_t start = 0; start <= text.size();) {
-            const auto end = std::min(text.find('\n', start), text.size());
-            lines_.emplace_back(text.substr(start, end - start));
-            start = end + 1;
-        }
+        for (const auto line : split(text, '\n')) lines_.emplace_back(line);
         const auto isMain = [](const std::string& line) { return trimmed(line) == kMainGroup; };
         const auto isHeader = [](const std::string& line) { return line.starts_with('['); };
         const auto header = std::ranges::find_if(lines_, isMain);

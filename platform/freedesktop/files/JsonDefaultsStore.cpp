@@ -9,6 +9,7 @@
 
 #include "platform/JsonText.h"
 #include "platform/System.h"
+#include "platform/Text.h"
 
 namespace platform::freedesktop {
 
@@ -17,15 +18,6 @@ namespace {
 using nlohmann::json;
 
 constexpr std::size_t kLargestFile = 4 << 20;
-
-bool isUtf8(const std::string& bytes) {
-    try {
-        (void)json(bytes).dump();
-        return true;
-    } catch (const json::type_error&) {
-        return false;
-    }
-}
 
 // What each kind of value is written as.
 struct Encoder {

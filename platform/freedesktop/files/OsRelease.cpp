@@ -2,19 +2,15 @@
 
 #include <sys/utsname.h>
 
-#include <algorithm>
-
+#include "platform/Text.h"
 #include "platform/freedesktop/files/Quoting.h"
 
 namespace platform::freedesktop {
 
 std::string osReleaseField(std::string_view text, std::string_view field) {
-    while (!text.empty()) {
-        const auto line = text.substr(0, text.find('\n'));
-        text.remove_prefix(std::min(line.size() + 1, text.size()));
+    for (const auto line : split(text, '\n'))
         if (line.starts_with(field) && line.substr(field.size()).starts_with('='))
             return unquoted(line.substr(field.size() + 1));
-    }
     return {};
 }
 

@@ -3,11 +3,11 @@
 #include <pwd.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <string_view>
 
+#include "platform/Text.h"
 #include "platform/freedesktop/files/PosixFileSystem.h"
 #include "platform/freedesktop/files/Quoting.h"
 
@@ -97,12 +97,8 @@ std::optional<fs::path> XdgFolders::configuredDesktop() const {
     const auto text = PosixFileSystem().read(*config / "user-dirs.dirs");
     if (!text) return std::nullopt;
     std::optional<fs::path> found;
-    const std::string_view all = text.value();
-    for (std::size_t start = 0; start < all.size();) {
-        const auto end = std::min(all.find('\n', start), all.size());
-        if (auto folder = desktopInLine(all.substr(start, end - start), home())) found = folder;
-        start = end + 1;
-    }
+    for (const auto line : split(text.value(), '\n'))
+        if (auto folder = desktopInLine(line, home())) found = folder;
     return found;
 }
 

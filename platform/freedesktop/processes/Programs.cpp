@@ -2,11 +2,12 @@
 
 #include <BuildInformation.h>
 #include <unistd.h>
-#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <iterator>
 #include <system_error>
+
+#include "platform/Text.h"
 
 namespace platform::freedesktop {
 
@@ -21,9 +22,7 @@ bool canBeStarted(const std::filesystem::path& file) {
 
 std::optional<std::filesystem::path> findProgramInFolders(std::string_view program,
                                                           std::string_view folders) {
-    while (!folders.empty()) {
-        const auto folder = folders.substr(0, folders.find(':'));
-        folders.remove_prefix(std::min(folder.size() + 1, folders.size()));
+    for (const auto folder : split(folders, ':')) {
         auto file = std::filesystem::path(folder) / program;
         if (!folder.empty() && canBeStarted(file)) return file;
     }

@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "platform/Text.h"
 #include "platform/x11/input/KeyCodes.h"
 
 namespace platform::x11 {
@@ -17,18 +18,10 @@ constexpr std::pair<std::string_view, std::uint64_t> kAcceleratorModifiers[] = {
     {"alt", modifier::kOption},      {"mod1", modifier::kOption},     {"super", modifier::kCommand},
     {"mod4", modifier::kCommand}};
 
-std::string lowerCased(std::string_view text) {
-    std::string lower(text);
-    std::ranges::transform(lower, lower.begin(), [](char letter) {
-        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-    });
-    return lower;
-}
-
 // Absent for a modifier that no chord has.
 std::optional<std::uint64_t> flagOf(std::string_view name) {
-    const auto* found = std::ranges::find(kAcceleratorModifiers, lowerCased(name),
-                                          [](const auto& each) { return std::string(each.first); });
+    const auto* found = std::ranges::find_if(
+        kAcceleratorModifiers, [&](const auto& each) { return equalIgnoringCase(each.first, name); });
     return found == std::end(kAcceleratorModifiers) ? std::nullopt : std::optional(found->second);
 }
 

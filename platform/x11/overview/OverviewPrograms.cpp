@@ -7,6 +7,7 @@
 #include <iterator>
 #include <utility>
 
+#include "platform/Text.h"
 #include "platform/x11/spaces/EwmhDesktops.h"
 #include "platform/x11/windows/WindowClass.h"
 
@@ -19,16 +20,9 @@ constexpr auto kUsualAnswerTime = std::chrono::milliseconds(5);
 constexpr auto kSlowAnswerTime = std::chrono::milliseconds(50);
 constexpr std::array<std::string_view, 2> kNames = {"xfdashboard", "skippy-xd"};
 
-bool isLetterOfSameKind(char a, char b) {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-    return lower(a) == lower(b);
-}
-
 bool isOverviewClass(std::string_view windowClass) {
     const auto name = classPart(windowClass);
-    return name && std::ranges::any_of(kNames, [&](auto known) {
-               return std::ranges::equal(*name, known, isLetterOfSameKind);
-           });
+    return name && std::ranges::any_of(kNames, [&](auto known) { return equalIgnoringCase(*name, known); });
 }
 
 }  // namespace

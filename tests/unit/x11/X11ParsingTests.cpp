@@ -203,6 +203,7 @@ TEST(ClassPartTest, IsUtf8WhateverTheProgramWrote) {
              {{"a\0caf\xE9\0", 7}, "caf\u00E9"},
              {{"a\0caf\xC3\xA9\0", 8}, "caf\u00E9"},
              {{"a\0\xC3\0", 4}, "\u00C3"},
+             {{"a\0\xED\xA0\x80", 5}, "\xC3\xAD\xC2\xA0\xC2\x80"},  // no UTF-8: half a pair of UTF-16
              {{"a\0\0", 3}, std::nullopt},
              {{"a", 1}, std::nullopt},
              {{}, std::nullopt},
