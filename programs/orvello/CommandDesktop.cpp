@@ -1,11 +1,14 @@
 #include "programs/orvello/CommandDesktop.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <chrono>
+#include <cstring>
 #include <utility>
 
 #include "platform/freedesktop/desktops/KwinDesktopRow.h"
-#include "programs/orvello/StartOver.h"
+#include "programs/Alarm.h"
 
 using namespace platform;
 using namespace platform::x11;
@@ -14,6 +17,19 @@ namespace {
 
 constexpr std::chrono::milliseconds kPatience(2000);
 constexpr Duration kBusPatience = std::chrono::seconds(1);
+
+char** argumentsOfStart = nullptr;
+
+// Replaces the process by itself without a display: what it could not find out from a server that does not
+// answer, it then does not ask. Runs in a signal handler: nothing here allocates.
+void startOver(int /*signal*/) {
+    char** kept = environ;
+    for (char** variable = environ; *variable; ++variable)
+        if (std::strncmp(*variable, "DISPLAY=", 8) != 0) *kept++ = *variable;
+    *kept = nullptr;
+    execve("/proc/self/exe", argumentsOfStart, environ);
+    _exit(1);
+}
 
 }  // namespace
 
@@ -49,7 +65,9 @@ struct CommandDesktop::Connected final : DesktopSource {
     }
 };
 
-CommandDesktop::CommandDesktop(char** argv) : argv_(argv) {}
+CommandDesktop::CommandDesktop(char** argv) {
+    argumentsOfStart = argv;
+}
 CommandDesktop::~CommandDesktop() = default;
 
 CommandDesktop::Connected* CommandDesktop::connected() const {
@@ -57,8 +75,8 @@ CommandDesktop::Connected* CommandDesktop::connected() const {
     const auto deadline = monotonicNow() + kPatience;
     std::unique_ptr<XConnection> connection;
     {
-        const StartOver unlessAnswered(kPatience, argv_);
-        connection = XConnection::openUnbounded(nullptr, kPatience);
+        const programs::Alarm unlessAnswered(kPatience, startOver);
+        connection = XConnection::open(nullptr, kPatience);
     }
     if (!connection) return nullptr;
     connection->setDeadline(deadline);

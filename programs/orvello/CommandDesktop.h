@@ -21,7 +21,7 @@ class CommandDesktop final : public platform::SpaceLayout,
                              public platform::SpaceSwitchingEntries,
                              public platform::WindowList {
   public:
-    // `argv` as main got it, for starting over when the X server does not answer.
+    // `argv` as main got it, for starting over when the X server does not answer; one object a process.
     explicit CommandDesktop(char** argv);
     ~CommandDesktop() override;
     CommandDesktop(const CommandDesktop&) = delete;
@@ -52,7 +52,6 @@ class CommandDesktop final : public platform::SpaceLayout,
     // The connection, made at the first question; null without an X server.
     [[nodiscard]] Connected* connected() const;
 
-    char** argv_;
     mutable bool hasConnected_ = false;
     mutable std::unique_ptr<Connected> connected_;
     mutable std::optional<std::optional<platform::ManagedDisplaySpaces>> layout_;

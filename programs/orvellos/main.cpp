@@ -2,13 +2,16 @@
 // loop.
 
 #include <fontconfig/fontconfig.h>
+#include <unistd.h>
 
 #include <QApplication>
 #include <QSessionManager>
+
 #include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <future>
+#include <memory>
 #include <mutex>
 
 #include "orvellos/app/AppDelegate.h"
@@ -17,7 +20,8 @@
 #include "platform/freedesktop/bus/SystemdLibrary.h"
 #include "platform/freedesktop/processes/StandardStreams.h"
 #include "platform/freedesktop/session/JournalSystemLog.h"
-#include "platform/x11/connection/XConnection.h"
+#include "platform/x11/connection/Extensions.h"
+#include "programs/Alarm.h"
 #include "programs/orvellos/X11Application.h"
 #include "ui/shell/QtRunLoop.h"
 #include "ui/shell/TerminationSignals.h"
@@ -43,9 +47,12 @@ void keepQtFromStartingABus() {
            address.empty() ? platform::freedesktop::kNoSessionBus : address.c_str(), 1);
 }
 
+// Allocates nothing, for it also runs in a signal handler.
 int failToOpenDisplay() {
     const char* display = std::getenv("DISPLAY");
-    writeStandardError("orvello: cannot open the display \"" + std::string(display ? display : "") + "\"\n");
+    for (const std::string_view part :
+         {"orvello: cannot open the display \"", display ? display : "", "\"\n"})
+        writeStandardError(part);
     return 1;
 }
 
@@ -110,6 +117,10 @@ int runApplication(int argc, char** argv, platform::x11::XConnection& connection
 
 int main(int argc, char** argv) {
     const auto fonts = readFontConfiguration();
-    const auto connection = platform::x11::XConnection::open(nullptr, kPatienceAtStart);
+    std::unique_ptr<platform::x11::XConnection> connection;
+    {
+        const programs::Alarm unlessAnswered(kPatienceAtStart, [](int) { _exit(failToOpenDisplay()); });
+        connection = platform::x11::openWithExtensions(nullptr, kPatienceAtStart);
+    }
     return connection ? runApplication(argc, argv, *connection, fonts) : failToOpenDisplay();
 }

@@ -13,7 +13,7 @@
 #include "orvellos/spaces/SpaceSwitcher.h"
 #include "platform/x11/connection/XEvents.h"
 #include "platform/x11/spaces/EwmhDesktops.h"
-#include "programs/AlarmClock.h"
+#include "programs/Alarm.h"
 
 // Stands in for the script runner: does what a script of the application asks of the Space keys, in one step,
 // and ends with status 0 when the Space has changed. Knows no other script.
@@ -57,7 +57,7 @@ bool waitForDesktop(XConnection& connection, const Atoms& atoms, std::uint32_t t
 
 bool perform(const SpaceScript& script) {
     const auto end = monotonicNow() + kPatience;
-    const auto connection = XConnection::openUnbounded(nullptr, kPatience);
+    const auto connection = XConnection::open(nullptr, kPatience);
     if (!connection) return false;
     // Every wait may cost a turn of a busy machine's scheduler, so what can be asked together is.
     const auto timeWindow = requestServerTime(*connection);
@@ -86,6 +86,6 @@ int main(int argc, char** argv) {
         return 1;
     }
     // Nothing that this program waits for can keep it.
-    programs::callAfter(kPatience, [](int) { _exit(1); });
+    const programs::Alarm patience(kPatience, [](int) { _exit(1); });
     return perform(*script) ? 0 : 1;
 }

@@ -10,6 +10,7 @@
 #include "platform/freedesktop/desktops/DesktopOverview.h"
 #include "platform/freedesktop/desktops/KwinOverview.h"
 #include "platform/freedesktop/desktops/OverviewLauncher.h"
+#include "platform/x11/connection/Extensions.h"
 #include "platform/x11/overview/OverviewHints.h"
 #include "platform/x11/overview/OverviewPrograms.h"
 #include "platform/x11/screens/X11Screens.h"
@@ -49,7 +50,7 @@ struct Watcher {
     PrivateDesktop& desktop;
     MainLoop mainLoop;
     std::unique_ptr<platform::x11::XConnection> connection =
-        platform::x11::XConnection::open(desktop.display().c_str(), kGenerousDeadline);
+        platform::x11::openWithExtensions(desktop.display().c_str(), kGenerousDeadline);
     platform::x11::XEvents events{*connection, mainLoop.runLoop, mainLoop.runLoop};
     platform::freedesktop::SystemdLibrary library;
     platform::freedesktop::MessageBus bus{library, mainLoop.runLoop, mainLoop.runLoop,

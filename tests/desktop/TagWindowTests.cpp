@@ -377,6 +377,15 @@ TEST(ApplicationTest, SaysInOneLineThatThereIsNoDisplay) {
     EXPECT_EQ(result.standardError, "orvello: cannot open the display \"\"\n");
 }
 
+TEST(ApplicationTest, DoesNotWaitForAServerThatIsStopped) {
+    PrivateDesktop desktop({.windowManager = {.kind = WindowManager::None}});
+    desktop.server().signal(SIGSTOP);
+    const auto result = desktop.run({desktop.program("orvello")});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.standardError, "orvello: cannot open the display \"" + desktop.display() + "\"\n");
+    desktop.server().signal(SIGCONT);
+}
+
 TEST(ApplicationTest, EndsInOneLineWhenTheServerGoesAway) {
     TaggedDesktop desktop({.kind = WindowManager::Openbox});
     auto application = desktop.start({desktop.program("orvello")});

@@ -1,5 +1,6 @@
 // Hot keys on a real server: who gets a key, and how often.
 
+#include "platform/x11/connection/Extensions.h"
 #include "platform/x11/input/X11HotKeys.h"
 
 #include <gtest/gtest.h>
@@ -64,7 +65,7 @@ class HotKeysTest : public testing::Test {
     PlainWindow window_{desktop_.display()};
     MainLoop mainLoop_;
     std::unique_ptr<XConnection> connection_ =
-        XConnection::open(desktop_.display().c_str(), kGenerousDeadline);
+        openWithExtensions(desktop_.display().c_str(), kGenerousDeadline);
     XEvents events_{*connection_, mainLoop_.runLoop, mainLoop_.runLoop};
     RawInput input_{*connection_, events_};
     X11Keyboard keyboard_{*connection_, events_, mainLoop_.runLoop};

@@ -1,5 +1,6 @@
 // The keys of other programs, as the X11 layer reports them on a real server.
 
+#include "platform/x11/connection/Extensions.h"
 #include "platform/x11/input/X11KeyMonitor.h"
 
 #include <gtest/gtest.h>
@@ -38,7 +39,7 @@ class WatchedDesktop : public PrivateDesktop {
     explicit WatchedDesktop(WindowManagerOptions windowManager = {.kind = WindowManager::None})
         : PrivateDesktop({.windowManager = std::move(windowManager)}),
           window(display()),
-          connection(XConnection::open(display().c_str(), kGenerousDeadline)),
+          connection(openWithExtensions(display().c_str(), kGenerousDeadline)),
           events(*connection, mainLoop.runLoop, mainLoop.runLoop),
           input(*connection, events),
           keyboard(*connection, events, mainLoop.runLoop),
@@ -133,7 +134,7 @@ TEST(X11KeyMonitorTest, KnowsTheModifiersThatWereThereBefore) {
     PrivateDesktop desktop({.windowManager = {.kind = WindowManager::None}});
     desktop.devices().pressKey(kSuperKey);
     MainLoop mainLoop;
-    const auto connection = XConnection::open(desktop.display().c_str(), kGenerousDeadline);
+    const auto connection = openWithExtensions(desktop.display().c_str(), kGenerousDeadline);
     XEvents events(*connection, mainLoop.runLoop, mainLoop.runLoop);
     EXPECT_EQ(X11Keyboard(*connection, events, mainLoop.runLoop).modifierFlags(), kCommand);
 }
@@ -141,7 +142,7 @@ TEST(X11KeyMonitorTest, KnowsTheModifiersThatWereThereBefore) {
 TEST(X11KeyMonitorTest, IsInactiveWhenTheServerDoesNotAnswer) {
     PrivateDesktop desktop({.windowManager = {.kind = WindowManager::None}});
     MainLoop mainLoop;
-    const auto connection = XConnection::open(desktop.display().c_str(), kGenerousDeadline);
+    const auto connection = openWithExtensions(desktop.display().c_str(), kGenerousDeadline);
     XEvents events(*connection, mainLoop.runLoop, mainLoop.runLoop);
     connection->setPatience(std::chrono::milliseconds(20));
     connection->beginTurn();

@@ -7,6 +7,7 @@
 
 #include "platform/simulated/SimulatedRunLoop.h"
 #include "platform/x11/connection/Atoms.h"
+#include "platform/x11/connection/Extensions.h"
 #include "platform/x11/connection/XEvents.h"
 #include "tests/support/PrivateDesktop.h"
 
@@ -81,7 +82,7 @@ class X11LayerTest : public testing::Test {
     platform::simulated::SimulatedRunLoop runLoop;
     HandDrivenWatcher watcher;
     std::unique_ptr<platform::x11::XConnection> connection =
-        platform::x11::XConnection::open(desktop.display().c_str(), kGenerousDeadline);
+        platform::x11::openWithExtensions(desktop.display().c_str(), kGenerousDeadline);
     platform::x11::Atoms atoms = platform::x11::Atoms::intern(*connection);
     platform::x11::XEvents events{*connection, watcher, runLoop};
 };

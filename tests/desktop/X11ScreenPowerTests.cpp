@@ -1,5 +1,6 @@
 // The screens' sleep, as the X11 layer tells of it on a real server.
 
+#include "platform/x11/connection/Extensions.h"
 #include "platform/x11/screens/X11ScreenPower.h"
 
 #include <gtest/gtest.h>
@@ -34,7 +35,7 @@ class X11ScreenPowerTest : public testing::Test {
     PrivateDesktop desktop_{{.windowManager = {.kind = WindowManager::None}}};
     MainLoop mainLoop_;
     std::unique_ptr<XConnection> connection_ =
-        XConnection::open(desktop_.display().c_str(), kGenerousDeadline);
+        openWithExtensions(desktop_.display().c_str(), kGenerousDeadline);
     XEvents events_{*connection_, mainLoop_.runLoop, mainLoop_.runLoop};
     std::vector<SessionEvent> told_;
 };

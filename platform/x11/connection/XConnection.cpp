@@ -21,19 +21,13 @@ Instant monotonicNow() {
     return std::chrono::time_point_cast<Duration>(std::chrono::steady_clock::now());
 }
 
-std::unique_ptr<XConnection> XConnection::openUnbounded(const char* displayName, Duration patience) {
+std::unique_ptr<XConnection> XConnection::open(const char* displayName, Duration patience) {
     int screenNumber = 0;
-    auto* connection = xcb_connect(displayName, &screenNumber);
-    return adopt(connection, screenNumber, patience);
-}
-
-std::unique_ptr<XConnection> XConnection::adopt(xcb_connection_t* opened, int screenNumber,
-                                                Duration patience) {
+    auto* opened = xcb_connect(displayName, &screenNumber);
     std::unique_ptr<XConnection> connection(new XConnection(opened, screenNumber, patience));
     if (connection->isBroken()) return nullptr;
     connection->screen_ = screenOf(opened, screenNumber);
-    if (!connection->screen_) return nullptr;
-    return connection;
+    return connection->screen_ ? std::move(connection) : nullptr;
 }
 
 XConnection::XConnection(xcb_connection_t* connection, int screenNumber, Duration patience)

@@ -32,14 +32,10 @@ using Reply = std::unique_ptr<T, FreeDeleter>;
 // once a turn and not once for every question.
 class XConnection {
   public:
-    // Connects to `displayName` (null: $DISPLAY) and has the server tell about the extensions that this layer
-    // uses, so that using one never waits. Null when no server answers within `patience`, which is also how
-    // long it may take in later turns until setPatience changes it.
+    // Connects to `displayName` (null: $DISPLAY); null when that fails. The X library waits without a bound
+    // for a server that takes the connection and says nothing: a program that may not wait sets an alarm.
+    // `patience` is how long the waits of a turn may last until setPatience changes it.
     [[nodiscard]] static std::unique_ptr<XConnection> open(const char* displayName, Duration patience);
-    // The same without a bound on the connecting, which saves a thread, and without the extensions, which
-    // saves a round trip: for a short-lived program that is interrupted by other means.
-    [[nodiscard]] static std::unique_ptr<XConnection> openUnbounded(const char* displayName,
-                                                                    Duration patience);
     ~XConnection();
     XConnection(const XConnection&) = delete;
     XConnection& operator=(const XConnection&) = delete;
@@ -89,11 +85,9 @@ class XConnection {
 
   private:
     XConnection(xcb_connection_t* connection, int screenNumber, Duration patience);
-    static std::unique_ptr<XConnection> adopt(xcb_connection_t* opened, int screenNumber, Duration patience);
     void* waitForReply(unsigned sequence);
     // Waits for bytes from the server; false when `end` has come first.
     [[nodiscard]] bool waitUntilReadable(Instant end) const;
-    void prefetchExtensions();
 
     xcb_connection_t* connection_;
     const xcb_screen_t* screen_ = nullptr;

@@ -2,7 +2,7 @@
 
 #include <tuple>
 
-#include "platform/x11/connection/Extension.h"
+#include "platform/x11/connection/Extensions.h"
 
 namespace platform::x11 {
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/x11/connection/Extension.h"
+#include "platform/x11/connection/Extensions.h"
 #include "platform/x11/connection/Xkb.h"
 #include "platform/x11/input/KeyCodes.h"
 

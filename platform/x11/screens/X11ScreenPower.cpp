@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "platform/x11/connection/Extension.h"
+#include "platform/x11/connection/Extensions.h"
 
 namespace platform::x11 {
 

@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "platform/x11/connection/Extension.h"
+#include "platform/x11/connection/Extensions.h"
 #include "platform/x11/connection/NameUuid.h"
 #include "platform/x11/screens/WorkArea.h"
 #include "platform/x11/spaces/EwmhDesktops.h"
