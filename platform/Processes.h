@@ -49,8 +49,9 @@ class RunningApplications {
     virtual ~RunningApplications() = default;
 
     [[nodiscard]] virtual ProcessId currentProcess() const = 0;
-    [[nodiscard]] virtual std::vector<ProcessId> withBundleIdentifier(std::string_view identifier) const = 0;
-    [[nodiscard]] virtual bool hasTerminated(ProcessId application) const = 0;
+    [[nodiscard]] virtual std::vector<ProcessId> withBundleIdentifier(std::string_view identifier) = 0;
+    // Takes the place of the application when it has terminated; false while it runs.
+    [[nodiscard]] virtual bool takeOver(ProcessId application) = 0;
     // Asks the application to come to the front, and does not wait for it.
     virtual void activate(ProcessId application) = 0;
     // Calls `handler` at a later turn of the main loop whenever another one of this user's has asked this

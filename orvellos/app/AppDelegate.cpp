@@ -39,7 +39,7 @@ void AppDelegate::installMainMenu() {
 }
 
 std::optional<platform::ProcessId> AppDelegate::findOtherInstance() const {
-    const auto& applications = services_.applications;
+    auto& applications = services_.applications;
     for (const auto identifier : kBundleIdentifiers)
         for (const auto process : applications.withBundleIdentifier(identifier))
             if (process != applications.currentProcess()) return process;
@@ -48,7 +48,7 @@ std::optional<platform::ProcessId> AppDelegate::findOtherInstance() const {
 
 void AppDelegate::waitForExit(platform::ProcessId other, platform::Instant deadline) {
     nextStep_.cancel();
-    if (services_.applications.hasTerminated(other)) return startCore();
+    if (services_.applications.takeOver(other)) return startCore();
     if (services_.runLoop.now() >= deadline) return deferTo(other);
     nextStep_ = services_.runLoop.after(kExitCheckInterval,
                                         [this, other, deadline] { waitForExit(other, deadline); });

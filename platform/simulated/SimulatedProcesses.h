@@ -33,12 +33,12 @@ class SimulatedApplications final : public ApplicationLauncher, public RunningAp
     }
 
     [[nodiscard]] ProcessId currentProcess() const override { return 100; }
-    [[nodiscard]] std::vector<ProcessId> withBundleIdentifier(std::string_view identifier) const override {
+    [[nodiscard]] std::vector<ProcessId> withBundleIdentifier(std::string_view identifier) override {
         std::vector<ProcessId> found;
         for (auto [at, end] = running.equal_range(identifier); at != end; ++at) found.push_back(at->second);
         return found;
     }
-    [[nodiscard]] bool hasTerminated(ProcessId application) const override {
+    [[nodiscard]] bool takeOver(ProcessId application) override {
         return std::ranges::none_of(running, [&](const auto& each) { return each.second == application; });
     }
     void activate(ProcessId application) override { activated.push_back(application); }

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "platform/freedesktop/files/Quoting.h"
-#include "platform/freedesktop/processes/DetachedProcess.h"
+#include "platform/freedesktop/processes/Spawn.h"
 
 namespace platform::freedesktop {
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/freedesktop/processes/DetachedProcess.h"
+#include "platform/freedesktop/processes/Spawn.h"
 
 namespace platform::freedesktop {
 

@@ -4,8 +4,8 @@
 #include <array>
 
 #include "platform/freedesktop/desktops/CurrentDesktop.h"
-#include "platform/freedesktop/processes/DetachedProcess.h"
 #include "platform/freedesktop/processes/Programs.h"
+#include "platform/freedesktop/processes/Spawn.h"
 
 namespace platform::freedesktop {
 

@@ -119,7 +119,7 @@ ProcessId InstanceLock::currentProcess() const {
     return ::getpid();
 }
 
-std::vector<ProcessId> InstanceLock::withBundleIdentifier(std::string_view identifier) const {
+std::vector<ProcessId> InstanceLock::withBundleIdentifier(std::string_view identifier) {
     if (identifier != kBundleIdentifier || take()) return {};
     auto lock = wholeFile();
     // The kernel knows the holder; what is written in the file is for people.
@@ -128,7 +128,7 @@ std::vector<ProcessId> InstanceLock::withBundleIdentifier(std::string_view ident
     return {lock.l_pid};
 }
 
-bool InstanceLock::hasTerminated(ProcessId /*application*/) const {
+bool InstanceLock::takeOver(ProcessId /*application*/) {
     return take();
 }
 
@@ -140,7 +140,7 @@ Subscription InstanceLock::onActivated(std::function<void()> handler) {
     return activation_ ? activation_->onRequest(descriptors_, std::move(handler)) : Subscription();
 }
 
-bool InstanceLock::take() const {
+bool InstanceLock::take() {
     if (!file_.isOpen()) return true;
     auto lock = wholeFile();
     if (::fcntl(file_.number(), F_SETLK, &lock) != 0) return errno != EAGAIN && errno != EACCES;

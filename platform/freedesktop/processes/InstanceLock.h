@@ -46,16 +46,15 @@ class InstanceLock final : public RunningApplications {
     [[nodiscard]] ProcessId currentProcess() const override;
     // The process that holds the lock, for this program's own identifier, and nothing for any other. A lock
     // that has become free is taken. A holder that this process cannot see, in a container, is process 0.
-    [[nodiscard]] std::vector<ProcessId> withBundleIdentifier(std::string_view identifier) const override;
-    // Whether the lock could be taken over: this process is the instance now.
-    [[nodiscard]] bool hasTerminated(ProcessId application) const override;
+    [[nodiscard]] std::vector<ProcessId> withBundleIdentifier(std::string_view identifier) override;
+    // Takes the lock: this process is the instance then. True also where there is nothing to lock.
+    [[nodiscard]] bool takeOver(ProcessId application) override;
     // Asks whichever process holds the lock, through a pipe beside it.
     void activate(ProcessId application) override;
     Subscription onActivated(std::function<void()> handler) override;
 
   private:
-    // True also where there is nothing to lock.
-    [[nodiscard]] bool take() const;
+    [[nodiscard]] bool take();
 
     DescriptorWatcher& descriptors_;
     FileDescriptor file_;

@@ -20,4 +20,15 @@ class PosixChildProcesses final : public ChildProcesses {
     LocateProgram locate_;
 };
 
+// Runs programs from the path under which the application knows them. "/usr/bin/open" is played here: with
+// "-n" and a program's path it starts that program, which lives on by itself, and ends at once.
+class OpenCommand final : public ChildProcesses {
+  public:
+    [[nodiscard]] std::optional<int> run(const std::string& program,
+                                         std::span<const std::string> arguments) override;
+
+  private:
+    PosixChildProcesses others_{[](const std::string& program) { return program; }};
+};
+
 }  // namespace platform::freedesktop

@@ -1,5 +1,6 @@
 #include "platform/freedesktop/processes/Spawn.h"
 
+#include <fcntl.h>
 #include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
@@ -8,44 +9,61 @@
 #include <algorithm>
 #include <cerrno>
 #include <string_view>
+#include <thread>
 #include <vector>
+
+#include "platform/freedesktop/bus/BusMessage.h"
 
 namespace platform::freedesktop {
 
 namespace {
 
-class SpawnAttributes {
+// How a child begins, apart from its program.
+class Beginning {
   public:
-    SpawnAttributes() {
+    Beginning() {
         posix_spawnattr_init(&attributes_);
-        sigset_t defaults;
-        sigemptyset(&defaults);
-        sigaddset(&defaults, SIGPIPE);
-        posix_spawnattr_setsigdefault(&attributes_, &defaults);
-        posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGDEF);
-    }
-    ~SpawnAttributes() { posix_spawnattr_destroy(&attributes_); }
-    SpawnAttributes(const SpawnAttributes&) = delete;
-    SpawnAttributes& operator=(const SpawnAttributes&) = delete;
-    [[nodiscard]] const posix_spawnattr_t* get() const { return &attributes_; }
-
-  private:
-    posix_spawnattr_t attributes_{};
-};
-
-class FileActions {
-  public:
-    explicit FileActions(const ChildStreams& streams) {
         posix_spawn_file_actions_init(&actions_);
-        if (streams.output) posix_spawn_file_actions_adddup2(&actions_, *streams.output, STDOUT_FILENO);
-        if (streams.error) posix_spawn_file_actions_adddup2(&actions_, *streams.error, STDERR_FILENO);
+        sigset_t signals;
+        sigemptyset(&signals);
+        posix_spawnattr_setsigmask(&attributes_, &signals);
+        sigaddset(&signals, SIGPIPE);
+        posix_spawnattr_setsigdefault(&attributes_, &signals);
+        setFlags(0);
     }
-    ~FileActions() { posix_spawn_file_actions_destroy(&actions_); }
-    FileActions(const FileActions&) = delete;
-    FileActions& operator=(const FileActions&) = delete;
-    [[nodiscard]] const posix_spawn_file_actions_t* get() const { return &actions_; }
+    ~Beginning() {
+        posix_spawn_file_actions_destroy(&actions_);
+        posix_spawnattr_destroy(&attributes_);
+    }
+    Beginning(const Beginning&) = delete;
+    Beginning& operator=(const Beginning&) = delete;
+
+    void setStream(int stream, int descriptor) {
+        posix_spawn_file_actions_adddup2(&actions_, descriptor, stream);
+    }
+    void connectToNothing(int stream) {
+        posix_spawn_file_actions_addopen(&actions_, stream, "/dev/null", O_RDWR, 0);
+    }
+    void setOwnSession() { setFlags(POSIX_SPAWN_SETSID); }
+
+    [[nodiscard]] Spawned start(const std::string& file, std::span<const std::string> arguments,
+                                std::vector<char*> environment) const {
+        std::vector<char*> words = {const_cast<char*>(file.c_str())};
+        for (const auto& argument : arguments) words.push_back(const_cast<char*>(argument.c_str()));
+        words.push_back(nullptr);
+        Spawned spawned;
+        spawned.error = posix_spawnp(&spawned.process, file.c_str(), &actions_, &attributes_, words.data(),
+                                     environment.data());
+        return spawned;
+    }
 
   private:
+    void setFlags(int more) {
+        const int flags = POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK | more;
+        posix_spawnattr_setflags(&attributes_, static_cast<short>(flags));
+    }
+
+    posix_spawnattr_t attributes_{};
     posix_spawn_file_actions_t actions_{};
 };
 
@@ -62,20 +80,35 @@ std::vector<char*> environmentOf(const Program& program) {
     return words;
 }
 
+// This process's environment without what keeps our own libraries from starting a bus: the user's programs
+// may.
+std::vector<char*> environmentOfUsersPrograms() {
+    const auto ours = std::string("DBUS_SESSION_BUS_ADDRESS=") + kNoSessionBus;
+    std::vector<char*> words;
+    for (char** word = environ; *word; ++word)
+        if (*word != ours) words.push_back(*word);
+    words.push_back(nullptr);
+    return words;
+}
+
 }  // namespace
 
 Spawned spawn(const Program& program, std::span<const std::string> arguments, const ChildStreams& streams) {
-    const char* file = program.file.c_str();
-    std::vector<char*> words = {const_cast<char*>(file)};
-    for (const auto& argument : arguments) words.push_back(const_cast<char*>(argument.c_str()));
-    words.push_back(nullptr);
-    auto environment = environmentOf(program);
-    const SpawnAttributes attributes;
-    const FileActions actions(streams);
-    Spawned spawned;
-    spawned.error = posix_spawn(&spawned.process, file, actions.get(), attributes.get(), words.data(),
-                                environment.data());
-    return spawned;
+    Beginning beginning;
+    if (streams.output) beginning.setStream(STDOUT_FILENO, *streams.output);
+    if (streams.error) beginning.setStream(STDERR_FILENO, *streams.error);
+    return beginning.start(program.file, arguments, environmentOf(program));
+}
+
+bool startDetached(const std::string& program, std::span<const std::string> arguments) {
+    Beginning beginning;
+    beginning.setOwnSession();
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO}) beginning.connectToNothing(stream);
+    const auto spawned = beginning.start(program, arguments, environmentOfUsersPrograms());
+    if (spawned.error != 0) return false;
+    // The system keeps an ended child until its parent has waited for it.
+    std::thread([child = spawned.process] { (void)exitStatusOf(child); }).detach();
+    return true;
 }
 
 std::optional<int> exitStatusOf(pid_t child) {

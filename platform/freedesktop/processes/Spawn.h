@@ -28,14 +28,18 @@ struct ChildStreams {
     std::optional<int> output = {};
     std::optional<int> error = {};
 };
-// Starts a child process of the program. It reacts to a broken pipe as programs do by default, whatever this
-// process does. Gives the error number when it cannot be started.
 struct Spawned {
     pid_t process = -1;
-    int error = 0;
+    int error = 0;  // its number, when the program could not be started
 };
+// Starts a child process of the program, found through PATH when its file is a bare name. It reacts to a
+// broken pipe and to signals as programs do by default, whatever this process does.
 [[nodiscard]] Spawned spawn(const Program& program, std::span<const std::string> arguments,
                             const ChildStreams& streams = {});
+
+// Starts a program like `spawn`, to live on by itself: in a session of its own, with /dev/null for standard
+// input and output, and with nobody who asks for its end. False when it could not be started.
+[[nodiscard]] bool startDetached(const std::string& program, std::span<const std::string> arguments);
 
 // Waits for the child's end: its exit status; absent when a signal ended it, or there is no such child.
 // SIGCHLD must not be ignored, or the status is lost.

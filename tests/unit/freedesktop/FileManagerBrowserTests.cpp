@@ -2,13 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <cstdlib>
 #include <fstream>
 #include <future>
 #include <iterator>
 #include <optional>
 
-#include "platform/freedesktop/processes/DetachedProcess.h"
+#include "platform/freedesktop/processes/Spawn.h"
 #include "tests/support/MainLoop.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/TemporaryFolder.h"
@@ -72,6 +73,7 @@ TEST(DetachedProcessTests, RunsOnItsOwnAndSaysWhenItCannotStart) {
     report >> session;
     EXPECT_NE(session, ::getsid(0));
     EXPECT_EQ(std::vector<int>(std::istream_iterator<int>(report), {}), (std::vector{0, 1}));
+    EXPECT_TRUE(desktop_test::waitUntil([&] { return ::kill(session, 0) != 0; })) << "its end is awaited";
     EXPECT_FALSE(startDetached("/no/such/program", {}));
     EXPECT_FALSE(startDetached("no-such-program", {}));
 }

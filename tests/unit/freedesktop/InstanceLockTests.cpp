@@ -39,7 +39,7 @@ class OtherInstance {
         process_ = ::fork();
         if (process_ == 0) {
             ui::QtRunLoop neverRuns;
-            const InstanceLock lock(display, neverRuns, environmentOf(variables));
+            InstanceLock lock(display, neverRuns, environmentOf(variables));
             (void)!::write(writing.number(), "", 1);
             for (;;) ::pause();
         }
@@ -82,11 +82,11 @@ class InstanceLockTest : public testing::Test {
 
 TEST_F(InstanceLockTest, KnowsTheOneOtherInstanceAndTakesOverWhenItHasDied) {
     OtherInstance other(":7", variables_);
-    const auto lock = lockFor(":7");
+    auto lock = lockFor(":7");
     EXPECT_NE(lock.currentProcess(), other.process());
     EXPECT_EQ(lock.withBundleIdentifier(kOrvello), Processes{other.process()});
     EXPECT_EQ(lock.withBundleIdentifier("org.norvath.orvello.pro"), Processes{});
-    EXPECT_FALSE(lock.hasTerminated(other.process()));
+    EXPECT_FALSE(lock.takeOver(other.process()));
     EXPECT_EQ(read(), std::to_string(other.process()) + "\n");
     EXPECT_EQ(fs::status(file_).permissions(),
               fs::perms::owner_read | fs::perms::owner_write | fs::perms::sticky_bit)
@@ -96,8 +96,8 @@ TEST_F(InstanceLockTest, KnowsTheOneOtherInstanceAndTakesOverWhenItHasDied) {
 
     const auto dead = other.process();
     other.kill();
-    EXPECT_TRUE(lock.hasTerminated(dead));
-    EXPECT_TRUE(lock.hasTerminated(dead)) << "asked again";
+    EXPECT_TRUE(lock.takeOver(dead));
+    EXPECT_TRUE(lock.takeOver(dead)) << "asked again";
     EXPECT_EQ(lock.withBundleIdentifier(kOrvello), Processes{});
     EXPECT_EQ(read(), std::to_string(lock.currentProcess()) + "\n");
 }
@@ -172,9 +172,9 @@ TEST_F(InstanceLockTest, StartsWhereTheLockCannotBe) {
         SCOPED_TRACE(name);
         plant();
         const OtherInstance other(":7", variables_);
-        const auto lock = lockFor(":7");
+        auto lock = lockFor(":7");
         EXPECT_EQ(lock.withBundleIdentifier(kOrvello), Processes{});
-        EXPECT_TRUE(lock.hasTerminated(other.process()));
+        EXPECT_TRUE(lock.takeOver(other.process()));
         fs::remove_all(file_);
     }
     std::ifstream stream(target);
@@ -211,7 +211,7 @@ TEST_F(InstanceLockTest, AsksTheRunningInstanceToComeToTheFrontAndNeverWaits) {
 TEST_F(InstanceLockTest, LeavesTheLockToNoChild) {
     pid_t child = -1;
     {
-        const auto lock = lockFor(":7");
+        auto lock = lockFor(":7");
         child = ::fork();
         if (child == 0)
             for (;;) ::pause();
