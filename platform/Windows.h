@@ -135,12 +135,12 @@ class WindowSystem {
   public:
     virtual ~WindowSystem() = default;
 
-    // `delegate` outlives the surface. The surface is made at `frame`, alpha 1, ordered out. `acceptsMouse`
+    // The surface is made at `frame`, alpha 1, ordered out. `acceptsMouse`
     // is false for a window that never takes clicks. Never null.
     virtual std::unique_ptr<TagSurface> makeTagSurface(const Rect& frame, bool acceptsMouse,
                                                        TagWindowDelegate& delegate) = 0;
     // Whether a tag window lets the clicks beside its tint layer's outline through by itself. Otherwise
-    // whoever owns it has to follow the pointer and have it ignore the mouse there.
+    // its owner has to follow the pointer and have it ignore the mouse there.
     [[nodiscard]] virtual bool takesClicksOnOutlineOnly() const = 0;
 };
 

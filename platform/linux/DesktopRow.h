@@ -7,6 +7,9 @@
 
 namespace platform {
 
+// A window manager that tells of more desktops does not tell the truth.
+inline constexpr std::uint32_t kMostDesktops = 512;
+
 // The desktops of a window manager that gives them lasting ids, by its own word.
 struct DesktopRow {
     std::vector<std::string> ids;               // in the order of the desktops' numbers

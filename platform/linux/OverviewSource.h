@@ -10,7 +10,7 @@ namespace platform {
 // What an overview shows: windows beside small pictures of the Spaces, or the Spaces alone, large.
 enum class OverviewKind { None, Windows, DesktopGrid };
 
-// One of those that can tell whether the desktop's overview of windows and Spaces is open.
+// A part of the desktop that can tell whether the desktop's overview of windows and Spaces is open.
 class OverviewSource {
   public:
     virtual ~OverviewSource() = default;

@@ -13,7 +13,7 @@
 
 namespace platform::simulated {
 
-// The applications of a desktop: those that can be opened, by bundle identifier, and those that run.
+// The applications of a desktop, by bundle identifier: the ones to be opened, and the running ones.
 class SimulatedApplications final : public ApplicationLauncher, public RunningApplications {
   public:
     std::map<std::string, std::string, std::less<>> urls;

@@ -73,7 +73,7 @@ class SimulatedMenuBar final : public MenuBar {
 class SimulatedShortcuts final : public SpaceShortcuts {
   public:
     bool canPost = true;
-    std::map<int, bool> enabled;     // what is not in it the system does not say
+    std::map<int, bool> enabled;     // the system says nothing of the others
     std::vector<KeyEvent> pressed;   // keys that went down
     mutable std::vector<int> asked;  // numbers of shortcuts, in order
 

@@ -36,7 +36,7 @@ class SimulatedWindowSystem final : public WindowSystem {
     // Whether a window counts as being on the active Space.
     std::function<bool(WindowNumber)> isOnActiveSpace = [](WindowNumber) { return true; };
     bool hasOutlines = false;  // clicks beside a tag go through by themselves
-    // Told of a window's end, for whoever keeps it on a Space.
+    // Called at a window's end, so that it is taken off its Space.
     std::function<void(WindowNumber)> windowClosed = [](WindowNumber) {};
 
   private:

@@ -46,24 +46,18 @@ KeyboardServices::KeyboardServices(platform::freedesktop::MessageBus& bus, ui::Q
                      .processes = programs_,
                      .runLoop = runLoop,
                      .desktops = platform::freedesktop::currentDesktops()}),
-      systemShortcuts_(shortcutServices(bus)),
+      systemShortcuts_({.bus = bus, .accelerators = accelerators_, .spelling = *this}),
       spaceKeys_(bus, runLoop, accelerators_,
                  [this](const auto& keys) { monitor_.setShortcuts(translated(keys)); }) {}
 
-platform::freedesktop::DesktopShortcuts::Services KeyboardServices::shortcutServices(
-    platform::freedesktop::MessageBus& bus) {
-    return {.bus = bus,
-            .accelerators = accelerators_,
-            .qtKey =
-                [this](const auto& keys) {
-                    const auto pressed = platform::x11::chordOfKeys(keys, keyboard_);
-                    return pressed ? ui::qtKeyOf(*pressed) : std::nullopt;
-                },
-            .isAccelerator =
-                [this](const auto& accelerator, const auto& keys) {
-                    const auto pressed = platform::x11::chordOfKeys(keys, keyboard_);
-                    return pressed && platform::x11::chordOfAccelerator(accelerator) == pressed;
-                }};
+std::optional<std::uint32_t> KeyboardServices::qtKey(const platform::KeyEvent& keys) const {
+    const auto pressed = platform::x11::chordOfKeys(keys, keyboard_);
+    return pressed ? ui::qtKeyOf(*pressed) : std::nullopt;
+}
+
+bool KeyboardServices::isAccelerator(const std::string& accelerator, const platform::KeyEvent& keys) const {
+    const auto pressed = platform::x11::chordOfKeys(keys, keyboard_);
+    return pressed && platform::x11::chordOfAccelerator(accelerator) == pressed;
 }
 
 }  // namespace programs

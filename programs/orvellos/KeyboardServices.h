@@ -13,9 +13,8 @@
 namespace programs {
 
 // All that has to do with the user's keys: what they are called, who sees them, and who has taken them.
-class KeyboardServices {
+class KeyboardServices final : platform::freedesktop::KeySpelling {
   public:
-    // What is passed outlives the keys.
     KeyboardServices(platform::freedesktop::MessageBus& bus, ui::QtRunLoop& runLoop,
                      platform::x11::XConnection& connection, platform::x11::XEvents& events);
     KeyboardServices(const KeyboardServices&) = delete;
@@ -29,8 +28,9 @@ class KeyboardServices {
     [[nodiscard]] platform::SystemShortcuts& systemShortcuts() { return systemShortcuts_; }
 
   private:
-    [[nodiscard]] platform::freedesktop::DesktopShortcuts::Services shortcutServices(
-        platform::freedesktop::MessageBus& bus);
+    [[nodiscard]] std::optional<std::uint32_t> qtKey(const platform::KeyEvent& keys) const override;
+    [[nodiscard]] bool isAccelerator(const std::string& accelerator,
+                                     const platform::KeyEvent& keys) const override;
 
     platform::x11::RawInput rawInput_;
     platform::x11::X11Keyboard keyboard_;

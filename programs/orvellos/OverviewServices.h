@@ -14,7 +14,6 @@ namespace programs {
 // Whatever plays Mission Control's part on this desktop: who tells that it is open, and who opens it.
 class OverviewServices {
   public:
-    // What is passed outlives the overview.
     OverviewServices(platform::freedesktop::MessageBus& bus, platform::RunLoop& runLoop,
                      platform::x11::XConnection& connection, const platform::x11::Atoms& atoms,
                      platform::x11::XEvents& events, platform::Screens& screens, platform::KeyMonitor& keys,

@@ -19,7 +19,6 @@ namespace programs {
 // Where the user meets the application: its panels, alerts and menus, put together for this desktop.
 class UserInterfaceServices {
   public:
-    // What is passed outlives the interface.
     struct Services {
         platform::freedesktop::MessageBus& bus;
         platform::RunLoop& runLoop;

@@ -41,8 +41,7 @@ namespace programs {
 // The composition root of the application on X11: every service once, each before those that use it.
 class X11Application final : public orvellos::AppDelegate::Root {
   public:
-    // `scale` is the desktop's device pixels per point; `quit` ends the main loop. What is passed outlives
-    // the desktop.
+    // `scale` is the desktop's device pixels per point; `quit` ends the main loop.
     X11Application(platform::x11::XConnection& connection, ui::QtRunLoop& runLoop,
                    platform::freedesktop::SystemdLibrary& systemd, double scale, std::function<void()> quit);
 

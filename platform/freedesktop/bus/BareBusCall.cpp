@@ -90,7 +90,7 @@ class Conversation {
     bool hasEnded = false;
     std::optional<BusArguments> reply;
 
-    void take(std::string_view bytes) {
+    void receive(std::string_view bytes) {
         received_ += bytes;
         if (!isAccepted_) takeAcceptance();
         while (isAccepted_ && !hasEnded && takeMessage()) {
@@ -146,7 +146,7 @@ std::optional<BusArguments> askBus(std::string_view addresses, const BusCall& ca
     while (!conversation.hasEnded && awaitBytes(connection.number(), deadline)) {
         const auto count = recv(connection.number(), bytes.data(), bytes.size(), 0);
         if (count == 0 || (count < 0 && errno != EAGAIN && errno != EINTR)) break;
-        if (count > 0) conversation.take({bytes.data(), static_cast<std::size_t>(count)});
+        if (count > 0) conversation.receive({bytes.data(), static_cast<std::size_t>(count)});
     }
     return std::move(conversation.reply);
 }

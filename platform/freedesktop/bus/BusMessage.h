@@ -39,9 +39,9 @@ struct BusCall {
 // The call that reads all of an interface's; its answer's only argument is an array of (name, value).
 [[nodiscard]] BusCall propertiesRead(std::string service, std::string path, std::string interface);
 
-// Which signals are meant; what is empty is not looked at.
+// Which signals are meant; an empty field stands for any value.
 struct BusSignal {
-    std::string sender = {};  // a name on the bus, whoever owns it when the signal comes
+    std::string sender = {};  // a name on the bus, of its owner when the signal comes
     std::string path = {};
     std::string interface = {};
     std::string member = {};

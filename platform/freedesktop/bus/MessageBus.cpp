@@ -172,7 +172,7 @@ int MessageBus::Connection::handleSignal(sd_bus_message* message, void* listener
     return 0;
 }
 
-// All that is told reaches every observer, and each passes on what is news to its own.
+// Every state is told to all observers; each passes on the changes of the state that it was told last.
 Subscription MessageBus::Connection::onConnectionChanged(std::function<void(bool)> action) {
     const auto known = std::make_shared<bool>(false);
     auto subscription = connectionChanged_.subscribe([known, action = std::move(action)](bool connected) {

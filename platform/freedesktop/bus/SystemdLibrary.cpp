@@ -55,7 +55,7 @@ class Writer {
     sd_bus_message* message_;
 };
 
-// Turns a message's values into JSON. An absent value ends the reading: what is left cannot be trusted.
+// Turns a message's values into JSON. An absent value ends the reading: the rest cannot be trusted.
 class Reader {
   public:
     Reader(const SystemdFunctions& systemd, sd_bus_message* message) : systemd_(systemd), message_(message) {}

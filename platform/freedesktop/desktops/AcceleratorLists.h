@@ -16,11 +16,11 @@ struct Accelerator {
     bool operator==(const Accelerator&) const = default;
 };
 
-// Those in force among the properties of Xfce's channel "xfce4-keyboard-shortcuts", as pairs of path and
-// value. The user's own list takes the place of the default one where it says so.
+// The shortcuts in force among the properties of Xfce's channel "xfce4-keyboard-shortcuts", as pairs of path
+// and value. The user's own list takes the place of the default one where it says so.
 [[nodiscard]] std::vector<Accelerator> acceleratorsOfXfce(const BusArguments& properties);
 
-// Those in what `gsettings list-recursively` prints of a schema of keys: "schema name ['<Alt>Tab']".
+// The shortcuts in what `gsettings list-recursively` prints of a schema of keys: "schema name ['<Alt>Tab']".
 [[nodiscard]] std::vector<Accelerator> acceleratorsOfGsettings(std::string_view output);
 
 }  // namespace platform::freedesktop

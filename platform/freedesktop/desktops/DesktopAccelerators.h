@@ -25,8 +25,8 @@ class DesktopAccelerators {
 
     explicit DesktopAccelerators(Services services) : services_(std::move(services)) {}
 
-    // Answers once, at a later turn of the main loop, with those that are known after `patience` at the
-    // latest; never when the subscription ends before.
+    // Answers once, at a later turn of the main loop, with the shortcuts that are known after `patience`
+    // at the latest; never when the subscription ends before.
     [[nodiscard]] Subscription read(Duration patience, Answer answer);
     // Calls `action` when one of them has changed, or may have: also at each new connection to the bus.
     [[nodiscard]] std::vector<Subscription> onChange(const std::function<void()>& action);

@@ -22,7 +22,7 @@ DesktopColorScheme::DesktopColorScheme(MessageBus& bus, std::function<void(Prefe
                                .member = "SettingChanged",
                                .firstArgument = kNamespace},
                               [this](const auto& arguments) {
-                                  if (arguments.size() == 3 && arguments[1] == kKey) take(arguments[2]);
+                                  if (arguments.size() == 3 && arguments[1] == kKey) set(arguments[2]);
                               });
     connection_ = bus_.onConnectionChanged([this](bool connected) {
         if (connected) ask();
@@ -39,12 +39,12 @@ void DesktopColorScheme::ask() {
                            .startsService = true,
                            .timeout = kLongestPatientCall},
                           [this](const auto& answer) {
-                              if (answer && answer->size() == 1) take(answer->front());
+                              if (answer && answer->size() == 1) set(answer->front());
                           });
 }
 
 // 1 prefers dark, 2 light; anything else says nothing.
-void DesktopColorScheme::take(const nlohmann::json& value) {
+void DesktopColorScheme::set(const nlohmann::json& value) {
     const auto preference = value == 1 ? Preference::Dark : value == 2 ? Preference::Light : Preference::None;
     if (std::exchange(preference_, preference) != preference) changed_(preference);
 }

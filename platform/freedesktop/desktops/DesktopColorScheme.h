@@ -21,7 +21,7 @@ class DesktopColorScheme {
 
   private:
     void ask();
-    void take(const nlohmann::json& value);
+    void set(const nlohmann::json& value);
 
     MessageBus& bus_;
     std::function<void(Preference)> changed_;

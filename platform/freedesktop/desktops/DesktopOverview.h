@@ -24,7 +24,6 @@ class BusOverview : public OverviewSource {
 // screen that stands for a Space. Other windows are not in the list.
 class DesktopOverview final : public OnScreenWindows {
   public:
-    // What is passed outlives this object.
     explicit DesktopOverview(std::vector<OverviewSource*> sources);
 
     [[nodiscard]] std::optional<std::vector<OnScreenWindow>> copyOnScreenWindows() const override;

@@ -39,13 +39,13 @@ void DesktopShortcuts::look(const Waiting& waiting, const std::vector<Accelerato
     const auto question = waiting.lock();
     if (!question) return;
     for (const auto& accelerator : accelerators)
-        if (services_.isAccelerator(accelerator.keys, question->keys))
+        if (services_.spelling.isAccelerator(accelerator.keys, question->keys))
             return settle(waiting, accelerator.action);
     settle(waiting, std::nullopt);
 }
 
 void DesktopShortcuts::askKde(Question& question, const Waiting& waiting) {
-    const auto qtKey = services_.qtKey(question.keys);
+    const auto qtKey = services_.spelling.qtKey(question.keys);
     if (!qtKey) return;
     ++question.missing;
     question.calls.push_back(

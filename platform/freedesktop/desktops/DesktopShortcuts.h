@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,6 +12,17 @@
 
 namespace platform::freedesktop {
 
+// How others write keys.
+class KeySpelling {
+  public:
+    virtual ~KeySpelling() = default;
+
+    // Qt's key code with its modifiers; absent when Qt has none for these keys.
+    [[nodiscard]] virtual std::optional<std::uint32_t> qtKey(const KeyEvent& keys) const = 0;
+    // Whether a text in GTK's spelling is these keys.
+    [[nodiscard]] virtual bool isAccelerator(const std::string& accelerator, const KeyEvent& keys) const = 0;
+};
+
 // Asks the running desktop for what it does on some keys: KDE's shortcut daemon, and the settings of those
 // that keep their shortcuts there. Other window managers do not say.
 class DesktopShortcuts final : public SystemShortcuts {
@@ -20,10 +30,7 @@ class DesktopShortcuts final : public SystemShortcuts {
     struct Services {
         MessageBus& bus;
         DesktopAccelerators& accelerators;
-        // Qt's key code with its modifiers; absent when Qt has none for these keys.
-        std::function<std::optional<std::uint32_t>(const KeyEvent&)> qtKey;
-        // Whether a text in GTK's spelling is these keys.
-        std::function<bool(const std::string& accelerator, const KeyEvent&)> isAccelerator;
+        const KeySpelling& spelling;
     };
     explicit DesktopShortcuts(Services services) : services_(std::move(services)) {}
 

@@ -10,8 +10,6 @@ namespace platform::freedesktop {
 
 namespace {
 
-constexpr std::size_t kMostDesktops = 1000;
-
 bool isDesktop(const nlohmann::json& entry) {
     return entry.is_array() && entry.size() == 3 && entry[0].is_number_integer() && entry[1].is_string() &&
            !entry[1].get_ref<const std::string&>().empty() && entry[2].is_string();

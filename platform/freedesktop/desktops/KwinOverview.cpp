@@ -11,8 +11,8 @@ namespace {
 constexpr const char* kService = "org.kde.KWin";
 constexpr Duration kQuietPause = std::chrono::seconds(1);
 constexpr Duration kBusyPause = std::chrono::milliseconds(50);
-constexpr Duration kAfterHint = std::chrono::milliseconds(250);
-constexpr Duration kExpectation = std::chrono::milliseconds(1500);
+constexpr Duration kHintAttention = std::chrono::milliseconds(250);
+constexpr Duration kShortcutAttention = std::chrono::milliseconds(1500);
 
 OverviewKind kindOf(const nlohmann::json& effects) {
     const auto has = [&](std::string_view effect) { return std::ranges::count(effects, effect) > 0; };
@@ -37,11 +37,11 @@ std::optional<BusCall> KwinOverview::openingCall() const {
 }
 
 void KwinOverview::overviewMayHaveChanged() {
-    hurry(kAfterHint);
+    hurry(kHintAttention);
 }
 
 void KwinOverview::expectChange() {
-    hurry(kExpectation);
+    hurry(kShortcutAttention);
 }
 
 void KwinOverview::hurry(Duration duration) {

@@ -21,7 +21,7 @@ class OverviewLauncher final : public ApplicationLauncher {
   public:
     using IsInstalled = std::function<bool(std::string_view program)>;
 
-    // Both lists are in the order of preference. What is passed by reference or pointer outlives this object.
+    // Both lists are in the order of preference.
     OverviewLauncher(MessageBus& bus, RunLoop& runLoop, std::vector<const BusOverview*> overviews,
                      std::vector<std::string> programs, IsInstalled isInstalled = isProgramInstalled);
 

@@ -9,10 +9,10 @@ namespace platform::freedesktop {
 
 namespace {
 
-// KWin announces its keys when it has loaded its effects.
-constexpr auto kKwinHasStarted = std::chrono::seconds(10);
+// KWin has the keys of its effects once it has loaded them, which it does not announce.
+constexpr auto kEffectLoadingTime = std::chrono::seconds(10);
 // A shortcut that is given other keys is taken off the old ones first.
-constexpr auto kSettled = std::chrono::milliseconds(200);
+constexpr auto kSettlingTime = std::chrono::milliseconds(200);
 
 // Up, or back, is to the left, down and forth to the right: the application knows no rows of Spaces.
 constexpr KeyEvent kLeft{key::kLeftArrow, modifier::kControl};
@@ -90,31 +90,31 @@ SpaceKeys::SpaceKeys(MessageBus& bus, RunLoop& runLoop, DesktopAccelerators& acc
       kwinRuns_(bus, "org.kde.KWin", [this](bool isRunning) { followKwin(isRunning); }) {}
 
 void SpaceKeys::followKwin(bool isRunning) {
-    kwinHasStarted_.cancel();
-    takeKwins({});
+    effectsLoaded_.cancel();
+    setKwins({});
     if (!isRunning) return;
     kwinMayHaveOthers();
-    kwinHasStarted_ = runLoop_.after(kKwinHasStarted, [this] { kwinMayHaveOthers(); });
+    effectsLoaded_ = runLoop_.after(kEffectLoadingTime, [this] { kwinMayHaveOthers(); });
 }
 
 void SpaceKeys::kwinMayHaveOthers() {
     if (!kwinRuns_.isRunning()) return;
     kwinShortcuts_.request([this](const auto& shortcuts) {
-        if (kwinRuns_.isRunning()) takeKwins(shortcuts);
+        if (kwinRuns_.isRunning()) setKwins(shortcuts);
     });
 }
 
 void SpaceKeys::readSoon() {
-    settled_ = runLoop_.after(kSettled, [this] { read(); });
+    settled_ = runLoop_.after(kSettlingTime, [this] { read(); });
 }
 
 void SpaceKeys::read() {
     kwinMayHaveOthers();
     reading_ = accelerators_.read(kLongestPatientCall,
-                                  [this](const auto& accelerators) { takeAccelerators(accelerators); });
+                                  [this](const auto& accelerators) { setAccelerators(accelerators); });
 }
 
-void SpaceKeys::takeKwins(const std::vector<KwinShortcut>& shortcuts) {
+void SpaceKeys::setKwins(const std::vector<KwinShortcut>& shortcuts) {
     kwins_.clear();
     for (const auto& [action, qtKey] : shortcuts)
         if (const auto meaning = meaningOfAction(action, {}))
@@ -122,7 +122,7 @@ void SpaceKeys::takeKwins(const std::vector<KwinShortcut>& shortcuts) {
     tell();
 }
 
-void SpaceKeys::takeAccelerators(const std::vector<Accelerator>& accelerators) {
+void SpaceKeys::setAccelerators(const std::vector<Accelerator>& accelerators) {
     others_.clear();
     for (const auto& accelerator : accelerators)
         if (const auto meaning = meaningOfAction(accelerator.name, accelerators_.desktops()))

@@ -25,8 +25,8 @@ struct SpaceKey {
 // What an action of the desktop's, by its own name for it, means to the application; absent when nothing.
 [[nodiscard]] std::optional<KeyEvent> meaningOfAction(std::string_view name, std::string_view desktops);
 
-// Follows which keys of the desktop's own switch the Space or open its overview: KWin's, and those that the
-// desktop keeps in its settings. Window managers that cannot be asked have none here.
+// The keys by which the desktop switches the Space or opens its overview: KWin's, and the shortcuts in the
+// desktop's settings, both followed. Window managers that cannot be asked have none here.
 class SpaceKeys {
   public:
     // `changed` is called at a later turn of the main loop, whenever they may be others.
@@ -40,8 +40,8 @@ class SpaceKeys {
     void followKwin(bool isRunning);
     void readSoon();
     void read();
-    void takeKwins(const std::vector<KwinShortcut>& shortcuts);
-    void takeAccelerators(const std::vector<Accelerator>& accelerators);
+    void setKwins(const std::vector<KwinShortcut>& shortcuts);
+    void setAccelerators(const std::vector<Accelerator>& accelerators);
     void tell() const;
 
     RunLoop& runLoop_;
@@ -50,7 +50,7 @@ class SpaceKeys {
     std::vector<SpaceKey> kwins_;
     std::vector<SpaceKey> others_;
     KwinShortcuts kwinShortcuts_;
-    Timer kwinHasStarted_;
+    Timer effectsLoaded_;
     Timer settled_;
     Subscription reading_;
     Subscription kwinsChange_;

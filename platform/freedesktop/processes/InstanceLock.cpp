@@ -122,7 +122,7 @@ ProcessId InstanceLock::currentProcess() const {
 std::vector<ProcessId> InstanceLock::withBundleIdentifier(std::string_view identifier) {
     if (identifier != kBundleIdentifier || take()) return {};
     auto lock = wholeFile();
-    // The kernel knows the holder; what is written in the file is for people.
+    // The kernel knows the holder; the number in the file is for people.
     if (::fcntl(file_.number(), F_GETLK, &lock) != 0) return {};
     if (lock.l_type == F_UNLCK) return withBundleIdentifier(identifier);  // let go of just now
     return {lock.l_pid};

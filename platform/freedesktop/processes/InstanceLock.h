@@ -13,8 +13,8 @@
 namespace platform::freedesktop {
 
 // A named pipe in a folder of the user's, by which one process asks another of the same user for the one
-// thing that the name stands for. Nobody waits: a request that nobody listens for is lost. What is there
-// under the name and is not this user's own pipe, closed to others, is left alone.
+// thing that the name stands for. Nobody waits: a request that nobody listens for is lost. A file under the
+// name that is not this user's own pipe, closed to others, is left alone.
 class RequestPipe {
   public:
     RequestPipe(FileDescriptor folder, std::string name)
@@ -39,7 +39,7 @@ class RequestPipe {
 // instance is ever known. One object a process: the lock is the process's.
 class InstanceLock final : public RunningApplications {
   public:
-    // `display` is the X display's name. Takes the lock if it is free. The watcher outlives it.
+    // `display` is the X display's name. Takes the lock if it is free.
     InstanceLock(std::string_view display, DescriptorWatcher& descriptors,
                  const Environment& environment = processEnvironment);
 

@@ -52,7 +52,6 @@ class SessionEvents final : public SessionMonitor {
   public:
     using Source = std::function<Subscription(std::function<void(SessionEvent)> action)>;
 
-    // `session` outlives this object.
     SessionEvents(SessionMonitor& session, std::initializer_list<Source> others) : session_(session) {
         const auto notify = [this](SessionEvent event) { events_.notify(event); };
         sources_.push_back(session.onEvent(notify));

@@ -67,7 +67,7 @@ void PackageKitUpdates::checkForUpdates(std::function<void(const UpdateAnswer&)>
                           });
 }
 
-// What is found comes as signals, which a later one ends.
+// The updates come as signals, up to one that says "finished".
 void PackageKitUpdates::followTransaction(const std::string& path) {
     const auto follow = [&](const char* member, MessageBus::Handler handler) {
         signals_.push_back(

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/Spaces.h"
+#include "platform/linux/DesktopRow.h"
 #include "platform/x11/connection/Atoms.h"
 #include "platform/x11/connection/XConnection.h"
 
@@ -31,8 +32,6 @@ class DesktopSource {
     [[nodiscard]] virtual xcb_timestamp_t lastTime() const = 0;
 };
 
-// More desktops than this are a broken property, not a desktop.
-inline constexpr std::uint32_t kMostDesktops = 512;
 // Windows beyond these in a window manager's list (EWMH _NET_CLIENT_LIST) do not count.
 inline constexpr std::uint32_t kMostClients = 4096;
 // A window's desktop number that means every desktop (EWMH _NET_WM_DESKTOP).

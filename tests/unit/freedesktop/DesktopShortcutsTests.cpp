@@ -55,18 +55,22 @@ TEST(AcceleratorListsTest, GiveWhatIsInForce) {
                       {"<Alt>F2", "panel-run-dialog", "Panel run dialog"}}));
 }
 
+class OneKey final : public KeySpelling {
+  public:
+    [[nodiscard]] std::optional<std::uint32_t> qtKey(const KeyEvent& keys) const override {
+        return keys == kKeys ? std::optional<std::uint32_t>(kQtKey) : std::nullopt;
+    }
+    [[nodiscard]] bool isAccelerator(const std::string& accelerator, const KeyEvent& keys) const override {
+        return keys == kKeys && accelerator == "<Primary>t";
+    }
+};
+
 class DesktopShortcutsTest : public DesktopSettingsTest {
   protected:
     // What a desktop of that name answers; the test fails when it does not.
     std::optional<std::string> findUse(const char* desktop) {
         DesktopAccelerators accelerators({bus_, processes_, loop_.runLoop, desktop});
-        DesktopShortcuts shortcuts(
-            {bus_, accelerators,
-             [](const auto& keys) {
-                 EXPECT_EQ(keys, kKeys);
-                 return std::optional<std::uint32_t>(kQtKey);
-             },
-             [](const auto& accelerator, const auto& /*keys*/) { return accelerator == "<Primary>t"; }});
+        DesktopShortcuts shortcuts({.bus = bus_, .accelerators = accelerators, .spelling = spelling_});
         std::optional<std::optional<std::string>> found;
         const auto question = shortcuts.findUse(kKeys, [&](const auto& action) {
             EXPECT_FALSE(found) << "answered twice";
@@ -76,6 +80,8 @@ class DesktopShortcutsTest : public DesktopSettingsTest {
         EXPECT_TRUE(loop_.runUntil([&] { return found.has_value(); }));
         return found.value_or("nothing");
     }
+
+    OneKey spelling_;
 };
 
 TEST_F(DesktopShortcutsTest, KdesDaemonIsAskedForTheKey) {
