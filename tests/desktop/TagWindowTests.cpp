@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <nlohmann/json.hpp>
+#include <thread>
 
 #include "tests/desktop/TaggedDesktop.h"
 #include "tests/support/Picture.h"
@@ -156,11 +157,15 @@ TEST_P(TagWindowsTest, FollowADragAndStopPastTheEdge) {
         ASSERT_TRUE(desktop.pointAtTag(tag, centerX, centerY));
         desktop.devices().drag(centerX, centerY, centerX + dx, centerY + dy);
     };
+    const auto stored = readFile(desktop.settingsFile());
     drag(-300, 200);
     EXPECT_TRUE(waitUntil([&] {
         return x.geometry(tag) == Rectangle{start.x - 300, start.y + 200, start.width, start.height};
     })) << x.geometry(tag)->x
         << " " << x.geometry(tag)->y;
+    // Two releases within the time of a double click would count as one.
+    ASSERT_TRUE(waitUntil([&] { return readFile(desktop.settingsFile()) != stored; }));
+    std::this_thread::sleep_for(std::chrono::milliseconds(300));
     drag(-1200, 0);
     EXPECT_TRUE(waitUntil([&] { return x.geometry(tag)->x == -20; })) << x.geometry(tag)->x;
 

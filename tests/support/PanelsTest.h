@@ -22,7 +22,7 @@ class PanelsTest : public PanelServicesTest {
     }
 
     desktop_test::OffscreenApplication application_;
-    const platform::x11::Atoms atoms_;  // of no server
+    const platform::x11::Atoms atoms_{};  // of no server
     ui::QtMenuBar menuBar_;
     desktop_test::NoWindowFocus focus_;
     ui::QtPanelHost host_{{.atoms = atoms_,

@@ -93,7 +93,7 @@ class FormViewTest : public orvellos::InterfaceTest {
     }
 
     desktop_test::OffscreenApplication application_;
-    const platform::x11::Atoms atoms_;  // of no server
+    const platform::x11::Atoms atoms_{};  // of no server
     ColorPanel colorPanel_;
     bool closed_ = false;
     desktop_test::NoWindowFocus focus_;
