@@ -33,10 +33,10 @@ void report(const platform::KeyEvent& event, AnnouncingKeyListener& listener) {
     if (kind == AnnouncingKey::MissionControl) {
         logKey("MC keystroke detected", event);
         log(LogCategory::Mc, fmt::format("KEY: MC keystroke detected (code={})", event.keyCode));
-        listener.onMissionControlKeystroke();
+        listener.onMissionControl();
     } else if (kind == AnnouncingKey::SpaceSwitch) {
         logKey("space-switch keystroke", event);
-        listener.onSpaceSwitchKeystroke();
+        listener.onSpaceSwitch();
     }
 }
 

@@ -16,8 +16,8 @@ class AnnouncingKeyListener {
   public:
     virtual ~AnnouncingKeyListener() = default;
 
-    virtual void onMissionControlKeystroke() = 0;
-    virtual void onSpaceSwitchKeystroke() = 0;
+    virtual void onMissionControl() = 0;
+    virtual void onSpaceSwitch() = 0;
 };
 
 // Watches the keyboard for the keys that open Mission Control or switch the Space. Main thread only.

@@ -74,7 +74,7 @@ bool NavController::navigateToTagID(const TagID& id) {
                          name));
         return false;
     }
-    const auto& uuid = *tag->spaceUUID;
+    const std::string uuid = *tag->spaceUUID;  // pinning the tags may change the tag's
     if (hasReached(uuid)) return true;
     const auto target = indexOf(uuid);
     if (!target) {
@@ -130,10 +130,6 @@ bool NavController::areShortcutsEnabled() const {
 
 std::optional<NavRemedy> NavController::neededRemedy() const {
     return remedyFor(services_.permissions.isAccessibilityTrusted(), areShortcutsEnabled());
-}
-
-bool NavController::canJump() const {
-    return !neededRemedy();
 }
 
 // The navigation's own course.

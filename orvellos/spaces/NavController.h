@@ -76,8 +76,6 @@ class NavController {
     // Ends every navigation on its way, without a word.
     void cancel();
 
-    // Whether the system takes both shortcuts for moving a Space and lets this application press them.
-    [[nodiscard]] bool canJump() const;
     // What stands in the way; absent when nothing does.
     [[nodiscard]] std::optional<NavRemedy> neededRemedy() const;
     void openSettings(NavRemedy remedy) { services_.urls.openUrl(settingsUrl(remedy)); }

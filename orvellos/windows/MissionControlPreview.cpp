@@ -35,8 +35,9 @@ void MissionControlPreview::preTrigger(const std::string& source) {
 void MissionControlPreview::openMCBig() {
     logTimeline("openMCBig: pre-resize + force show, then launch MC");
     preTriggerRevert_.cancel();
+    services_.reveal.setMissionControlActive(true);
     services_.settings.embiggenAllTags.set(true);
-    show(true);
+    services_.reveal.applySizeAndReconcile();
     openMCBigStep_ = services_.runLoop.after(kLaunchDelay, [this] { launch(); });
 }
 
@@ -65,8 +66,9 @@ void MissionControlPreview::revertPreTrigger(const std::string& source) {
 void MissionControlPreview::revertOpenMCBig() {
     if (!isUnopened()) return;
     logTimeline("openMCBig: SAFETY-REVERT (MC never opened)");
+    services_.reveal.setMissionControlActive(false);
     services_.settings.embiggenAllTags.set(false);
-    show(false);
+    services_.reveal.applySizeAndReconcile();
 }
 
 void MissionControlPreview::cancelTimers() {

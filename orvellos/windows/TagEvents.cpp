@@ -72,7 +72,7 @@ void TagEvents::receive(Value& value, Handler handler) {
 void TagEvents::followSettings() {
     auto& settings = sources_.settings;
     auto& missionControl = targets_.missionControl;
-    receive(missionControl.isActive(), [this](bool active) { onMissionControl(active); });
+    receive(missionControl.isActive(), [this](bool active) { followMissionControl(active); });
     receive(missionControl.swipeTransitionInProgress(),
             [this](bool inProgress) { onSwipeTransition(inProgress); });
     receive(settings.visibilityMode, [this](auto) { targets_.reconciler.reconcile(); });
@@ -126,7 +126,7 @@ void TagEvents::onScreenParametersChanged() {
 
 // Mission Control.
 
-void TagEvents::onMissionControl(bool active) {
+void TagEvents::followMissionControl(bool active) {
     logTimeline(fmt::format("SINK: observer.isActive → {}", active));
     if (!active) {
         targets_.binding.scheduleOrphanRecompute();
@@ -158,11 +158,11 @@ void TagEvents::reloadKeystrokeObserver() {
     missionControlKey_.start(*this);
 }
 
-void TagEvents::onMissionControlKeystroke() {
+void TagEvents::onMissionControl() {
     targets_.preview.preTrigger("keystroke");
 }
 
-void TagEvents::onSpaceSwitchKeystroke() {
+void TagEvents::onSpaceSwitch() {
     targets_.missionControl.suppressDetection(kSpaceSwitchSuppression);
     if (!mayRevealOnSwitch()) return;
     logVerbose("space-switch keystroke: pre-reveal");

@@ -60,9 +60,9 @@ class TagEvents final : private AnnouncingKeyListener {
     void onActiveSpaceChanged();
     void followSpaceChange();
     void onScreenParametersChanged();
-    void onMissionControlKeystroke() override;
-    void onSpaceSwitchKeystroke() override;
-    void onMissionControl(bool active);
+    void onMissionControl() override;
+    void onSpaceSwitch() override;
+    void followMissionControl(bool active);
     void onSwipeTransition(bool inProgress);
     void onSessionEvent(platform::SessionEvent event);
     void pausePolling();

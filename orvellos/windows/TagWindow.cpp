@@ -352,6 +352,7 @@ void TagWindow::finishGesture(const platform::MouseEvent& event) {
     const bool isClick = std::max(dx, dy) <= kLargestClick;
     log(LogCategory::Nav, fmt::format("TagWindow[{}] mouseUp dx={:.1f} dy={:.1f} didDrag={} → {}", shortId(),
                                       dx, dy, didDragThisGesture_, isClick ? "click" : "drag"));
+    if (isBackup_) return;
     if (isClick) {
         log(LogCategory::Nav, fmt::format("TagWindow[{}] → onClick()", shortId()));
         owner_.onClick();

@@ -12,8 +12,8 @@ namespace key = platform::key;
 class MissionControlKeyObserverTests : public ApplicationTest {};
 
 struct Keys final : AnnouncingKeyListener {
-    void onMissionControlKeystroke() override { heard.emplace_back("open"); }
-    void onSpaceSwitchKeystroke() override { heard.emplace_back("switch"); }
+    void onMissionControl() override { heard.emplace_back("open"); }
+    void onSpaceSwitch() override { heard.emplace_back("switch"); }
     Texts heard;
 };
 

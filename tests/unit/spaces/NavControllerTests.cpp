@@ -27,13 +27,17 @@ class NavControllerTest : public ApplicationTest, protected NavigatedTags {
     }
 
     const std::vector<Tag>& tagsProvider() const override { return tags_; }
-    void relocate() override { calls_.emplace_back("relocate"); }
+    void relocate() override {
+        calls_.emplace_back("relocate");
+        if (!movesTo_.empty()) tags_[0].spaceUUID = movesTo_;
+    }
     void beginTransientReveal() override { calls_.emplace_back("reveal"); }
 
     std::vector<Tag> tags_ = {{TagID::random(), "Mail", "#3B82F6", {}, "C"},
                               {TagID::random(), "Free", "#3B82F6", {}, {}},
                               {TagID::random(), "Gone", "#3B82F6", {}, "X"}};
     Texts calls_;
+    std::string movesTo_;  // where the first tag is found to be when the tags are pinned
     NavController nav_{identifier_, desktop_.runLoop, settings_, navServices(), *this};
 };
 
@@ -64,6 +68,15 @@ TEST_F(NavControllerTest, GoesByTheFirstWayThatArrives) {
             {"-e",
              "tell application \"System Events\"\n    repeat 2 times\n        key code 124 using {control "
              "down}\n        delay 0.2\n    end repeat\nend tell"}}));
+}
+
+TEST_F(NavControllerTest, GoesWhereTheTagWasWhenItBegan) {
+    movesTo_ = "D";
+    nav_.navigateToTagID(tags_[0].id);
+    desktop_.spaces.setCurrentSpace("C");
+    wait(1);
+    EXPECT_EQ(attempts(), Texts{"osascript"});
+    EXPECT_EQ(logged().back(), "  osascript reached target ✓");
 }
 
 TEST_F(NavControllerTest, SaysWhatItDoes) {

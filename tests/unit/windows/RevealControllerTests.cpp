@@ -13,8 +13,9 @@ class RevealControllerTests : public ApplicationTest, private RevealedTags, priv
     const std::vector<Tag>& tagsProvider() const override { return tags_; }
     TagWindow* windowFor(const TagID& /*id*/) const override { return nullptr; }
     platform::Rect homeTargetFrame(const Tag& /*tag*/, TagSize /*size*/) const override { return {}; }
-    void reconcile() override {}
+    void reconcile() override { ++reconciled_; }
 
+    int reconciled_ = 0;
     std::vector<Tag> tags_;
     RevealController reveal_{desktop_.runLoop, settings_, *this, *this};
 };
@@ -41,6 +42,7 @@ TEST_F(RevealControllerTests, EndsAReveal) {
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
+        reconciled_ = 0;
         double now = 0;
         const auto advanceTo = [&](double time) {
             wait(time - now);
@@ -59,6 +61,11 @@ TEST_F(RevealControllerTests, EndsAReveal) {
             advanceTo(row.end);
         }
         EXPECT_FALSE(isRevealed());
+        EXPECT_EQ(
+            reconciled_,
+            1 + std::ranges::count_if(
+                    row.steps, [](const auto& step) { return step.second == Glance || step.second == Lock; }))
+            << "every beginning and the end";
         wait(20);
         EXPECT_EQ(desktop_.runLoop.pendingTimers(), 0U);
     }
