@@ -54,6 +54,7 @@ class WatchedDesktop : public PrivateDesktop {
     // Makes these the desktop's own shortcuts, all with one meaning.
     void setShortcuts(const std::vector<KeyChord>& chords, const KeyEvent& meaning) {
         std::vector<TranslatedShortcut> shortcuts;
+        shortcuts.reserve(chords.size());
         for (const auto& chord : chords) shortcuts.push_back({chord, meaning});
         monitor.setShortcuts(shortcuts);
     }

@@ -32,7 +32,7 @@ class DesktopShortcuts final : public SystemShortcuts {
         DesktopAccelerators& accelerators;
         const KeySpelling& spelling;
     };
-    explicit DesktopShortcuts(Services services) : services_(std::move(services)) {}
+    explicit DesktopShortcuts(const Services& services) : services_(services) {}
 
     [[nodiscard]] Subscription findUse(const KeyEvent& keys, Answer answer) override;
 

@@ -18,7 +18,7 @@ class TagShapes {
     // What the silhouette is of. The version counts the changes of the layers' outline.
     struct Outline {
         const TagLayers& layers;
-        unsigned version;
+        unsigned version = 0;
         PaintGeometry geometry;
     };
 

@@ -15,7 +15,7 @@ using platform::x11::KeyChord;
 
 TEST(QtKeysTest, AreTheSymbolsThatTheLayoutHas) {
     struct Row {
-        const char* keys;  // as the toolkit writes them
+        const char* keys = nullptr;  // as the toolkit writes them
         KeyChord chord;
     };
     constexpr Row kRows[] = {
