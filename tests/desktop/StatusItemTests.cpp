@@ -107,10 +107,15 @@ TEST(StatusItemTest, TheMenuOfSixtySpacesFitsOnTheScreenAndScrolls) {
 
 TEST(StatusItemTest, SurvivesASpaceThatIsClosedWhileItsRowIsOpen) {
     InterfaceDesktop desktop({.windowManager = {.kind = WindowManager::Openbox}});
+    desktop.environment["ORVELLO_DEBUG"] = "1";
     ASSERT_NO_FATAL_FAILURE(desktop.startApplication());
     ASSERT_NO_FATAL_FAILURE(desktop.openMenu());
+    const auto lastChange = [&] {
+        return desktop.application().standardError().rfind("onActiveSpaceChanged FIRED");
+    };
+    const auto before = lastChange();
     desktop.x().setNumberOfDesktops(3);
-    ASSERT_TRUE(waitUntil([&] { return desktop.x().numberOfDesktops() == 3U; }));
+    ASSERT_TRUE(waitUntil([&] { return lastChange() != before; })) << "the application knows";
     desktop.press(XK_Down, menu_row::kFirstDesktop + 3);
     desktop.press(XK_Return);
     ASSERT_TRUE(waitUntil([&] { return desktop.alert() != 0; }));
