@@ -11,8 +11,7 @@
 #include "orvellos/base/DebugLog.h"
 #include "orvellos/overview/MissionControlObserver.h"
 #include "orvellos/panels/QuickSwitcher.h"
-#include "orvellos/windows/TagManager.h"
-#include "platform/simulated/SimulatedDesktop.h"
+#include "tests/support/SimulatedServices.h"
 
 namespace benchmark {
 
@@ -51,24 +50,7 @@ class Managed {
     orvellos::EditingContext editing_;
     orvellos::SpaceIdentifier spaces_{desktop_.spaces, desktop_.spaces, desktop_.spaces, desktop_.screens};
     orvellos::TagStore store_{desktop_.files, desktop_.runLoop, "/data"};
-    orvellos::TagManager manager_{{.windows = {.windowSystem = desktop_.windowSystem,
-                                               .runLoop = desktop_.runLoop,
-                                               .screens = desktop_.screens,
-                                               .textMeasurer = desktop_.textMeasurer,
-                                               .settings = settings_,
-                                               .editingContext = editing_},
-                                   .spaces = spaces_,
-                                   .spaceNotifications = desktop_.spaces,
-                                   .screens = desktop_.screens,
-                                   .onScreenWindows = desktop_.overview,
-                                   .keys = desktop_.keyboard,
-                                   .session = desktop_.session,
-                                   .launcher = desktop_.applications,
-                                   .navigation = {.processes = desktop_.childProcesses,
-                                                  .shortcuts = desktop_.shortcuts,
-                                                  .permissions = desktop_.permissions,
-                                                  .alerts = desktop_.alerts,
-                                                  .urls = desktop_.urls}},
+    orvellos::TagManager manager_{orvellos::simulatedManagerServices(desktop_, settings_, editing_, spaces_),
                                   store_};
 };
 

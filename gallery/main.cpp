@@ -172,14 +172,7 @@ class Gallery final : public orvellos::PanelsTest, orvellos::ApplicationCommands
     void checkForUpdates() override {}
     void terminate() override {}
 
-    orvellos::StatusItemController statusItem_{{.manager = manager_,
-                                                .spaces = identifier_,
-                                                .settings = settings_,
-                                                .panels = panels_,
-                                                .runLoop = desktop_.runLoop,
-                                                .statusItem = desktop_.statusItem,
-                                                .hotkeys = hotkeys_,
-                                                .commands = *this}};
+    orvellos::StatusItemController statusItem_{statusItemServices(panels_, *this)};
 };
 
 }  // namespace

@@ -8,7 +8,6 @@
 #include <cstdlib>
 #include <fstream>
 #include <nlohmann/json.hpp>
-#include <thread>
 
 #include "tests/desktop/TaggedDesktop.h"
 #include "tests/support/Picture.h"
@@ -48,8 +47,10 @@ TEST_P(TagWindowsTest, ShowEachOnItsSpaceAlone) {
         for (const bool backup : {false, true})
             EXPECT_EQ(desktop.x().desktopOf(desktop.window(kTags[i].label, backup)), i) << kTags[i].label;
     for (const auto& tag : kTags)
-        EXPECT_EQ(std::ranges::count(desktop.x().clients(), desktop.window(tag.label, true)), hasOverview())
-            << tag.label;
+        EXPECT_TRUE(waitUntil([&] {
+            return std::ranges::count(desktop.x().clients(), desktop.window(tag.label, true)) ==
+                   hasOverview();
+        })) << tag.label;
 }
 
 TEST_P(TagWindowsTest, ComeBackWhenSomethingPutsThemOnAllSpaces) {
@@ -150,39 +151,33 @@ TEST_P(TagWindowsTest, FollowADragAndStopPastTheEdge) {
     auto& x = desktop.x();
     const auto tag = desktop.window("Mail");
     const auto start = x.geometry(tag).value();
-    const auto drag = [&](int dx, int dy) {
-        const auto from = x.geometry(tag).value();
-        const int centerX = from.x + from.width / 2;
-        const int centerY = from.y + from.height / 2;
-        ASSERT_TRUE(desktop.pointAtTag(tag, centerX, centerY));
-        desktop.devices().drag(centerX, centerY, centerX + dx, centerY + dy);
-    };
-    const auto stored = readFile(desktop.settingsFile());
-    drag(-300, 200);
+    const int pressX = start.x + start.width / 2;
+    const int pressY = start.y + start.height / 2;
+    ASSERT_TRUE(waitUntil([&] { return desktop.statusButton() != 0; })) << "it has its keys";
+    ASSERT_TRUE(desktop.pointAtTag(tag, pressX, pressY));
+    auto hands = desktop.devices();
+    hands.pressButton(XCB_BUTTON_INDEX_1);
+    hands.movePointer(pressX - 300, pressY + 200);
     EXPECT_TRUE(waitUntil([&] {
         return x.geometry(tag) == Rectangle{start.x - 300, start.y + 200, start.width, start.height};
     })) << x.geometry(tag)->x
         << " " << x.geometry(tag)->y;
-    // Two releases within the time of a double click would count as one.
-    ASSERT_TRUE(waitUntil([&] { return readFile(desktop.settingsFile()) != stored; }));
-    std::this_thread::sleep_for(std::chrono::milliseconds(300));
-    drag(-1200, 0);
+    hands.movePointer(0, pressY + 200);
     EXPECT_TRUE(waitUntil([&] { return x.geometry(tag)->x == -20; })) << x.geometry(tag)->x;
 
     // A size step leaves it in the hand.
-    auto hands = desktop.devices();
-    ASSERT_TRUE(waitUntil([&] { return desktop.statusButton() != 0; }));
-    ASSERT_TRUE(desktop.pointAtTag(tag, 60, x.geometry(tag)->y + 50));
-    hands.pressButton(XCB_BUTTON_INDEX_1);
     hands.movePointer(560, 400);
     hands.typeKeys(
         {hands.keyFor(XK_Control_L), hands.keyFor(XK_Alt_L), hands.keyFor(XK_Super_L), hands.keyFor('=')});
-    EXPECT_TRUE(waitUntil([&] {
+    const auto isInTheHand = [&] {
         const auto larger = x.geometry(tag).value();
         return larger.height == 100 + 40 && larger.x < 560 && larger.x + larger.width > 560;
-    })) << x.geometry(tag)->x
-        << " " << x.geometry(tag)->height;
+    };
+    EXPECT_TRUE(waitUntil(isInTheHand)) << x.geometry(tag)->x << " " << x.geometry(tag)->height;
+    const auto before = readFile(desktop.settingsFile());
     hands.releaseButton(XCB_BUTTON_INDEX_1);
+    EXPECT_TRUE(waitUntil([&] { return readFile(desktop.settingsFile()) != before; }));
+    EXPECT_TRUE(isInTheHand()) << "it stays where it was left";
 }
 
 TEST_P(TagWindowsTest, EndADragWhoseReleaseTheyNeverSee) {

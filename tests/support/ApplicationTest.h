@@ -13,7 +13,7 @@
 #include "orvellos/spaces/SpaceIdentifier.h"
 #include "orvellos/windows/EditingContext.h"
 #include "orvellos/windows/TagManager.h"
-#include "platform/simulated/SimulatedDesktop.h"
+#include "tests/support/SimulatedServices.h"
 #include "tests/support/TimeZone.h"
 
 namespace orvellos {
@@ -49,32 +49,11 @@ class ApplicationTest : public testing::Test {
         return lines;
     }
     static bool hasLogged(std::string_view message) { return std::ranges::count(messages(), message) > 0; }
-    TagWindowServices windowServices() {
-        return {.windowSystem = desktop_.windowSystem,
-                .runLoop = desktop_.runLoop,
-                .screens = desktop_.screens,
-                .textMeasurer = desktop_.textMeasurer,
-                .settings = settings_,
-                .editingContext = editing_};
-    }
+    TagWindowServices windowServices() { return simulatedWindowServices(desktop_, settings_, editing_); }
     TagManager::Services managerServices() {
-        return {.windows = windowServices(),
-                .spaces = identifier_,
-                .spaceNotifications = desktop_.spaces,
-                .screens = desktop_.screens,
-                .onScreenWindows = desktop_.overview,
-                .keys = desktop_.keyboard,
-                .session = desktop_.session,
-                .launcher = desktop_.applications,
-                .navigation = navServices()};
+        return simulatedManagerServices(desktop_, settings_, editing_, identifier_);
     }
-    NavServices navServices() {
-        return {.processes = desktop_.childProcesses,
-                .shortcuts = desktop_.shortcuts,
-                .permissions = desktop_.permissions,
-                .alerts = desktop_.alerts,
-                .urls = desktop_.urls};
-    }
+    NavServices navServices() { return simulatedNavServices(desktop_); }
 
     PrivacyPermissions::Services privacyServices(std::function<void()> terminate) {
         return {.permissions = desktop_.permissions,

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "orvellos/panels/PanelController.h"
+#include "orvellos/menu/StatusItemController.h"
 #include "tests/support/ManagerTest.h"
 
 namespace orvellos {
@@ -23,6 +23,18 @@ class PanelServicesTest : public ManagerTest {
                              .ownUses = noUses_},
                 .permissions = permissions_,
                 .about = [this] { return makeAbout(hotkeys_, "2026-03-14 09:26"); }};
+    }
+
+    StatusItemController::Services statusItemServices(PanelController& panels,
+                                                      ApplicationCommands& commands) {
+        return {.manager = manager_,
+                .spaces = identifier_,
+                .settings = settings_,
+                .panels = panels,
+                .runLoop = desktop_.runLoop,
+                .statusItem = desktop_.statusItem,
+                .hotkeys = hotkeys_,
+                .commands = commands};
     }
 
     keyboard_shortcuts::Registry hotkeys_{

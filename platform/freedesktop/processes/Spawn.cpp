@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <string_view>
+#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -106,8 +107,12 @@ bool startDetached(const std::string& program, std::span<const std::string> argu
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO}) beginning.connectToNothing(stream);
     const auto spawned = beginning.start(program, arguments, environmentOfUsersPrograms());
     if (spawned.error != 0) return false;
-    // The system keeps an ended child until its parent has waited for it.
-    std::thread([child = spawned.process] { (void)exitStatusOf(child); }).detach();
+    // The system keeps an ended child until its parent has waited for it; without a thread to wait, until
+    // this process ends.
+    try {
+        std::thread([child = spawned.process] { (void)exitStatusOf(child); }).detach();
+    } catch (const std::system_error&) {
+    }
     return true;
 }
 

@@ -111,8 +111,10 @@ TEST_F(OverviewTests, KnowsKwinsOverviewsByTheirNames) {
         EXPECT_TRUE(mainLoop_.runUntil([&] { return service.calls().size() > 2; }));
         EXPECT_EQ(kwin.isOverviewOpen(), row.isOpen);
         EXPECT_EQ(kwin.openingCall().has_value(), row.canBeOpened);
+        EXPECT_TRUE(kwin.mayOpen());
     }
-    EXPECT_TRUE(mainLoop_.runUntil([&] { return !kwin.openingCall(); }));
+    EXPECT_TRUE(mainLoop_.runUntil([&] { return !kwin.mayOpen(); }));
+    EXPECT_FALSE(kwin.openingCall());
 }
 
 TEST_F(OverviewTests, AsksKwinOftenOnlyWhileThereIsReasonTo) {

@@ -42,14 +42,7 @@ class StatusItemControllerTest : public InterfaceTest, ApplicationCommands {
     void terminate() override { done_.emplace_back("terminate"); }
 
     Texts done_;
-    StatusItemController controller_{{.manager = manager_,
-                                      .spaces = identifier_,
-                                      .settings = settings_,
-                                      .panels = panels_,
-                                      .runLoop = desktop_.runLoop,
-                                      .statusItem = desktop_.statusItem,
-                                      .hotkeys = hotkeys_,
-                                      .commands = *this}};
+    StatusItemController controller_{statusItemServices(panels_, *this)};
 };
 
 TEST_F(StatusItemControllerTest, ListsEverythingInOrder) {
